@@ -1,0 +1,67 @@
+#include "alignment/broken_chains.hpp"
+
+#include <algorithm>
+#include <cmath>
+
+#include "core/guard.hpp"
+#include "core/tolerances.hpp"
+
+namespace kesto {
+
+namespace {
+
+bool SamePlace(const BrokenChain& one, const BrokenChain& other) noexcept {
+    return std::fabs(one.backMileage - other.backMileage) < tolerance::duplicateMileage;
+}
+
+Failure Duplicate(std::int32_t stored, const BrokenChain& chain) noexcept {
+    Failure failure = FailRecord(KESTO_DUPLICATE_MILEAGE, KESTO_LIST_BROKEN_CHAINS, stored);
+    failure.value = chain.backMileage;
+    return failure;
+}
+
+}  // namespace
+
+Outcome InsertBrokenChain(RoadDesign& road, const BrokenChain& chain) {
+    if (Outcome finite = RequireFinite({chain.backMileage}); !finite) return finite;
+    const CountedList<BrokenChain>& list = road.brokenChains;
+    std::int32_t place = list.Count();
+    while (place > 0) {
+        const BrokenChain& stored = list[place - 1];
+        if (SamePlace(stored, chain)) return Duplicate(place - 1, chain);
+        if (!(stored.backMileage > chain.backMileage)) break;
+        --place;
+    }
+    road.brokenChains.Insert(chain, place);
+    return {};
+}
+
+Outcome InsertBrokenChains(RoadDesign& road, std::span<const BrokenChain> chains) {
+    for (const BrokenChain& chain : chains) {
+        if (Outcome finite = RequireFinite({chain.backMileage}); !finite) return finite;
+        for (std::int32_t i = 0; i < road.brokenChains.Count(); ++i) {
+            if (SamePlace(road.brokenChains[i], chain)) return Duplicate(i, chain);
+        }
+    }
+    road.brokenChains.Reserve(static_cast<std::int64_t>(chains.size()));
+    for (const BrokenChain& chain : chains) {
+        static_cast<void>(InsertBrokenChain(road, chain));  // a repeated record is passed over
+    }
+    return {};
+}
+
+Outcome ReplaceBrokenChain(RoadDesign& road, std::int32_t index, const BrokenChain& chain) {
+    if (Outcome valid = RequireIndex(road.brokenChains, index); !valid) return valid;
+    if (Outcome finite = RequireFinite({chain.backMileage}); !finite) return finite;
+    const std::span<BrokenChain> records = road.brokenChains.Edit();
+    auto at = static_cast<std::size_t>(index);
+    records[at] = chain;
+    const auto greater = [&](std::size_t one, std::size_t other) {
+        return records[one].backMileage > records[other].backMileage;
+    };
+    for (; at > 0 && greater(at - 1, at); --at) std::swap(records[at - 1], records[at]);
+    for (; at + 1 < records.size() && greater(at, at + 1); ++at) std::swap(records[at], records[at + 1]);
+    return {};
+}
+
+}  // namespace kesto

@@ -1,0 +1,162 @@
+#include "alignment/chain_builder.hpp"
+
+#include <algorithm>
+#include <cmath>
+#include <optional>
+
+#include "alignment/element_generation.hpp"
+#include "alignment/element_geometry.hpp"
+#include "core/tolerances.hpp"
+
+namespace kesto {
+
+namespace {
+
+inline constexpr std::int32_t fewestElements = 2;
+
+Failure TooFewElements(std::int32_t count) noexcept {
+    Failure failure = FailLimit(KESTO_TOO_FEW_ELEMENTS, KESTO_LIMIT_RECORD_COUNT, count, fewestElements);
+    failure.list = KESTO_LIST_ELEMENTS;
+    return failure;
+}
+
+/// Hands out the broken chains in order; each acts on one element at most.
+class BreakCursor {
+public:
+    explicit BreakCursor(std::span<const BrokenChain> chains) noexcept : rest(chains) {}
+
+    /// The first break from the cursor on that lies on the element within tolerance; the cursor moves past it.
+    std::optional<BrokenChain> Next(const Element& element) noexcept {
+        const double start = element.startMileage;
+        const double end = EndMileage(element);
+        // The list ascends, so what lies before the element stands in front and what lies behind it at the back.
+        auto chain = std::partition_point(rest.begin(), rest.end(), [&](const BrokenChain& it) {
+            return !(start - it.backMileage < tolerance::mileage);
+        });
+        for (; chain != rest.end() && end - chain->backMileage > -tolerance::mileage; ++chain) {
+            const double left = end - chain->backMileage;
+            if (left > tolerance::mileage || std::fabs(left) < tolerance::mileage) {
+                const BrokenChain found = *chain;
+                rest = rest.subspan(static_cast<std::size_t>(chain - rest.begin()) + 1);
+                return found;
+            }
+        }
+        return std::nullopt;
+    }
+
+private:
+    std::span<const BrokenChain> rest;
+};
+
+/// Radius of a spiral where it is split: the curvature runs evenly from one end to the other.
+/// @param spiral the whole spiral
+/// @param first  length of its first piece (m)
+/// @param second length of its second piece (m)
+double SplitRadius(const Element& spiral, double first, double second) noexcept {
+    const double startRadius = spiral.startRadius;
+    const double endRadius = spiral.endRadius;
+    if (!(startRadius > tolerance::infiniteRadius)) return std::fabs(spiral.length * endRadius / first);
+    if (!(endRadius > tolerance::infiniteRadius)) return std::fabs(spiral.length * startRadius / second);
+    const double shift = endRadius * spiral.length / (startRadius - endRadius);
+    return std::fabs((spiral.length + shift) * endRadius / (first + shift));
+}
+
+/// Cuts an element at a stake mileage. The element keeps the first piece.
+/// @param rest out: the second piece, from the split point on; nothing where the remainder is a sliver
+/// @return fails where the split point cannot be evaluated
+Outcome Split(Element& element, double mileage, std::optional<Element>& rest) noexcept {
+    const double first = mileage - element.startMileage;
+    const double second = element.length - first;
+    if (!(std::fabs(second) > tolerance::sliver)) {
+        element.length = first;
+        return {};
+    }
+    Element piece = element;
+    piece.length = second;
+    piece.flag = 0;
+    if (IsType(element, ElementType::Spiral)) {
+        piece.startRadius = element.endRadius = SplitRadius(element, first, second);
+    }
+    element.length = first;
+    const Result<Position> split = Evaluate(element, first);
+    if (!split) return split.failure();
+    piece.startX = split->x;
+    piece.startY = split->y;
+    piece.startAzimuth = split->azimuth;
+    rest = piece;
+    return {};
+}
+
+/// The walk along the elements, from the start record on.
+class ChainWalk {
+public:
+    ChainWalk(std::span<const BrokenChain> chains, double startMileage) noexcept
+        : breaks(chains), nextStart(startMileage) {}
+
+    /// Takes the next element and appends it, or its two or more pieces, to the chain.
+    bool Take(Element element, CountedList<Element>& chain) {
+        for (;;) {
+            element.startMileage = nextStart;
+            if (!std::isfinite(element.length)) return false;
+            double jump = 0;
+            std::optional<Element> rest;
+            if (const std::optional<BrokenChain> found = breaks.Next(element)) {
+                jump = found->aheadMileage - found->backMileage;
+                if (std::fabs(element.startMileage - found->backMileage) > tolerance::splitAtStart &&
+                    !Split(element, found->backMileage, rest)) {
+                    return false;
+                }
+            }
+            nextStart = element.startMileage + element.length + jump;
+            totalLength += std::fabs(element.length);
+            chain.Insert(element);
+            if (!rest) return true;
+            element = *rest;
+        }
+    }
+
+    double TotalLength() const noexcept { return totalLength; }
+
+private:
+    BreakCursor breaks;
+    double nextStart;        // m: stake mileage at which the next element begins
+    double totalLength = 0;  // m
+};
+
+}  // namespace
+
+Outcome BuildChain(RoadDesign& road) {
+    road.totalLength = 0;
+    const std::int32_t count = road.elements.Count();
+    if (count < fewestElements) return TooFewElements(count);
+    if (!IsType(road.elements[0], ElementType::Start)) {
+        return FailRecord(KESTO_NO_START_ELEMENT, KESTO_LIST_ELEMENTS, 0);
+    }
+    CountedList<Element> chain;
+    chain.Reserve(static_cast<std::int64_t>(count) + road.brokenChains.Count());
+    ChainWalk walk(road.brokenChains.Records(), road.settings.startMileage);
+    for (std::int32_t i = 0; i < count; ++i) {
+        if (!walk.Take(road.elements[i], chain)) {
+            return FailRecord(KESTO_ELEMENT_NOT_EVALUABLE, KESTO_LIST_ELEMENTS, i);
+        }
+    }
+    road.elements.Swap(chain);
+    road.totalLength = walk.TotalLength();
+    road.settings.startMileage = road.elements[1].startMileage;
+    return {};
+}
+
+Outcome MakeCurrent(RoadDesign& road) {
+    road.stakes.Clear();
+    road.totalLength = 0;
+    if (Outcome generated = GenerateElements(road); !generated) return generated;
+    return BuildChain(road);
+}
+
+Outcome EnsureCurrent(RoadDesign& road) {
+    if (road.totalLength < tolerance::builtLength) return MakeCurrent(road);
+    if (road.elements.Count() == 0) return TooFewElements(0);
+    return {};
+}
+
+}  // namespace kesto

@@ -1,0 +1,24 @@
+/// Building the element chain: broken chains applied, stake mileages set, lengths summed.
+#pragma once
+
+#include "core/result.hpp"
+#include "core/road_design.hpp"
+
+namespace kesto {
+
+/// Applies the broken chains to the elements as they stand, sets their start mileages, the total length and the start
+/// mileage. The stake list is kept.
+/// @return fails with the elements and the start mileage as they were and a total length of 0: fewer than two elements
+///         (3), no start record (6), an element whose length is not finite or whose split point cannot be evaluated (7)
+/// @throws std::bad_alloc with the same state
+Outcome BuildChain(RoadDesign& road);
+
+/// The make-current step: discards the stakes, generates the elements by the road design mode and builds the chain.
+/// @return fails as GenerateElements() and BuildChain()
+Outcome MakeCurrent(RoadDesign& road);
+
+/// What every query begins with: makes the road current when no chain is built.
+/// @return fails as MakeCurrent(), and with 3 when the elements are gone although a length is known
+Outcome EnsureCurrent(RoadDesign& road);
+
+}  // namespace kesto

@@ -1,0 +1,52 @@
+/// Stake mileage to continuous mileage and back, and which element carries a stake mileage.
+#pragma once
+
+#include <optional>
+
+#include "core/result.hpp"
+#include "core/road_design.hpp"
+
+namespace kesto {
+
+/// A stake mileage and which of its occurrences along the road is meant.
+struct StakeMileage {
+    double mileage = 0;           // m
+    std::int32_t occurrence = 0;  // 0-based; -1: in no occurrence
+};
+
+inline constexpr std::int32_t noOccurrence = -1;
+
+/// The chain's index, built anew when an edit or a rebuild has passed since. Where memory runs out the index stays
+/// empty and lookups walk.
+const ChainIndex& CurrentIndex(RoadDesign& road) noexcept;
+
+/// The element that covers a stake mileage in an occurrence, on the chain as it stands: the last element also at its
+/// very end.
+/// @return its index; nothing in a gap, beyond the road, or for an occurrence that is not there
+std::optional<std::int32_t> CoveringElement(RoadDesign& road, StakeMileage stake) noexcept;
+
+/// Continuous mileage (m) of a stake mileage on the chain as it stands.
+/// @return nothing where the stake mileage does not occur that often. At the stake mileage of the road's end, a second
+///         or later occurrence before the end is not found.
+std::optional<double> FindContinuous(RoadDesign& road, StakeMileage stake) noexcept;
+
+/// Continuous mileage (m) of a stake mileage; makes the road current first.
+/// @return fails where no road can be built, off the road (25), in a gap or for a missing occurrence (26)
+Result<double> ContinuousMileage(RoadDesign& road, StakeMileage stake);
+
+/// Stake mileage of a continuous mileage (m) on the chain as it stands, with its occurrence; -1 where the place lies on
+/// no element (before the road or beyond its end). The road must have an element.
+StakeMileage StakeMileageAt(RoadDesign& road, double continuous) noexcept;
+
+/// Why a stake mileage was not found: beyond which end and by how much, or how often it occurs. Walks the chain.
+Failure ExplainMissing(const RoadDesign& road, StakeMileage stake) noexcept;
+
+/// Start mileage and stake mileage of the road's end (m). Builds nothing.
+struct RoadEnds {
+    double start = 0;
+    double end = 0;
+};
+/// @return the end is the last element's when a stake list exists, else the start; fails when that is not finite
+Result<RoadEnds> EndsOf(const RoadDesign& road) noexcept;
+
+}  // namespace kesto

@@ -1,0 +1,16 @@
+/// Elements from what the host entered, by road design mode.
+#pragma once
+
+#include "core/result.hpp"
+#include "core/road_design.hpp"
+
+namespace kesto {
+
+/// What the road design mode says.
+enum class DesignMode : std::int32_t { Intersections = 0, Elements = 1, Coordinates = 2, BrokenLine = 3 };
+
+/// Fills the element list by the road design mode. In the element method the elements stay as they are.
+/// @return fails with the element list as it was: unknown mode (1), no generation for this mode yet (9)
+Outcome GenerateElements(RoadDesign& road);
+
+}  // namespace kesto

@@ -1,0 +1,98 @@
+#include "alignment/element_geometry.hpp"
+
+#include <cmath>
+
+#include "alignment/clothoid.hpp"
+#include "core/angles.hpp"
+#include "core/tolerances.hpp"
+
+namespace kesto {
+
+namespace {
+
+/// Point of a circular arc at arc length s from its start (route surveying, circular curves).
+LocalPoint ArcPoint(double radius, double distance) noexcept {
+    const double turn = distance / radius;
+    const double half = std::sin(turn / 2);
+    return {radius * std::sin(turn), 2 * radius * half * half, turn};  // R (1 - cos) would cancel on flat arcs
+}
+
+/// The clothoid that a spiral is cut from (route surveying, compound transitions): k from the radii at both ends, and
+/// where on it the spiral begins. Nothing for equal radii.
+std::optional<ClothoidStretch> StretchOf(const Element& spiral) noexcept {
+    const double startRadius = spiral.startRadius;
+    const double endRadius = spiral.endRadius;
+    const double length = spiral.length;
+    const bool fromStraight = IsInfiniteRadius(startRadius);
+    const bool toStraight = IsInfiniteRadius(endRadius);
+    if (!toStraight && (fromStraight || startRadius > endRadius)) {
+        const double rate =
+            fromStraight ? 1 / (endRadius * length) : (startRadius - endRadius) / (length * startRadius * endRadius);
+        const double start = fromStraight ? 0 : 1 / (rate * startRadius);
+        return ClothoidStretch{rate, start, 1, ClothoidAngle(rate, start + length)};
+    }
+    if (!fromStraight && (toStraight || endRadius > startRadius)) {
+        const double rate =
+            toStraight ? 1 / (startRadius * length) : (endRadius - startRadius) / (length * startRadius * endRadius);
+        const double start = (toStraight ? 0 : 1 / (rate * endRadius)) + length;
+        return ClothoidStretch{rate, start, -1, ClothoidAngle(rate, start)};
+    }
+    return std::nullopt;
+}
+
+std::optional<LocalPoint> LocalPointOf(const Element& element, double distance) noexcept {
+    if (IsType(element, ElementType::Spiral)) {
+        const std::optional<ClothoidStretch> stretch = StretchOf(element);
+        return stretch ? ClothoidPoint(*stretch, distance) : std::nullopt;
+    }
+    if (IsType(element, ElementType::Arc) && !IsInfiniteRadius(element.startRadius)) {
+        return ArcPoint(element.startRadius, distance);
+    }
+    if (IsType(element, ElementType::Arc) || IsType(element, ElementType::Straight)) return LocalPoint{distance, 0, 0};
+    return std::nullopt;
+}
+
+/// Azimuth after a turn, brought back to the circle by one subtraction: exactly 360 stays 360.
+double TurnedAzimuth(double azimuth, double turn) noexcept {
+    double turned = azimuth + ToDegrees(turn);
+    if (turned > fullCircle) turned -= fullCircle;
+    if (std::fabs(turned) < tolerance::azimuth) turned = 0;
+    if (turned < 0) turned += fullCircle;
+    return turned;
+}
+
+Position Place(const Element& element, const LocalPoint& local) noexcept {
+    const double v = TurnsLeft(element) ? -local.v : local.v;
+    const double turn = TurnsLeft(element) ? -local.turn : local.turn;
+    const double cosine = std::cos(ToRadians(element.startAzimuth));
+    const double sine = std::sin(ToRadians(element.startAzimuth));
+    return {element.startX + local.u * cosine - v * sine, element.startY + local.u * sine + v * cosine,
+            TurnedAzimuth(element.startAzimuth, turn)};
+}
+
+}  // namespace
+
+bool IsInfiniteRadius(double radius) noexcept { return radius < tolerance::infiniteRadius; }
+
+Result<Position> Evaluate(const Element& element, double distance) noexcept {
+    Position position{element.startX, element.startY, element.startAzimuth};
+    if (!(std::fabs(distance) < tolerance::distance)) {
+        if (!(std::fabs(distance) - std::fabs(element.length) <= tolerance::distance)) {
+            return FailLimit(KESTO_DISTANCE_BEYOND_ELEMENT, KESTO_LIMIT_ELEMENT_LENGTH, std::fabs(distance),
+                             std::fabs(element.length));
+        }
+        const bool pointLike = IsType(element, ElementType::Spiral) && IsInfiniteRadius(element.startRadius) &&
+                               IsInfiniteRadius(element.endRadius);
+        if (!pointLike) {
+            const std::optional<LocalPoint> local = LocalPointOf(element, distance);
+            if (!local) return Fail(KESTO_ELEMENT_NOT_EVALUABLE);
+            position = Place(element, *local);
+        }
+    }
+    if (!std::isfinite(position.x) || !std::isfinite(position.y) || !std::isfinite(position.azimuth)) {
+        return Fail(KESTO_RESULT_NOT_FINITE);
+    }
+    return position;
+}
+
+}  // namespace kesto

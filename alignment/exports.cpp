@@ -1,0 +1,109 @@
+// Exported functions of the alignment: element evaluation, broken chains, mileages, positions, inverse projection.
+
+#include <cstddef>
+#include <optional>
+
+#include "alignment/broken_chains.hpp"
+#include "alignment/inverse.hpp"
+#include "alignment/position.hpp"
+#include "core/guard.hpp"
+
+using kesto::GuardBool;
+using kesto::Outcome;
+using kesto::RequireFinite;
+
+namespace {
+
+/// Writes a position to a caller's three outputs.
+void Write(const kesto::Position& position, double* x, double* y, double* azimuth) noexcept {
+    *x = position.x;
+    *y = position.y;
+    *azimuth = position.azimuth;
+}
+
+/// Element evaluation: outputs 0 unless it succeeds.
+Outcome EvaluateInto(const Element& element, double distance, double* x, double* y, double* azimuth) noexcept {
+    const Element copy = element;  // an output may lie in the caller's record
+    Write({}, x, y, azimuth);
+    const kesto::Result<kesto::Position> position = kesto::Evaluate(copy, distance);
+    if (!position) return position.failure();
+    Write(*position, x, y, azimuth);
+    return {};
+}
+
+Outcome PositionInto(RoadDesign& road, kesto::StakeMileage stake, kesto::Offset offset, double* x, double* y,
+                     double* azimuth) noexcept {
+    if (Outcome finite = RequireFinite({stake.mileage, offset.distance}); !finite) return finite;
+    std::optional<kesto::Position> position;
+    Outcome found = kesto::FindPosition(road, stake, offset, position);
+    if (position) Write(*position, x, y, azimuth);
+    return found;
+}
+
+Outcome MileageInto(RoadDesign& road, double* mileage, std::int32_t occurrence) {
+    if (Outcome finite = RequireFinite({*mileage}); !finite) return finite;
+    const kesto::Result<double> continuous = kesto::ContinuousMileage(road, {*mileage, occurrence});
+    if (!continuous) return continuous.failure();
+    *mileage = *continuous;
+    return {};
+}
+
+/// Runs a search and writes what it found, which may be something in spite of a failure.
+template <class Search>
+Outcome LocatedInto(double* mileage, double* offset, std::int32_t* occurrence, Search&& search) {
+    std::optional<kesto::Located> located;
+    Outcome found = search(located);
+    if (located) {
+        *mileage = located->stake.mileage;
+        *offset = located->offset;
+        *occurrence = located->stake.occurrence;
+    }
+    return found;
+}
+
+kesto::Result<double> RoadMileage(const RoadDesign& road, double* startMileage) noexcept {
+    if (startMileage != nullptr) *startMileage = road.settings.startMileage;
+    const kesto::Result<kesto::RoadEnds> ends = kesto::EndsOf(road);
+    if (!ends) return ends.failure();
+    return ends->end;
+}
+
+Outcome AddChains(RoadDesign& road, const BrokenChain* chains, std::int32_t count) {
+    if (count <= 0) return {};
+    if (chains == nullptr) return kesto::Fail(KESTO_NULL_ARGUMENT);
+    return kesto::InsertBrokenChains(road, {chains, static_cast<std::size_t>(count)});
+}
+
+}  // namespace
+
+// clang-format off
+bool KESTO_CALL GetElementPositionAndAzimuth(RoadDesign* h, const Element* e, double s, double* x, double* y, double* a) { return GuardBool(h, [&](RoadDesign&) { return EvaluateInto(*e, s, x, y, a); }, e, x, y, a); }
+
+int32_t KESTO_CALL GetBrokenChainCount(RoadDesign* h) { return kesto::CountRecords(h, &RoadDesign::brokenChains); }
+bool KESTO_CALL AddBrokenChain(RoadDesign* h, const BrokenChain* r) { return GuardBool(h, [&](RoadDesign& road) { return kesto::InsertBrokenChain(road, *r); }, r); }
+bool KESTO_CALL AddBrokenChainList(RoadDesign* h, const BrokenChain* r, int32_t n) { return GuardBool(h, [&](RoadDesign& road) { return AddChains(road, r, n); }); }
+bool KESTO_CALL DeleteBrokenChain(RoadDesign* h, int32_t i) { return kesto::DeleteRecord(h, &RoadDesign::brokenChains, i); }
+bool KESTO_CALL GetBrokenChain(RoadDesign* h, int32_t i, BrokenChain* r) { return kesto::GetRecord(h, &RoadDesign::brokenChains, i, r); }
+bool KESTO_CALL SetBrokenChain(RoadDesign* h, int32_t i, const BrokenChain* r) { return GuardBool(h, [&](RoadDesign& road) { return kesto::ReplaceBrokenChain(road, i, *r); }, r); }
+
+bool KESTO_CALL GetSrcMileage(RoadDesign* h, double* m, int32_t k) { return GuardBool(h, [&](RoadDesign& road) { return MileageInto(road, m, k); }, m); }
+double KESTO_CALL GetRoadMileage(RoadDesign* h, double* start) { return kesto::GuardValue<double>(h, {0.0}, [&](RoadDesign& road) { return RoadMileage(road, start); }); }
+
+bool KESTO_CALL GetPositionAndAzimuth(RoadDesign* h, double m, double offset, double angle, double* x, double* y, double* a, int32_t k) { return GuardBool(h, [&](RoadDesign& road) { return PositionInto(road, {m, k}, {offset, angle}, x, y, a); }, x, y, a); }
+
+bool KESTO_CALL GetMileageAndOffset(RoadDesign* h, double x, double y, double* m, double* offset, int32_t* k) {
+    return GuardBool(h, [&](RoadDesign& road) { return LocatedInto(m, offset, k, [&](std::optional<kesto::Located>& located) {
+        Outcome finite = RequireFinite({x, y});
+        return finite ? kesto::Locate(road, {x, y}, located) : finite; }); }, m, offset, k);
+}
+bool KESTO_CALL GetMileAndOffsetInLim(RoadDesign* h, double x, double y, double lower, int32_t lowerK, double upper, int32_t upperK, double* m, double* offset, int32_t* k) {
+    return GuardBool(h, [&](RoadDesign& road) { return LocatedInto(m, offset, k, [&](std::optional<kesto::Located>& located) {
+        Outcome finite = RequireFinite({x, y, lower, upper});
+        return finite ? kesto::LocateBetween(road, {x, y}, {lower, lowerK}, {upper, upperK}, located) : finite; }); }, m, offset, k);
+}
+bool KESTO_CALL GetNearbyStakeCoordinate(RoadDesign* h, double x, double y, StakeCoordinate* stake, int32_t* k) {
+    return GuardBool(h, [&](RoadDesign& road) {
+        Outcome finite = RequireFinite({x, y});
+        return finite ? kesto::NearestStake(road, {x, y}, *stake, *k) : finite; }, stake, k);
+}
+// clang-format on

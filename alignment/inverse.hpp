@@ -1,0 +1,34 @@
+/// Stake mileage and offset of a plane point, searched along the road.
+#pragma once
+
+#include "alignment/chainage.hpp"
+#include "alignment/projection.hpp"
+#include "core/result.hpp"
+
+namespace kesto {
+
+/// A point as the road sees it.
+struct Located {
+    StakeMileage stake;
+    double offset = 0;  // m, positive to the right; at kinks and limits the plain distance
+};
+
+/// Searches the whole road; makes it current first.
+/// @param located out: the foot; the road's end with its distance where no element admits the point
+/// @return fails where no road can be built or the road's end has no stake mileage (nothing written), and where no
+///         element admits the point
+Outcome Locate(RoadDesign& road, Point point, std::optional<Located>& located);
+
+/// Searches between two stake mileages; makes the road current first. A limit that is not on the road is replaced by
+/// the road's end on its side.
+/// @param located out: as Locate(), with the limits for the road's ends
+Outcome LocateBetween(RoadDesign& road, Point point, StakeMileage lower, StakeMileage upper,
+                      std::optional<Located>& located);
+
+/// The design stake nearest to the foot of a point; on a tie the later one, beyond the list its nearer end.
+/// @param stake      out: untouched on failure
+/// @param occurrence out: of the foot's stake mileage, written whenever Locate() finds something
+/// @return fails as Locate(), and where there is no stake list
+Outcome NearestStake(RoadDesign& road, Point point, StakeCoordinate& stake, std::int32_t& occurrence);
+
+}  // namespace kesto

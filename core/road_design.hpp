@@ -1,0 +1,88 @@
+/// The road: a plain aggregate of settings, lists and derived data. What is computed from it are free functions above.
+#pragma once
+
+#include <cstdint>
+#include <map>
+#include <optional>
+#include <string>
+#include <vector>
+
+#include "core/chain_index.hpp"
+#include "core/counted_list.hpp"
+#include "core/profile_cache.hpp"
+#include "kesto_road/kesto_road.h"
+
+namespace kesto {
+
+/// Everything that the setters store.
+struct Settings {
+    double startMileage = 0;         // m: mileage of the alignment's start
+    double mileageInterval = 100;    // m: spacing of regular stakes, never below 1
+    std::int32_t makeStakeType = 0;  // 0 whole multiples of the interval, 1 counted from each element's start
+    std::int32_t roadDesignMode = 0;
+    std::int32_t verticalCurveMode = 0;
+    std::int32_t sectionMode = 0;
+    std::int32_t sideSlopeMode = 0;
+    std::string stakePrefix = "K";
+};
+
+/// Values of one side's plates at one place of the road.
+struct ChangeSection {
+    std::vector<double> values;       // one per plate, from the centre line outwards: per cent or m
+    std::vector<std::int32_t> flags;  // one per plate, carried
+};
+
+inline constexpr std::size_t sideCount = 2;        // 0 left, 1 right
+inline constexpr std::size_t changeKindCount = 2;  // 0 heightening, 1 widening
+
+/// The cross sections of a road. Keys of the maps are continuous mileages (m).
+struct SectionData {
+    std::vector<SectionPlate> plates[sideCount];
+    std::map<double, ChangeSection> changeSections[sideCount][changeKindCount];
+    std::map<double, std::int32_t> transitionTypes[sideCount][changeKindCount];
+    std::vector<SectionMileageIndex> mileageIndex;
+};
+
+inline constexpr std::int32_t stakeListStep = 32;        // records
+inline constexpr std::int32_t brokenChainListSpare = 1;  // grows one record earlier than the other lists
+
+}  // namespace kesto
+
+struct RoadDesign {
+    kesto::Settings settings;
+
+    kesto::CountedList<Intersection> intersections;
+    kesto::CountedList<Element> elements;
+    kesto::CountedList<Coordinate> coordinates;
+    kesto::CountedList<StakeCoordinate> stakes{kesto::stakeListStep};
+    kesto::CountedList<BrokenChain> brokenChains{kesto::CountedList<BrokenChain>::defaultStep,
+                                                 kesto::brokenChainListSpare};
+    kesto::CountedList<VerticalCurve> verticalCurves;
+    kesto::SectionData sections;
+
+    // Derived
+    double totalLength = 0;              // m: sum of the absolute element lengths; below 1e-7: the chain is not built
+    kesto::ChainIndex chainIndex;        // valid while its key equals the chain's
+    kesto::ProfileCache profileCache;    // valid while its key equals the profile's
+    std::optional<Failure> lastFailure;  // kept by the boundary guard
+};
+
+namespace kesto {
+
+/// Empties the design data and resets the settings. The transition types of the change sections stay: a host that
+/// reloads a road's sections finds them again.
+void Clear(RoadDesign& road);
+
+/// Exchanges the design data of two roads: settings, lists and derived data, all that Clear() empties. What Clear()
+/// leaves alone, and the last failure, stays with each road.
+void SwapDesignData(RoadDesign& one, RoadDesign& other) noexcept;
+
+/// Stores the spacing of regular stakes: at least 1 m, and 1 m for what is no number.
+void SetInterval(RoadDesign& road, double interval) noexcept;
+
+/// Writes the start record at the head of the element list: overwrites the one that is there, else inserts it.
+/// @param x, y    start point (m)
+/// @param azimuth start azimuth (degrees)
+void SetStart(RoadDesign& road, double x, double y, double azimuth);
+
+}  // namespace kesto

@@ -1,0 +1,38 @@
+/// Every tolerance of the house: a name, a unit and a reason. Two that happen to be equal stay two names.
+#pragma once
+
+namespace kesto::tolerance {
+
+// Mileages and the element chain
+inline constexpr double mileage = 1e-7;            // m: closer than this is the same place on the road
+inline constexpr double builtLength = 1e-7;        // m: a total length below this means that no chain is built
+inline constexpr double zeroLengthMileage = 1e-9;  // m: how close a mileage must be to an element without length
+inline constexpr double splitAtStart = 1e-5;       // m: a break this near to an element's start splits nothing
+inline constexpr double sliver = 1e-4;             // m: a remainder up to this is dropped behind a break
+inline constexpr double duplicateMileage = 1e-7;   // m: two records closer than this are the same
+
+// Element geometry
+inline constexpr double distance = 1e-7;  // m: below this a distance is zero; how far past its end an element holds
+inline constexpr double infiniteRadius = 1e-7;      // m: a radius below this stands for an infinite one
+inline constexpr double azimuth = 1e-7;             // degrees: an azimuth this near to 0 is 0
+inline constexpr double offset = 1e-7;              // m: an offset up to this lies on the centre line
+inline constexpr double clothoidTerm = 1e-4;        // 1: the clothoid sums end when their last term is not above this
+inline constexpr double clothoidOverflow = 1e32;    // 1: a term above this makes the clothoid sums useless
+inline constexpr double clothoidSeriesAngle = 3.0;  // rad: beyond this turn from the origin the sums lose digits
+
+// Inverse projection
+inline constexpr double startPoint = 1e-4;    // m: sum of coordinate differences that counts as the start point
+inline constexpr double rightAngle = 1e-7;    // rad: how close to a right angle the spiral's foot is found
+inline constexpr double footDistance = 1e-7;  // m: a point this near to a bracket end lies on it
+inline constexpr double onTheLine = 1e-7;     // m: a foot this near ends the search
+
+// Stake list
+inline constexpr double stakePoint = 1e-7;      // m: a stake this near, in x and in y, to the one before is the same
+inline constexpr double matchingPoint = 1e-10;  // m: a point this near, in x and in y, is the stake's own
+inline constexpr double stakeEnd = 1e-7;        // m: regular stakes keep this distance from an element's ends
+inline constexpr double paddedMetres = 1e-7;    // m: this close below 10 or 100 a stake text is no longer padded
+
+// Vertical profile
+inline constexpr double profileEnd = 1e-7;  // m: how far past the road's end, or around the last point, heights hold
+
+}  // namespace kesto::tolerance

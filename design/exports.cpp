@@ -1,0 +1,12 @@
+// Exported functions of the design run and its stake list.
+
+#include "alignment/chain_builder.hpp"
+#include "core/guard.hpp"
+#include "design/design_run.hpp"
+
+// clang-format off
+bool KESTO_CALL UpdateData(RoadDesign* h) { return kesto::GuardBool(h, kesto::BuildChain); }
+bool KESTO_CALL DesignRoad(RoadDesign* h) { return kesto::GuardBool(h, kesto::RunDesign); }
+int32_t KESTO_CALL GetStakeCoordinateCount(RoadDesign* h) { return kesto::CountRecords(h, &RoadDesign::stakes); }
+bool KESTO_CALL GetStakeCoordinate(RoadDesign* h, int32_t i, StakeCoordinate* r) { return kesto::GetRecord(h, &RoadDesign::stakes, i, r); }
+// clang-format on

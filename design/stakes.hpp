@@ -1,0 +1,15 @@
+/// The design stake list: main points and regular stakes along the road.
+#pragma once
+
+#include "core/result.hpp"
+#include "core/road_design.hpp"
+
+namespace kesto {
+
+/// Makes the stake list anew from the chain as it stands and names every stake. Raises the mileage interval where it
+/// would give more than about ten thousand regular stakes.
+/// @return fails for an unknown make-stake type (8) and for a stake that cannot be computed (7, with the element); the
+///         stakes made so far then stay, unnamed
+Outcome MakeStakes(RoadDesign& road);
+
+}  // namespace kesto

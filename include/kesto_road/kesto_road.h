@@ -1,0 +1,513 @@
+/** @file kesto_road.h
+ *  Road alignments: stake mileages, positions, offsets and design heights, through a flat C interface.
+ *
+ *  Conventions, said once for every function below:
+ *  - A road is an opaque handle, the first argument of every function. The library keeps no global state: distinct
+ *    roads may be used from different threads at the same time, one road from one thread at a time only, because a
+ *    query may rebuild derived data.
+ *  - Axes and units: x is the northing and y the easting, in metres. Azimuths are degrees in [0, 360), measured from
+ *    +x towards +y (clockwise from north). Mileages, lengths, offsets, radii and heights are metres. Offsets are
+ *    positive to the right of the direction of increasing mileage. Grades are ratios.
+ *  - Mileages: the stake mileage is what is written on the stakes; the continuous mileage is the start mileage plus the
+ *    distance along the road. Broken chains make the stake mileage jump; after a backward jump a stake mileage occurs
+ *    more than once, and its 0-based occurrence (counted along the road) tells which one is meant. A negative
+ *    occurrence finds nothing.
+ *  - Records are copied in and out; the caller owns all memory that it passes and the library keeps no pointer to it.
+ *    Indices are 0-based.
+ *  - Failure is told by the result: false, 0, 0.0 or a null pointer, and a status for the file functions. A null
+ *    handle gives the failure value at once; a null pointer for anything needed, an index out of range or a number
+ *    that is not finite in a query fails too, and nothing is changed. Where a function writes outputs in spite of a
+ *    failure, its description says so. The reason of the last failed call stands in GetLastFailure().
+ *  - Editing never recomputes. Queries build the element chain when the total length is not known yet (a new road,
+ *    or after a failed build); after later edits call UpdateData() or DesignRoad().
+ *  - No exception, signal or abort leaves the library. */
+#ifndef KESTO_ROAD_KESTO_ROAD_H
+#define KESTO_ROAD_KESTO_ROAD_H
+
+#include <stdbool.h>
+#include <stddef.h>
+#include <stdint.h>
+
+#include "kesto_road/version.h"
+
+#if defined(_WIN32)
+#define KESTO_CALL __stdcall
+#if defined(KESTO_ROAD_BUILDING)
+#define KESTO_API __declspec(dllexport)
+#else
+#define KESTO_API __declspec(dllimport)
+#endif
+#else
+#define KESTO_CALL
+#if defined(__GNUC__)
+#define KESTO_API __attribute__((visibility("default")))
+#else
+#define KESTO_API
+#endif
+#endif
+
+#ifdef __cplusplus
+extern "C" {
+#endif
+
+/** A road with all its design data; made by StartRoadDesign(), ended by EndRoadDesign(). */
+typedef struct RoadDesign RoadDesign;
+
+/* ------------------------------------------------------------------------------------------------ status codes --- */
+
+/** Every status that a call can leave behind, in Failure::status or as the result of a file function. */
+enum KestoStatus {
+    KESTO_SUCCESS = 0,
+    KESTO_UNKNOWN_DESIGN_MODE = 1,   /**< the road design mode is none of 0, 1, 2, 3 */
+    KESTO_OUT_OF_MEMORY = 2,         /**< memory ran out; the design data are as before */
+    KESTO_TOO_FEW_ELEMENTS = 3,      /**< fewer than two elements: bound tells the need, value what is there */
+    KESTO_CURVE_DOES_NOT_FIT = 4,    /**< an intersection's curve does not fit its tangents */
+    KESTO_POINT_NOT_JOINED = 5,      /**< a coordinate point cannot be joined to the next */
+    KESTO_NO_START_ELEMENT = 6,      /**< the first element is no start record (type 0) */
+    KESTO_ELEMENT_NOT_EVALUABLE = 7, /**< an element has no geometry: equal spiral radii, unknown type, bad length */
+    KESTO_UNKNOWN_STAKE_MODE = 8,    /**< the make-stake type is neither 0 nor 1 */
+    KESTO_GENERATION_MISSING = 9,    /**< this library cannot make elements for this road design mode yet */
+    KESTO_NULL_HANDLE_OR_PATH = 12,  /**< file functions: null handle or null path */
+    KESTO_FILE_NOT_OPENED = 13,      /**< the file cannot be opened for reading */
+    KESTO_WRONG_EXTENSION = 14,      /**< the path does not end in the extension that the function reads */
+    KESTO_FILE_NOT_WRITTEN = 15,     /**< the file could not be written whole; an earlier file is untouched */
+    KESTO_FILE_OUT_OF_MEMORY = 16,   /**< memory ran out while reading or writing a file */
+    KESTO_NOTHING_TO_SAVE = 17,      /**< no road between the two mileages */
+    KESTO_RECORDS_SKIPPED = 18,      /**< only in Failure, the call gave 0: value = how many records were not read,
+                                          record = line of the first one (1-based), list = its list */
+    KESTO_NULL_ARGUMENT = 20,        /**< a null pointer where a record, array, text or output is needed */
+    KESTO_ARGUMENT_NOT_FINITE = 21,  /**< an argument, or the mileage that orders a record, is no finite number */
+    KESTO_INDEX_OUT_OF_RANGE = 22,   /**< value = the index, bound = the number of records */
+    KESTO_RECORD_COUNT_REFUSED = 23, /**< value = the number of records given, bound = the limit per call */
+    KESTO_DUPLICATE_MILEAGE = 24,    /**< record = the stored record at this mileage, value = the mileage */
+    KESTO_MILEAGE_OFF_ROAD = 25,     /**< value = the mileage, bound = the road's end that it passes, excess = by how
+                                          much, limit = which end */
+    KESTO_NO_SUCH_OCCURRENCE = 26,   /**< the stake mileage lies in a gap or occurs less often: value = the occurrence
+                                          asked for, bound = how many there are */
+    KESTO_DISTANCE_BEYOND_ELEMENT = 27, /**< value = the distance, bound = the element's length, excess = by how much */
+    KESTO_NO_FOOT = 28,                 /**< no element admits the point between the two limits */
+    KESTO_NO_STAKES = 29,               /**< there is no stake list: run DesignRoad() first */
+    KESTO_RESULT_NOT_FINITE = 30,       /**< the answer would not be a finite number */
+    KESTO_NO_CROSS_SECTION = 31,        /**< no cross section holds the offset: value = the offset */
+    KESTO_NO_HEIGHT = 32,               /**< the profile gives no height there: value = the continuous mileage */
+    KESTO_UNKNOWN_CURVE_MODE = 33,      /**< the vertical curve mode is neither 0 nor 1 */
+    KESTO_INTERNAL_ERROR = 39           /**< a fault of the library itself: please report it */
+};
+
+/** Which list a Failure speaks of. */
+enum KestoList {
+    KESTO_LIST_NONE = -1,
+    KESTO_LIST_INTERSECTIONS = 0,
+    KESTO_LIST_ELEMENTS = 1,
+    KESTO_LIST_COORDINATES = 2,
+    KESTO_LIST_STAKES = 3,
+    KESTO_LIST_BROKEN_CHAINS = 4,
+    KESTO_LIST_VERTICAL_CURVES = 5
+};
+
+/** Which limit a Failure speaks of. */
+enum KestoLimit {
+    KESTO_LIMIT_NONE = -1,
+    KESTO_LIMIT_ROAD_START = 0,
+    KESTO_LIMIT_ROAD_END = 1,
+    KESTO_LIMIT_ELEMENT_LENGTH = 2,
+    KESTO_LIMIT_RECORD_COUNT = 3,
+    KESTO_LIMIT_RECORDS_PER_CALL = 4,
+    KESTO_LIMIT_OCCURRENCES = 5
+};
+
+/* ------------------------------------------------------------------------------------------------------ records --- */
+
+/** Intersection point of two tangents with its curve. 96 bytes. */
+typedef struct Intersection {
+    char name[32];
+    double x, y;                /**< point (m) */
+    double radius;              /**< arc radius (m), 0 for no curve */
+    double spiralIn, spiralOut; /**< length of the entry and exit spiral (m), 0 for none */
+    double radiusIn, radiusOut; /**< radius at the outer end of the entry and exit spiral (m), 0 for infinite */
+    unsigned char reserved[8];  /**< carried, never read */
+} Intersection;
+
+/** Element of the horizontal alignment. 80 bytes. */
+typedef struct Element {
+    int32_t type;          /**< 0 start record, 1 straight, 2 circular arc, 3 clothoid spiral */
+    uint8_t turnDirection; /**< 0 turns left (azimuth decreases along it), any other value right */
+    uint8_t padding1[3];
+    double startMileage;   /**< stake mileage of the start point (m), set when the chain is built */
+    double startX, startY; /**< start point (m) */
+    double startAzimuth;   /**< tangent azimuth at the start (degrees) */
+    int32_t flag;          /**< set by element generation, cleared on the second piece of a split element */
+    uint8_t padding2[4];
+    double secondAzimuth; /**< repeats the azimuth in a start record, never read */
+    double startRadius;   /**< arc: radius; spiral: radius at the start (m); below 1e-7 means infinite */
+    double endRadius;     /**< spiral: radius at the end (m); below 1e-7 means infinite */
+    double length;        /**< signed length (m), negative where the stake mileage decreases */
+} Element;
+
+/** Coordinate point of the alignment. 64 bytes. */
+typedef struct Coordinate {
+    int32_t type;          /**< type of the element that starts here: 1 straight, 2 arc, 3 spiral */
+    int32_t turnDirection; /**< 0 left, any other value right */
+    double x, y;           /**< point (m) */
+    double radius;         /**< radius at this point (m), 0 for infinite */
+    char name[32];
+} Coordinate;
+
+/** Broken chain: a point where the stake mileage jumps. 16 bytes. */
+typedef struct BrokenChain {
+    double backMileage;  /**< stake mileage before the break (m) */
+    double aheadMileage; /**< stake mileage of the same point after the break (m) */
+} BrokenChain;
+
+/** Grade-change point with its vertical curve. 96 bytes. */
+typedef struct VerticalCurve {
+    int32_t curveSign; /**< derived: +1 crest, -1 sag, 0 none */
+    uint8_t padding1[4];
+    double startMileage;     /**< stake mileage of the curve's start (m): derived in mode 0, given in mode 1 */
+    int32_t startOccurrence; /**< its occurrence, -1 when not set */
+    uint8_t padding2[4];
+    double endMileage;     /**< stake mileage of the curve's end (m): derived in mode 0, given in mode 1 */
+    int32_t endOccurrence; /**< its occurrence, -1 when not set */
+    uint8_t padding3[4];
+    double mileage;     /**< stake mileage of the grade-change point (m) */
+    int32_t occurrence; /**< its occurrence; -1: the mileage is a continuous one */
+    uint8_t padding4[4];
+    double elevation;      /**< elevation of the grade-change point (m) */
+    double gradeOut;       /**< derived: grade to the next point (ratio) */
+    double radius;         /**< curve radius (m), used in mode 0 */
+    double distanceToNext; /**< derived: horizontal distance to the next point (m) */
+    double tangentLength;  /**< derived in mode 0: half the curve's length (m) */
+} VerticalCurve;
+
+/** Stake of the design stake list. 136 bytes. */
+typedef struct StakeCoordinate {
+    char name[32];             /**< main points: their label; others: the stake text, "K12+345.678" */
+    char label[32];            /**< main-point code, empty for a regular stake */
+    unsigned char reserved[8]; /**< carried, never read */
+    double mileage;            /**< stake mileage (m) */
+    int32_t occurrence;        /**< its occurrence */
+    uint8_t padding1[4];
+    double x, y;             /**< point on the centre line (m) */
+    unsigned char extra[32]; /**< carried, never read */
+} StakeCoordinate;
+
+/** Plate of a cross section: a strip of carriageway, shoulder or verge. 128 bytes. */
+typedef struct SectionPlate {
+    char name[32];     /**< shown, never interpreted */
+    char code[32];     /**< type keyword, free text on road plates */
+    double width;      /**< horizontal width (m) */
+    double offset;     /**< output: distance of the outer edge from the centre line (m) */
+    double crossSlope; /**< cross slope (per cent), positive when the outer edge is higher */
+    double step;       /**< vertical step at the plate's inner edge (m) */
+    double x, y;       /**< output: outer edge (m) */
+    double height;     /**< output: design height of the outer edge (m) */
+    double extra;      /**< carried and saved, never read */
+} SectionPlate;
+
+/** Entry of the section mileage index. 40 bytes. */
+typedef struct SectionMileageIndex {
+    char stakeText[32]; /**< stake text, made by the library */
+    double mileage;     /**< stake mileage (m) */
+} SectionMileageIndex;
+
+/** Why the last failed call on a road failed. Numbers that do not apply are -1 (integers) or 0. 40 bytes. */
+typedef struct Failure {
+    int32_t status; /**< a KestoStatus; DescribeStatus() gives it as a sentence */
+    int32_t list;   /**< a KestoList: the list concerned */
+    int32_t record; /**< 0-based index of the record concerned; a line number for KESTO_RECORDS_SKIPPED */
+    int32_t limit;  /**< a KestoLimit: the limit that was passed */
+    double value;   /**< the value that did not hold */
+    double bound;   /**< the bound that it did not keep */
+    double excess;  /**< by how much (same unit as value) */
+} Failure;
+
+/* ------------------------------------------------------------------------------------- lifecycle and failures --- */
+
+/** Makes an empty road with default settings.
+ *  @return the handle, null when memory runs out. End it with EndRoadDesign(). */
+KESTO_API RoadDesign* KESTO_CALL StartRoadDesign(void);
+
+/** Ends a road and releases all that it owns. A null handle is ignored. */
+KESTO_API void KESTO_CALL EndRoadDesign(RoadDesign* road);
+
+/** Empties the design data and resets all settings; the transition-type tables of the change sections stay. A null
+ *  handle is ignored. */
+KESTO_API void KESTO_CALL ClearRoad(RoadDesign* road);
+
+/** Why the last failed call on this road failed. Successful calls leave it as it is.
+ *  @param failure out: the reason, untouched when there is none
+ *  @return false: null argument, or no call has failed since the road was made or cleared */
+KESTO_API bool KESTO_CALL GetLastFailure(RoadDesign* road, Failure* failure);
+
+/** A status code as an English sentence.
+ *  @param status a KestoStatus
+ *  @return static text, never null; "unknown status" for any other number */
+KESTO_API const char* KESTO_CALL DescribeStatus(int32_t status);
+
+/** Version of the loaded library, "major.minor.patch": static text. */
+KESTO_API const char* KESTO_CALL KestoRoadVersion(void);
+
+/* ----------------------------------------------------------------------------------------------------- settings --- */
+
+/** Start point and azimuth of the road: overwrites the start record at the head of the element list, or inserts one.
+ *  @param x, y    start point (m)
+ *  @param azimuth start azimuth (degrees)
+ *  @return false: memory ran out */
+KESTO_API bool KESTO_CALL SetStartInformation(RoadDesign* road, double x, double y, double azimuth);
+
+/** Stores the mileage of the road's start (m); default 0. Takes effect when the chain is built. */
+KESTO_API void KESTO_CALL SetStartMileage(RoadDesign* road, double mileage);
+
+/** Stores the spacing of regular stakes (m); default 100. Less than 1, or no number, is stored as 1. */
+KESTO_API void KESTO_CALL SetMileageInterval(RoadDesign* road, double interval);
+
+/** Stores how regular stakes are made: 0 at whole multiples of the interval (default), 1 from each element's start. */
+KESTO_API void KESTO_CALL SetMakeStakeType(RoadDesign* road, int32_t type);
+
+/** Stores the text before stake mileages, "K" by default. A null text keeps the prefix as it is. */
+KESTO_API void KESTO_CALL SetMakeStakePerfix(RoadDesign* road, const char* prefix);
+
+/** The text before stake mileages.
+ *  @return text owned by the road, valid until the prefix changes or the road is cleared or ended; null: null handle */
+KESTO_API const char* KESTO_CALL GetMakeStakePerfix(RoadDesign* road);
+
+/** Make-stake type and stake spacing.
+ *  @param interval out: spacing (m); may be null
+ *  @return the make-stake type; 0 for a null handle */
+KESTO_API int32_t KESTO_CALL GetMakeStakeInfo(RoadDesign* road, double* interval);
+
+/** Stores the form of input that elements are made from: 0 intersections (default), 1 the elements themselves,
+ *  2 coordinate points with curves, 3 coordinate points joined by straights. Stored unchecked. */
+KESTO_API void KESTO_CALL SetRoadDesignMode(RoadDesign* road, int32_t mode);
+/** The stored road design mode; 0 for a null handle. */
+KESTO_API int32_t KESTO_CALL GetRoadDesignMode(RoadDesign* road);
+
+/** Stores how vertical curves are given: 0 by radius (default), 1 by their two ends. Stored unchecked. */
+KESTO_API void KESTO_CALL SetVerticalCurveMode(RoadDesign* road, int32_t mode);
+/** The stored vertical curve mode; 0 for a null handle. */
+KESTO_API int32_t KESTO_CALL GetVerticalCurveMode(RoadDesign* road);
+
+/** Stores the side slope mode, 0 by default. Stored unchecked. */
+KESTO_API void KESTO_CALL SetSideSlopeMode(RoadDesign* road, int32_t mode);
+/** The stored side slope mode; 0 for a null handle. */
+KESTO_API int32_t KESTO_CALL GetSideSlopeMode(RoadDesign* road);
+
+/** Stores the section mode, 0 by default. Stored unchecked. */
+KESTO_API void KESTO_CALL SetSectionMode(RoadDesign* road, int32_t mode);
+/** The stored section mode; 0 for a null handle. */
+KESTO_API int32_t KESTO_CALL GetSectionMode(RoadDesign* road);
+
+/* ------------------------------------------------------------------------------------------------ intersections --- */
+
+/** Number of intersections; 0 for a null handle. */
+KESTO_API int32_t KESTO_CALL GetIntersectionCount(RoadDesign* road);
+/** Adds an intersection.
+ *  @param intersection the record, copied
+ *  @param index        0 to count - 1 inserts before that record, any other value appends
+ *  @return false: null argument, or memory ran out */
+KESTO_API bool KESTO_CALL AddIntersection(RoadDesign* road, const Intersection* intersection, int32_t index);
+/** Appends up to 16 intersections.
+ *  @param count number of records; 0 or less adds nothing and is true
+ *  @return false: more than 16, null array, or memory ran out; then nothing is added */
+KESTO_API bool KESTO_CALL AddIntersectionList(RoadDesign* road, const Intersection* intersections, int32_t count);
+/** Removes the record at the index. @return false: index out of range */
+KESTO_API bool KESTO_CALL DeleteIntersection(RoadDesign* road, int32_t index);
+/** Copies the record at the index out. @return false: null argument or index out of range */
+KESTO_API bool KESTO_CALL GetIntersection(RoadDesign* road, int32_t index, Intersection* intersection);
+/** Overwrites the record at the index. @return false: null argument or index out of range */
+KESTO_API bool KESTO_CALL SetIntersection(RoadDesign* road, int32_t index, const Intersection* intersection);
+
+/* ----------------------------------------------------------------------------------------------------- elements --- */
+
+/** Number of elements, the start record included; 0 for a null handle. */
+KESTO_API int32_t KESTO_CALL GetElementCount(RoadDesign* road);
+/** Adds an element; see AddIntersection(). @return false: null argument, or memory ran out */
+KESTO_API bool KESTO_CALL AddElement(RoadDesign* road, const Element* element, int32_t index);
+/** Appends up to 16 elements; see AddIntersectionList(). */
+KESTO_API bool KESTO_CALL AddElementList(RoadDesign* road, const Element* elements, int32_t count);
+/** Removes the record at the index. @return false: index out of range */
+KESTO_API bool KESTO_CALL DeleteElement(RoadDesign* road, int32_t index);
+/** Copies the record at the index out. @return false: null argument or index out of range */
+KESTO_API bool KESTO_CALL GetElement(RoadDesign* road, int32_t index, Element* element);
+/** Overwrites the record at the index. @return false: null argument or index out of range */
+KESTO_API bool KESTO_CALL SetElement(RoadDesign* road, int32_t index, const Element* element);
+
+/** Point and tangent azimuth on one element, which need not belong to the road.
+ *  @param element  the element
+ *  @param distance signed distance from its start (m), up to 1e-7 beyond its length
+ *  @param x, y     out: the point (m); 0 when the element cannot be evaluated
+ *  @param azimuth  out: the tangent azimuth (degrees); 0 when the element cannot be evaluated
+ *  @return false: null argument (outputs untouched); distance not finite or beyond the element, a spiral between equal
+ *          radii, an unknown type, a diverging series (outputs 0). A spiral whose radii are both infinite gives its
+ *          start point at every distance. */
+KESTO_API bool KESTO_CALL GetElementPositionAndAzimuth(RoadDesign* road, const Element* element, double distance,
+                                                       double* x, double* y, double* azimuth);
+
+/* -------------------------------------------------------------------------------------------- coordinate points --- */
+
+/** Number of coordinate points; 0 for a null handle. */
+KESTO_API int32_t KESTO_CALL GetCoordinateCount(RoadDesign* road);
+/** Adds a coordinate point; see AddIntersection(). @return false: null argument, or memory ran out */
+KESTO_API bool KESTO_CALL AddCoordinate(RoadDesign* road, const Coordinate* coordinate, int32_t index);
+/** Appends up to 16 coordinate points; see AddIntersectionList(). */
+KESTO_API bool KESTO_CALL AddCoordinateList(RoadDesign* road, const Coordinate* coordinates, int32_t count);
+/** Removes the record at the index. @return false: index out of range */
+KESTO_API bool KESTO_CALL DeleteCoordinate(RoadDesign* road, int32_t index);
+/** Copies the record at the index out. @return false: null argument or index out of range */
+KESTO_API bool KESTO_CALL GetCoordinate(RoadDesign* road, int32_t index, Coordinate* coordinate);
+/** Overwrites the record at the index. @return false: null argument or index out of range */
+KESTO_API bool KESTO_CALL SetCoordinate(RoadDesign* road, int32_t index, const Coordinate* coordinate);
+
+/* ------------------------------------------------------------------------------------ broken chains and mileages ---
+ */
+
+/** Number of broken chains; 0 for a null handle. */
+KESTO_API int32_t KESTO_CALL GetBrokenChainCount(RoadDesign* road);
+/** Adds a broken chain in ascending order of back mileage. Takes effect when the chain is built.
+ *  @return false: null argument, back mileage not finite or within 1e-7 of a stored one, or memory ran out */
+KESTO_API bool KESTO_CALL AddBrokenChain(RoadDesign* road, const BrokenChain* chain);
+/** Adds any number of broken chains. Records whose back mileages coincide within the array are added once.
+ *  @param count number of records; 0 or less adds nothing and is true
+ *  @return false: null array, a back mileage not finite or within 1e-7 of one stored before the call, or memory ran
+ *          out; then nothing is added */
+KESTO_API bool KESTO_CALL AddBrokenChainList(RoadDesign* road, const BrokenChain* chains, int32_t count);
+/** Removes the record at the index. @return false: index out of range */
+KESTO_API bool KESTO_CALL DeleteBrokenChain(RoadDesign* road, int32_t index);
+/** Copies the record at the index out. @return false: null argument or index out of range */
+KESTO_API bool KESTO_CALL GetBrokenChain(RoadDesign* road, int32_t index, BrokenChain* chain);
+/** Overwrites the record at the index and sorts the list again by back mileage; duplicates are not looked for.
+ *  @return false: null argument, index out of range or back mileage not finite */
+KESTO_API bool KESTO_CALL SetBrokenChain(RoadDesign* road, int32_t index, const BrokenChain* chain);
+
+/** Stake mileage to continuous mileage.
+ *  @param mileage    in: stake mileage (m); out: continuous mileage (m), untouched on failure
+ *  @param occurrence which of the equal stake mileages, 0-based
+ *  @return false: null argument, mileage not finite, no road can be built, or no such occurrence (in a gap, beyond the
+ *          road). A second or later occurrence of the mileage at the very end of the road is not found either. */
+KESTO_API bool KESTO_CALL GetSrcMileage(RoadDesign* road, double* mileage, int32_t occurrence);
+
+/** Stake mileage of the road's end. Builds nothing.
+ *  @param startMileage out: the start mileage (m); may be null
+ *  @return stake mileage at the end of the last element (m) when there is a stake list, else the start mileage; 0.0 for
+ *          a null handle, with nothing written */
+KESTO_API double KESTO_CALL GetRoadMileage(RoadDesign* road, double* startMileage);
+
+/* ------------------------------------------------------------------------------- positions and inverse projection ---
+ */
+
+/** Point at a stake mileage and offset, on the element chain as it stands: nothing is built.
+ *  @param mileage    stake mileage (m)
+ *  @param offset     offset from the centre line (m), positive to the right
+ *  @param angle      angle from the tangent clockwise to the offset line (degrees); outside [0, 180], or no number,
+ *                    it counts as 90
+ *  @param x, y       out: the point (m)
+ *  @param azimuth    out: azimuth of the centre line (degrees)
+ *  @param occurrence which of the equal stake mileages, 0-based
+ *  @return false: null argument, a number not finite, no element covers the mileage in this occurrence (outputs
+ *          untouched), or that element cannot be evaluated (outputs 0) */
+KESTO_API bool KESTO_CALL GetPositionAndAzimuth(RoadDesign* road, double mileage, double offset, double angle,
+                                                double* x, double* y, double* azimuth, int32_t occurrence);
+
+/** Stake mileage and offset of a point, searched on the whole road.
+ *  @param x, y       the point (m)
+ *  @param mileage    out: stake mileage of the foot (m)
+ *  @param offset     out: signed offset (m), positive to the right; at a kink or beyond the ends the plain distance
+ *  @param occurrence out: occurrence of the mileage
+ *  @return false: null argument, a number not finite, no road can be built (outputs untouched), or no element admits
+ *          the point (then the road's end is written) */
+KESTO_API bool KESTO_CALL GetMileageAndOffset(RoadDesign* road, double x, double y, double* mileage, double* offset,
+                                              int32_t* occurrence);
+
+/** Stake mileage and offset of a point, searched between two stake mileages. Where a limit itself is the nearest point
+ *  it becomes the result, with the plain distance. A limit that is not on the road is replaced by the road's end on its
+ *  side.
+ *  @param x, y                       the point (m)
+ *  @param lower, lowerOccurrence     lower limit: stake mileage (m) and its occurrence
+ *  @param upper, upperOccurrence     upper limit: stake mileage (m) and its occurrence
+ *  @param mileage, offset, occurrence out: as in GetMileageAndOffset()
+ *  @return false: as GetMileageAndOffset(); where no element admits the point the upper limit is written */
+KESTO_API bool KESTO_CALL GetMileAndOffsetInLim(RoadDesign* road, double x, double y, double lower,
+                                                int32_t lowerOccurrence, double upper, int32_t upperOccurrence,
+                                                double* mileage, double* offset, int32_t* occurrence);
+
+/** The design stake nearest to a point's foot on the road; on a tie the later one, beyond the list its nearer end.
+ *  @param x, y       the point (m)
+ *  @param stake      out: the stake, untouched on failure
+ *  @param occurrence out: occurrence of the foot's mileage; written as GetMileageAndOffset() does
+ *  @return false: as GetMileageAndOffset(), or there is no stake list */
+KESTO_API bool KESTO_CALL GetNearbyStakeCoordinate(RoadDesign* road, double x, double y, StakeCoordinate* stake,
+                                                   int32_t* occurrence);
+
+/* --------------------------------------------------------------------------------------------------- design run --- */
+
+/** Builds the element chain anew from the elements as they stand, applying the broken chains. The stake list is kept.
+ *  @return false: fewer than two elements, no start record, an element that cannot be evaluated, or memory ran out;
+ *          the elements are then as before */
+KESTO_API bool KESTO_CALL UpdateData(RoadDesign* road);
+
+/** The design run: makes the elements by the road design mode, builds the chain, joins every element to the end of the
+ *  one before, makes and names the stakes, derives the vertical curves.
+ *  @return false: the road could not be built, or not every stake could be made; the stakes made so far stay, unnamed,
+ *          and the vertical curves of a road that could be built are derived all the same */
+KESTO_API bool KESTO_CALL DesignRoad(RoadDesign* road);
+
+/** Number of stakes in the design stake list; 0 for a null handle. */
+KESTO_API int32_t KESTO_CALL GetStakeCoordinateCount(RoadDesign* road);
+/** Copies the stake at the index out. @return false: null argument or index out of range */
+KESTO_API bool KESTO_CALL GetStakeCoordinate(RoadDesign* road, int32_t index, StakeCoordinate* stake);
+
+/* --------------------------------------------------------------------------------------------- vertical profile --- */
+
+/** Number of grade-change points; 0 for a null handle. */
+KESTO_API int32_t KESTO_CALL GetVerticalCurveCount(RoadDesign* road);
+/** Adds a grade-change point in ascending order along the road. Mileages that are not on the road count as continuous.
+ *  @return false: null argument, mileage not finite or within 1e-7 of a stored point, or memory ran out */
+KESTO_API bool KESTO_CALL AddVerticalCurve(RoadDesign* road, const VerticalCurve* curve);
+/** Adds up to 16 grade-change points, all or none.
+ *  @param count number of records, 0 to 16
+ *  @return false: count below 0 or above 16, null array, or one record would be refused; then nothing is added */
+KESTO_API bool KESTO_CALL AddVerticalCurveList(RoadDesign* road, const VerticalCurve* curves, int32_t count);
+/** Removes the record at the index. @return false: index out of range */
+KESTO_API bool KESTO_CALL DeleteVerticalCurve(RoadDesign* road, int32_t index);
+/** Copies the record at the index out, derived fields as of the last derivation.
+ *  @return false: null argument or index out of range */
+KESTO_API bool KESTO_CALL GetVerticalCurve(RoadDesign* road, int32_t index, VerticalCurve* curve);
+/** Overwrites the record at the index, in its place. @return false: null argument, index out of range or mileage not
+ *  finite */
+KESTO_API bool KESTO_CALL SetVerticalCurve(RoadDesign* road, int32_t index, const VerticalCurve* curve);
+
+/** Design height at a stake mileage. The profile is level before its first and after its last point.
+ *  @param mileage    stake mileage (m)
+ *  @param occurrence which of the equal stake mileages, 0-based
+ *  @param offset     offset from the centre line (m); away from the centre line there is no height yet
+ *  @param height     out: design height (m), 0 when the road can be built but has no height there
+ *  @return true with a height; true and 0 on the centre line of a road without grade-change points. false: null
+ *          argument, a number not finite, no road can be built (output untouched), no such occurrence, or no height at
+ *          the offset (output 0) */
+KESTO_API bool KESTO_CALL GetHeight(RoadDesign* road, double mileage, int32_t occurrence, double offset,
+                                    double* height);
+
+/* -------------------------------------------------------------------------------------------------------- files --- */
+
+/** Saves the road as a project file. The earlier file stays whole until the new one is complete.
+ *  @param path file path in the local code page; an extension other than ".road" (in any case) gets ".road" appended
+ *  @return 0; 12 null handle or path, 15 not written whole, 16 out of memory */
+KESTO_API int32_t KESTO_CALL SaveProject(RoadDesign* road, const char* path);
+
+/** Opens a project file: its data replace the road's design data. No design run.
+ *  @param path file path ending in ".road"
+ *  @return 0; 12 null handle or path, 13 cannot be opened, 14 wrong extension, 16 out of memory: the road is then as
+ *          before. Records that cannot be read are skipped: GetLastFailure() then tells how many (18). */
+KESTO_API int32_t KESTO_CALL OpenProject(RoadDesign* road, const char* path);
+
+/** OpenProject(), then DesignRoad().
+ *  @return as OpenProject(), or the design run's own code (1 to 9); what was read is then kept */
+KESTO_API int32_t KESTO_CALL OpenProject2(RoadDesign* road, const char* path);
+
+#ifdef __cplusplus
+}
+#endif
+
+#include "kesto_road/layout.h"
+
+#endif

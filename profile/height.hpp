@@ -1,0 +1,21 @@
+/// Design height of the centre line.
+#pragma once
+
+#include "alignment/chainage.hpp"
+#include "core/result.hpp"
+
+namespace kesto {
+
+/// Height of the profile at a stake mileage (m): tangents and parabolas (route surveying, vertical curves), level
+/// before the first point and after the last. Makes the road current and derives the profile where they are not.
+/// @param known out: true once the road is current, so that a failure means that there is no height there
+/// @return 0 without grade-change points, touching nothing. Fails where no road can be built, off the road or for a
+///         missing occurrence, where curves leave a place undefined, and for a curve of an unknown mode. Exact within
+///         the rounding of the heights.
+Result<double> CentreHeight(RoadDesign& road, StakeMileage stake, bool& known);
+
+/// Design height at a stake mileage and offset (m). Away from the centre line there is none yet.
+/// @param height out: untouched where an argument is not finite or no road can be built; 0 where there is no height
+Outcome FindHeight(RoadDesign& road, StakeMileage stake, double offset, double& height);
+
+}  // namespace kesto

@@ -1,0 +1,33 @@
+/// The grade-change points in order along the road, and what is derived of them.
+#pragma once
+
+#include <span>
+
+#include "core/result.hpp"
+#include "core/road_design.hpp"
+
+namespace kesto {
+
+/// What the vertical curve mode says.
+enum class CurveMode : std::int32_t { Radius = 0, GivenEnds = 1 };
+
+/// Inserts a grade-change point in its place along the road (by continuous mileage).
+/// @return fails when its mileage is not finite or within 1e-7 m of a stored point's
+Outcome InsertVerticalCurve(RoadDesign& road, const VerticalCurve& curve);
+
+/// Inserts several grade-change points, all or none.
+/// @return fails, with nothing added, as InsertVerticalCurve() would for one of them
+Outcome InsertVerticalCurves(RoadDesign& road, std::span<const VerticalCurve> curves);
+
+/// Overwrites a grade-change point in its place.
+/// @return fails when the index addresses no record or the mileage is not finite
+Outcome ReplaceVerticalCurve(RoadDesign& road, std::int32_t index, const VerticalCurve& curve);
+
+/// Derives grades, distances, signs and curve ends of every grade-change point, and the places that heights are
+/// searched by. The road must be current.
+void DeriveProfile(RoadDesign& road);
+
+/// The profile's places; derives first when points, mode or chain have changed since. The road must be current.
+const ProfileCache& CurrentProfile(RoadDesign& road);
+
+}  // namespace kesto
