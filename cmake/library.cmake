@@ -3,8 +3,7 @@ add_library(kesto_road SHARED
     core/exports.cpp
     alignment/exports.cpp
     profile/exports.cpp
-    design/exports.cpp
-    io/exports.cpp)
+    design/exports.cpp)
 add_library(kesto::kesto_road ALIAS kesto_road)
 target_link_libraries(kesto_road PRIVATE kesto_rooms kesto_flags)
 target_compile_definitions(kesto_road PRIVATE KESTO_ROAD_BUILDING)
@@ -38,5 +37,6 @@ set(kesto_cmake_dir ${CMAKE_INSTALL_LIBDIR}/cmake/kesto_road)
 install(EXPORT kesto_road NAMESPACE kesto:: DESTINATION ${kesto_cmake_dir} FILE kesto_road-config.cmake)
 write_basic_package_version_file(kesto_road-config-version.cmake COMPATIBILITY SameMajorVersion)
 install(FILES ${CMAKE_CURRENT_BINARY_DIR}/kesto_road-config-version.cmake DESTINATION ${kesto_cmake_dir})
+file(RELATIVE_PATH kesto_pc_prefix /${CMAKE_INSTALL_LIBDIR}/pkgconfig /)
 configure_file(cmake/kesto_road.pc.in kesto_road.pc @ONLY)
 install(FILES ${CMAKE_CURRENT_BINARY_DIR}/kesto_road.pc DESTINATION ${CMAKE_INSTALL_LIBDIR}/pkgconfig)
