@@ -69,6 +69,15 @@ Candidate WalkElements(const RoadDesign& road, Point point, double lower, double
     return best;
 }
 
+/// No element admits the point: how far it is from the road's end that was given instead.
+Failure NoFoot(const Located& end) noexcept {
+    Failure failure = FailValue(KESTO_NO_FOOT, end.offset);
+    failure.limit = KESTO_LIMIT_ROAD_END;
+    failure.bound = end.stake.mileage;
+    failure.excess = end.offset;
+    return failure;
+}
+
 Outcome Search(RoadDesign& road, Point point, const Limit& lower, const Limit& upper,
                std::optional<Located>& located) noexcept {
     const Candidate best = WalkElements(road, point, lower.continuous, upper.continuous);
@@ -87,7 +96,7 @@ Outcome Search(RoadDesign& road, Point point, const Limit& lower, const Limit& u
     }
     if (!std::isfinite(result.stake.mileage) || !std::isfinite(result.offset)) return Fail(KESTO_RESULT_NOT_FINITE);
     located = result;
-    if (!best.found || result.stake.occurrence == noOccurrence) return Fail(KESTO_NO_FOOT);
+    if (!best.found || result.stake.occurrence == noOccurrence) return NoFoot(result);
     return {};
 }
 

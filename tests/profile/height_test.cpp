@@ -1,0 +1,141 @@
+#include "profile/height.hpp"
+
+#include <gtest/gtest.h>
+
+#include <cmath>
+#include <memory>
+#include <random>
+#include <vector>
+
+#include "alignment/broken_chains.hpp"
+#include "alignment/chain_builder.hpp"
+#include "alignment/quadrature.hpp"
+#include "profile/vertical_curves.hpp"
+
+namespace {
+
+/// Height at a continuous mileage.
+double HeightAt(RoadDesign& road, double continuous) {
+    double height = -999;
+    EXPECT_TRUE(kesto::FindHeight(road, kesto::StakeMileageAt(road, continuous), 0, height)) << continuous;
+    return height;
+}
+
+VerticalCurve PointAt(kesto::StakeMileage stake, double elevation, double radius) {
+    VerticalCurve curve{};
+    curve.mileage = stake.mileage;
+    curve.occurrence = stake.occurrence;
+    curve.elevation = elevation;
+    curve.radius = radius;
+    curve.startOccurrence = curve.endOccurrence = -1;
+    return curve;
+}
+
+/// A straight road of 3 km from mileage 100 on, broken forwards and backwards.
+void MakeRoad(RoadDesign& road) {
+    road.settings.roadDesignMode = 1;
+    road.settings.startMileage = 100;
+    kesto::SetStart(road, 0, 0, 0);
+    road.elements.Insert(kesto_test::MakeElement(1, false, 0, 0, 3000));
+    ASSERT_TRUE(kesto::InsertBrokenChain(road, {700, 950}));
+    ASSERT_TRUE(kesto::InsertBrokenChain(road, {1600, 1100}));
+    ASSERT_TRUE(kesto::EnsureCurrent(road));
+}
+
+struct Parabola {
+    double point, elevation, radius;  // continuous mileage
+};
+
+const std::vector<Parabola> profile = {{150, 20, 0},     {620, 30, 8000},  {1180, 12, 5000},
+                                       {1900, 12, 9000}, {2300, 25, 4000}, {3000, 8, 0}};
+
+/// Height by integrating the grade, which changes evenly along every curve: no formula in common with the library.
+double IntegratedHeight(double s) {
+    const auto grade = [](std::size_t i) {
+        return (profile[i + 1].elevation - profile[i].elevation) / (profile[i + 1].point - profile[i].point);
+    };
+    const auto gradeAt = [&](double x) {
+        for (std::size_t i = 1; i + 1 < profile.size(); ++i) {
+            const double half = std::fabs(grade(i) - grade(i - 1)) * profile[i].radius / 2;
+            const double t = (x - profile[i].point + half) / (2 * half);
+            if (x < profile[i].point - half) return grade(i - 1);
+            if (x < profile[i].point + half) return grade(i - 1) + (grade(i) - grade(i - 1)) * t;
+        }
+        return grade(profile.size() - 2);
+    };
+    constexpr int steps = 200000;
+    const double from = profile.front().point;
+    const double h = (s - from) / steps;
+    double sum = 0;
+    for (int i = 0; i < steps; ++i) sum += gradeAt(from + h * (i + 0.5)) * h;
+    return profile.front().elevation + sum;
+}
+
+TEST(Height, AgreesWithTheIntegratedGrade) {
+    RoadDesign road;
+    MakeRoad(road);
+    for (const Parabola& it : profile) {
+        ASSERT_TRUE(
+            kesto::InsertVerticalCurve(road, PointAt(kesto::StakeMileageAt(road, it.point), it.elevation, it.radius)));
+    }
+    for (double s = 150; s <= 3000; s += 47.3) EXPECT_NEAR(HeightAt(road, s), IntegratedHeight(s), 1e-6) << s;
+    EXPECT_EQ(HeightAt(road, 120), 20) << "level before the first point";
+    EXPECT_EQ(HeightAt(road, 3050), 8) << "level after the last point";
+
+    // The derived curve ends, given as such, make the same profile in the mode that reads them.
+    std::vector<double> before;
+    for (double s = 100; s <= 3100; s += 31.7) before.push_back(HeightAt(road, s));
+    road.settings.verticalCurveMode = 1;
+    for (std::size_t i = 0; i < before.size(); ++i) {
+        EXPECT_NEAR(HeightAt(road, 100 + 31.7 * static_cast<double>(i)), before[i], 1e-9) << i;
+    }
+}
+
+TEST(Height, FollowsEveryEdit) {
+    RoadDesign road;
+    MakeRoad(road);
+    ASSERT_TRUE(kesto::InsertVerticalCurve(road, PointAt({100, 0}, 10, 0)));
+    ASSERT_TRUE(kesto::InsertVerticalCurve(road, PointAt({500, 0}, 50, 0)));
+    EXPECT_DOUBLE_EQ(HeightAt(road, 300), 30);
+    ASSERT_TRUE(kesto::ReplaceVerticalCurve(road, 1, PointAt({500, 0}, 90, 0)));
+    EXPECT_DOUBLE_EQ(HeightAt(road, 300), 50);
+    ASSERT_TRUE(kesto::InsertVerticalCurve(road, PointAt({300, 0}, 0, 0)));
+    EXPECT_DOUBLE_EQ(HeightAt(road, 200), 5);
+    road.verticalCurves.Remove(1);
+    EXPECT_DOUBLE_EQ(HeightAt(road, 300), 50);
+    // A rebuilt chain moves the points: stake 500 is now 100 m farther along the road.
+    road.settings.startMileage = 0;
+    ASSERT_TRUE(kesto::BuildChain(road));
+    EXPECT_DOUBLE_EQ(HeightAt(road, 300), 50);
+    road.settings.verticalCurveMode = 7;
+    double height = 1;
+    ASSERT_TRUE(kesto::InsertVerticalCurve(road, PointAt({300, 0}, 0, 1000)));
+    const kesto::Outcome found = kesto::FindHeight(road, {310, 0}, 0, height);
+    ASSERT_FALSE(found);
+    EXPECT_EQ(found.failure().status, KESTO_UNKNOWN_CURVE_MODE);
+    EXPECT_EQ(height, 0);
+}
+
+TEST(Height, CurvesPastTheRoadsEnds) {
+    RoadDesign road;
+    road.settings.roadDesignMode = 1;
+    kesto::SetStart(road, 0, 0, 0);
+    road.elements.Insert(kesto_test::MakeElement(1, false, 0, 0, 1000));
+    // Points before and beyond the road count in continuous mileage; the parabolas are those of the whole profile.
+    for (const auto& [mileage, elevation] : {std::pair{-400.0, 0.0}, {50.0, 9.0}, {990.0, 0.0}, {1500.0, 15.0}}) {
+        ASSERT_TRUE(kesto::InsertVerticalCurve(road, PointAt({mileage, -1}, elevation, 10000)));
+    }
+    ASSERT_TRUE(kesto::EnsureCurrent(road));
+    const double change = 0.02 + 9.0 / 940;
+    const double half = change * 10000 / 2;
+    ASSERT_GT(half, 50) << "the first curve begins before the road";
+    EXPECT_NEAR(HeightAt(road, 0), 9 - 0.02 * 50 - (half - 50) * (half - 50) / 20000, 1e-9);
+    EXPECT_EQ(road.verticalCurves[1].startMileage, 0);
+    EXPECT_EQ(road.verticalCurves[1].startOccurrence, 0);
+    const double sag = (15.0 / 510 + 9.0 / 940) * 10000 / 2;
+    ASSERT_GT(990 + sag, 1000) << "the second one ends beyond it";
+    const double toStart = 1000 - (990 - sag);
+    EXPECT_NEAR(HeightAt(road, 1000 - 1e-9), -9.0 / 940 * 10 + toStart * toStart / 20000, 1e-7);
+}
+
+}  // namespace
