@@ -1,6 +1,8 @@
 /// The road: a plain aggregate of settings, lists and derived data. What is computed from it are free functions above.
 #pragma once
 
+#include <array>
+#include <cstddef>
 #include <cstdint>
 #include <map>
 #include <optional>
@@ -37,9 +39,12 @@ inline constexpr std::size_t changeKindCount = 2;  // 0 heightening, 1 widening
 
 /// The cross sections of a road. Keys of the maps are continuous mileages (m).
 struct SectionData {
-    std::vector<SectionPlate> plates[sideCount];
-    std::map<double, ChangeSection> changeSections[sideCount][changeKindCount];
-    std::map<double, std::int32_t> transitionTypes[sideCount][changeKindCount];
+    template <class Entry>
+    using Tables = std::array<std::array<std::map<double, Entry>, changeKindCount>, sideCount>;
+
+    std::array<std::vector<SectionPlate>, sideCount> plates;
+    Tables<ChangeSection> changeSections;
+    Tables<std::int32_t> transitionTypes;
     std::vector<SectionMileageIndex> mileageIndex;
 };
 
