@@ -50,7 +50,7 @@ Value GuardValue(RoadDesign* road, Failing<Value> failing, Body&& body, const Re
         road->lastFailure = failure;
         return failing.other;
     };
-    if ((... || (required == nullptr))) return fail(Fail(KESTO_NULL_ARGUMENT));
+    if ((... || !required)) return fail(Fail(KESTO_NULL_ARGUMENT));
     return guard::Run<Value>(
         [&]() -> Value {
             Result<Value> result = body(*road);

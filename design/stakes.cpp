@@ -16,7 +16,7 @@ namespace kesto {
 
 namespace {
 
-inline constexpr double mostRegularStakes = 10000;
+inline constexpr int mostRegularStakes = 10000;
 inline constexpr std::int32_t triedOccurrences = 4;  // deliberately no more are looked for
 inline constexpr std::string_view middleLabel = "QZ";
 inline constexpr std::string_view endLabel = "ZD";
@@ -80,14 +80,13 @@ public:
           sense(element.length < 0 ? -1 : 1),
           interval(spacing),
           fromStart(mode == StakeMode::FromElementStart),
-          first(fromStart ? 1 : FirstMultiple()),
-          // The rounding of far mileages must not keep the loop alive.
-          most(std::fabs(element.length) / spacing + 2) {}
+          first(fromStart ? 1 : FirstMultiple()) {}
 
     /// Calls `visit` with every mileage strictly inside the element until it fails.
     template <class Visit>
     Outcome ForEach(Visit&& visit) const {
-        for (double i = 0; i <= most; ++i) {
+        // Counted, so that the rounding of far mileages cannot keep the loop alive.
+        for (int i = 0; i <= mostRegularStakes + 1; ++i) {
             const double mileage = fromStart ? start + sense * (first + i) * interval : (first + sense * i) * interval;
             if (!(sense * (end - mileage) > tolerance::stakeEnd)) break;
             if (!(sense * (mileage - start) > tolerance::stakeEnd)) continue;
@@ -107,8 +106,7 @@ private:
     double sense;     // +1 or -1
     double interval;  // m
     bool fromStart;
-    double first;
-    double most;  // bound of the loop
+    double first;  // number of the first stake: in steps from the start, or from mileage 0
 };
 
 /// Regular stakes of one element, and an arc's middle in its place among them.
