@@ -3,7 +3,8 @@ add_library(kesto_road SHARED
     core/exports.cpp
     alignment/exports.cpp
     profile/exports.cpp
-    design/exports.cpp)
+    design/exports.cpp
+    io/exports.cpp)
 add_library(kesto::kesto_road ALIAS kesto_road)
 target_link_libraries(kesto_road PRIVATE kesto_rooms kesto_flags)
 target_compile_definitions(kesto_road PRIVATE KESTO_ROAD_BUILDING)

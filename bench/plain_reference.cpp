@@ -1,0 +1,93 @@
+#include "plain_reference.hpp"
+
+#include <charconv>
+#include <cmath>
+#include <filesystem>
+#include <fstream>
+#include <limits>
+
+namespace bench {
+
+namespace {
+
+constexpr double degree = 3.14159265358979323846 / 180;  // rad
+
+kesto::Position Evaluate(RoadDesign* road, const Element& element, double distance) {
+    kesto::Position at;
+    GetElementPositionAndAzimuth(road, &element, distance, &at.x, &at.y, &at.azimuth);
+    return at;
+}
+
+}  // namespace
+
+kesto::Position WalkToPosition(RoadDesign* road, const std::vector<Element>& elements, double mileage, double offset) {
+    std::size_t i = 1;
+    while (i + 1 < elements.size() && mileage > elements[i].startMileage + elements[i].length) ++i;
+    kesto::Position at = Evaluate(road, elements[i], mileage - elements[i].startMileage);
+    at.x -= offset * std::sin(at.azimuth * degree);
+    at.y += offset * std::cos(at.azimuth * degree);
+    return at;
+}
+
+Chords::Chords(kesto::Road& road, double spacing) {
+    for (const Element& element : road.Elements()) {
+        const auto parts = static_cast<int>(std::ceil(element.length / spacing));
+        for (int part = 0; part < parts; ++part) {
+            const double distance = element.length * part / parts;
+            const kesto::Position at = Evaluate(road.Handle(), element, distance);
+            vertices.push_back({element.startMileage + distance, at.x, at.y});
+        }
+    }
+}
+
+double Chords::Nearest(double x, double y) const {
+    double nearest = 0;
+    double least = std::numeric_limits<double>::infinity();  // m², squared distance
+    for (std::size_t i = 1; i < vertices.size(); ++i) {
+        const Vertex& start = vertices[i - 1];
+        const double dx = vertices[i].x - start.x;
+        const double dy = vertices[i].y - start.y;
+        const double along = ((x - start.x) * dx + (y - start.y) * dy) / (dx * dx + dy * dy);
+        const double part = std::fmin(std::fmax(along, 0), 1);
+        const double awayX = x - start.x - part * dx;
+        const double awayY = y - start.y - part * dy;
+        const double squared = awayX * awayX + awayY * awayY;
+        if (squared < least) {
+            least = squared;
+            nearest = start.mileage + part * (vertices[i].mileage - start.mileage);
+        }
+    }
+    return nearest;
+}
+
+double EvaluateStakes(RoadDesign* road, const std::vector<Element>& elements,
+                      const std::vector<StakeCoordinate>& stakes) {
+    double sum = 0;
+    std::size_t i = 1;
+    for (const StakeCoordinate& stake : stakes) {
+        while (i + 1 < elements.size() && stake.mileage > elements[i].startMileage + elements[i].length) ++i;
+        const kesto::Position at = Evaluate(road, elements[i], stake.mileage - elements[i].startMileage);
+        sum += at.x + at.y;
+    }
+    return sum;
+}
+
+std::size_t ConvertNumbers(const std::string& path) {
+    std::string text(std::filesystem::file_size(path), '\0');
+    std::ifstream(path, std::ios::binary).read(text.data(), static_cast<std::streamsize>(text.size()));
+    std::size_t count = 0;
+    const char* const end = text.data() + text.size();
+    for (const char* at = text.data(); at != end;) {
+        if (static_cast<unsigned char>(*at) <= ' ') {
+            ++at;
+            continue;
+        }
+        double number = 0;
+        const auto [next, error] = std::from_chars(at, end, number);
+        if (error == std::errc{}) ++count;
+        at = next == at ? at + 1 : next;
+    }
+    return count;
+}
+
+}  // namespace bench

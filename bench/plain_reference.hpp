@@ -1,0 +1,40 @@
+/// The plain ways that the library's answers are timed against.
+#pragma once
+
+#include <cstddef>
+#include <string>
+#include <vector>
+
+#include "kesto_road/kesto_road.hpp"
+
+namespace bench {
+
+/// Position at a mileage by walking a copy of the elements from the first one on, until one holds the mileage.
+kesto::Position WalkToPosition(RoadDesign* road, const std::vector<Element>& elements, double mileage, double offset);
+
+/// A road as a string of chords, for a nearest-point search that tries every one.
+class Chords {
+public:
+    /// @param spacing largest length of a chord (m)
+    Chords(kesto::Road& road, double spacing);
+
+    /// Mileage (m) of the nearest point on any chord: near the road's own foot, never exactly it.
+    double Nearest(double x, double y) const;
+
+private:
+    struct Vertex {
+        double mileage, x, y;  // m
+    };
+    std::vector<Vertex> vertices;
+};
+
+/// Evaluates every stake on its element, whose place in the list is followed along: what a design run cannot go below.
+/// @return sum of the coordinates (m), so that no evaluation can be left out
+double EvaluateStakes(RoadDesign* road, const std::vector<Element>& elements,
+                      const std::vector<StakeCoordinate>& stakes);
+
+/// Reads a file whole and converts every number in it.
+/// @return how many numbers there are
+std::size_t ConvertNumbers(const std::string& path);
+
+}  // namespace bench

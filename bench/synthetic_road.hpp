@@ -1,0 +1,39 @@
+/// Roads of any number of elements and points beside them, the same on every machine.
+#pragma once
+
+#include <cstdint>
+#include <vector>
+
+#include "kesto_road/kesto_road.hpp"
+
+namespace bench {
+
+/// Numbers that look random, from a fixed seed.
+class Random {
+public:
+    explicit Random(std::uint64_t seed) noexcept : state(seed) {}
+
+    /// Evenly distributed in [lower, upper).
+    double Between(double lower, double upper) noexcept;
+
+private:
+    std::uint64_t state;
+};
+
+/// A designed highway: straight, spiral, arc, spiral, repeated, turns alternating, in coordinates of a national grid.
+/// Headings stay within 55 degrees of one direction, so the road never comes back to itself.
+/// @param elements number of elements besides the start record
+kesto::Road Highway(int elements);
+
+/// A point beside the road and what it was made from.
+struct Query {
+    double mileage;  // m
+    double offset;   // m
+    double x, y;     // m
+};
+
+/// Points evenly spread along the road, in random order.
+/// @param band largest offset to either side (m)
+std::vector<Query> Queries(kesto::Road& road, double band);
+
+}  // namespace bench

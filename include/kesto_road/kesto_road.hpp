@@ -1,0 +1,345 @@
+/** @file kesto_road.hpp
+ *  Comfort for C++17 callers over the C interface of kesto_road.h: a handle that ends itself, optionals in place of
+ *  output pointers, and elements appended one behind the other. Header only: it adds nothing to the binary interface.
+ *
+ *  Axes, units, mileages, occurrences and the rule about threads are those of kesto_road.h.
+ *
+ *  Failures:
+ *  - the constructor throws std::bad_alloc;
+ *  - what builds a road (Start, Straight, Arc, Spiral, BrokenChain, GradePoint) throws kesto::Error
+ *    and adds nothing, so a road cannot silently miss a piece;
+ *  - queries return an empty optional, Design and Update return false, Open and Save a status: LastFailure() tells why.
+ */
+#ifndef KESTO_ROAD_KESTO_ROAD_HPP
+#define KESTO_ROAD_KESTO_ROAD_HPP
+
+#include <cmath>
+#include <cstddef>
+#include <cstdint>
+#include <initializer_list>
+#include <memory>
+#include <new>
+#include <optional>
+#include <stdexcept>
+#include <string>
+#include <vector>
+
+#include "kesto_road/kesto_road.h"
+
+namespace kesto {
+
+/** Point of the road with the direction of the centre line. */
+struct Position {
+    double x = 0;       /**< northing (m) */
+    double y = 0;       /**< easting (m) */
+    double azimuth = 0; /**< tangent azimuth of the centre line (degrees, clockwise from +x) */
+};
+
+/** Place of a point relative to the road. */
+struct Location {
+    double mileage = 0;          /**< stake mileage of the foot (m) */
+    std::int32_t occurrence = 0; /**< which of the equal stake mileages, 0-based */
+    double offset = 0;           /**< offset from the centre line (m), positive to the right */
+};
+
+/** Side to which an arc or a spiral turns, looking along it. */
+enum class Turn : std::uint8_t { Left = 0, Right = 1 };
+
+/** A status code as an English sentence: static text, never null. */
+inline const char* Describe(std::int32_t status) { return DescribeStatus(status); }
+
+/** Thrown where a road cannot be built up as asked. what() is the sentence of the status. */
+class Error : public std::runtime_error {
+public:
+    explicit Error(std::int32_t code) : std::runtime_error(Describe(code)), status(code) {}
+
+    /** The KestoStatus. */
+    std::int32_t Status() const noexcept { return status; }
+
+private:
+    std::int32_t status;
+};
+
+/** A road. Moves but does not copy; ended by its destructor. A moved-from road may only be assigned or destroyed. */
+class Road {
+public:
+    // What may rebuild the road behind the handle is not const.
+    // NOLINTBEGIN(readability-make-member-function-const)
+
+    /** An empty road with default settings. @throws std::bad_alloc */
+    Road() : handle(StartRoadDesign()) {
+        if (!handle) throw std::bad_alloc();
+    }
+
+    /** The handle, for every function of kesto_road.h; stays owned by this object. */
+    RoadDesign* Handle() const noexcept { return handle.get(); }
+
+    // ---------------------------------------------------------------------------------------------- building a road
+
+    /** Begins the horizontal alignment: drops every element there is and sets the road design mode to elements (1).
+     *  @param x, y    start point (m)
+     *  @param azimuth start azimuth (degrees)
+     *  @param mileage stake mileage of the start (m)
+     *  @throws Error when a number is not finite or memory runs out */
+    Road& Start(double x, double y, double azimuth, double mileage = 0) {
+        RequireFinite({x, y, azimuth, mileage});
+        for (std::int32_t i = GetElementCount(Handle()); i-- > 0;) DeleteElement(Handle(), i);
+        SetRoadDesignMode(Handle(), elementMode);
+        SetStartMileage(Handle(), mileage);
+        Require(SetStartInformation(Handle(), x, y, azimuth));
+        return *this;
+    }
+
+    /** Appends a straight to the end of the last element.
+     *  @param length length (m)
+     *  @throws Error when there is no start, the length is not finite, or memory runs out */
+    Road& Straight(double length) { return Append(straightType, Turn::Left, 0, 0, length); }
+
+    /** Appends a circular arc, tangent to the last element.
+     *  @param radius radius (m), above 0
+     *  @param length arc length (m)
+     *  @param turn   side to which it turns
+     *  @throws Error as Straight(), and when the radius is not above 0 */
+    Road& Arc(double radius, double length, Turn turn) {
+        Require(radius > 0 && std::isfinite(radius), KESTO_ELEMENT_NOT_EVALUABLE);
+        return Append(arcType, turn, radius, 0, length);
+    }
+
+    /** Appends a clothoid spiral, tangent to the last element.
+     *  @param startRadius radius at its start (m), 0 for infinite
+     *  @param endRadius   radius at its end (m), 0 for infinite
+     *  @param length      length (m)
+     *  @param turn        side to which it turns
+     *  @throws Error as Straight(), and when a radius is negative or both are equal */
+    Road& Spiral(double startRadius, double endRadius, double length, Turn turn) {
+        Require(startRadius >= 0 && endRadius >= 0 && std::isfinite(startRadius + endRadius) &&
+                    std::fabs(startRadius - endRadius) > 0,
+                KESTO_ELEMENT_NOT_EVALUABLE);
+        return Append(spiralType, turn, startRadius, endRadius, length);
+    }
+
+    /** Adds a broken chain: from here on the stakes count from another mileage. Takes effect with Design().
+     *  @param back  stake mileage before the break (m)
+     *  @param ahead stake mileage of the same point after it (m)
+     *  @throws Error when a number is not finite, a break with this back mileage exists, or memory runs out */
+    Road& BrokenChain(double back, double ahead) {
+        RequireFinite({back, ahead});
+        const ::BrokenChain chain{back, ahead};
+        Require(AddBrokenChain(Handle(), &chain));
+        return *this;
+    }
+
+    /** Adds a grade-change point with its curve. Add the elements and broken chains first: they tell where on the road
+     *  the mileage lies.
+     *  @param mileage    stake mileage (m)
+     *  @param elevation  elevation (m)
+     *  @param radius     radius of the vertical curve (m), 0 for none; the first and the last point have no curve
+     *  @param occurrence which of the equal stake mileages, 0-based
+     *  @throws Error when a number is not finite, a point at this place exists, or memory runs out */
+    Road& GradePoint(double mileage, double elevation, double radius = 0, std::int32_t occurrence = 0) {
+        RequireFinite({mileage, elevation, radius});
+        VerticalCurve curve{};
+        curve.startOccurrence = curve.endOccurrence = notSet;
+        curve.mileage = mileage;
+        curve.occurrence = occurrence;
+        curve.elevation = elevation;
+        curve.radius = radius;
+        Require(AddVerticalCurve(Handle(), &curve));
+        return *this;
+    }
+
+    /** Stores the spacing of regular stakes (m), at least 1; 100 by default. */
+    Road& StakeInterval(double interval) {
+        SetMileageInterval(Handle(), interval);
+        return *this;
+    }
+
+    /** Stores the text before stake mileages, "K" by default. */
+    Road& StakePrefix(const std::string& prefix) {
+        SetMakeStakePerfix(Handle(), prefix.c_str());
+        return *this;
+    }
+
+    /** The design run: builds the chain, makes and names the stakes, derives the profile. Call it after building or
+     *  editing and before queries. @return false: see DesignRoad() */
+    bool Design() { return DesignRoad(Handle()); }
+
+    /** Builds the element chain anew and keeps the stakes. @return false: see UpdateData() */
+    bool Update() { return UpdateData(Handle()); }
+
+    // ---------------------------------------------------------------------------------------------------- queries
+
+    /** Point at a stake mileage, on the chain as it stands: Design(), Update() or Open() must have built it.
+     *  @param mileage    stake mileage (m)
+     *  @param offset     offset square to the centre line (m), positive to the right
+     *  @param occurrence which of the equal stake mileages, 0-based
+     *  @return empty: the road does not have this mileage in this occurrence */
+    std::optional<Position> At(double mileage, double offset = 0, std::int32_t occurrence = 0) {
+        Position at;
+        const bool found =
+            GetPositionAndAzimuth(Handle(), mileage, offset, squareAngle, &at.x, &at.y, &at.azimuth, occurrence);
+        return When(found, at);
+    }
+
+    /** Mileage and offset of a point, searched on the whole road.
+     *  @param x, y the point (m)
+     *  @return empty: no part of the road lies beside the point */
+    std::optional<Location> Locate(double x, double y) {
+        Location at;
+        return When(GetMileageAndOffset(Handle(), x, y, &at.mileage, &at.offset, &at.occurrence), at);
+    }
+
+    /** Mileage and offset of a point, searched between two places of the road (their offsets are not read). Where a
+     *  limit is the nearest point it becomes the result.
+     *  @param x, y         the point (m)
+     *  @param lower, upper limits: stake mileage (m) and occurrence
+     *  @return empty: see GetMileAndOffsetInLim() */
+    std::optional<Location> LocateBetween(double x, double y, const Location& lower, const Location& upper) {
+        Location at;
+        const bool found = GetMileAndOffsetInLim(Handle(), x, y, lower.mileage, lower.occurrence, upper.mileage,
+                                                 upper.occurrence, &at.mileage, &at.offset, &at.occurrence);
+        return When(found, at);
+    }
+
+    /** Design height.
+     *  @param mileage    stake mileage (m)
+     *  @param occurrence which of the equal stake mileages, 0-based
+     *  @param offset     offset from the centre line (m), positive to the right
+     *  @return height (m), 0 on the centre line of a road without grade points; empty: no such place, or no height */
+    std::optional<double> Height(double mileage, std::int32_t occurrence = 0, double offset = 0) {
+        double height = 0;
+        return When(GetHeight(Handle(), mileage, occurrence, offset, &height), height);
+    }
+
+    /** Continuous mileage (start mileage plus distance along the road) of a stake mileage.
+     *  @param mileage    stake mileage (m)
+     *  @param occurrence which of the equal stake mileages, 0-based
+     *  @return continuous mileage (m); empty: the road does not have this mileage in this occurrence */
+    std::optional<double> ContinuousMileage(double mileage, std::int32_t occurrence = 0) {
+        return When(GetSrcMileage(Handle(), &mileage, occurrence), mileage);
+    }
+
+    /** The design stake nearest to a point's foot on the road. @return empty: see GetNearbyStakeCoordinate() */
+    std::optional<StakeCoordinate> NearestStake(double x, double y) {
+        StakeCoordinate stake{};
+        std::int32_t occurrence = 0;
+        return When(GetNearbyStakeCoordinate(Handle(), x, y, &stake, &occurrence), stake);
+    }
+
+    /** The stakes of the last design run, in the order of travel. */
+    std::vector<StakeCoordinate> Stakes() { return Copies(GetStakeCoordinateCount, GetStakeCoordinate); }
+
+    /** The elements, the start record first. */
+    std::vector<Element> Elements() { return Copies(GetElementCount, GetElement); }
+
+    /** A mileage as it is written on a stake: "K12+345.678", rounded to the millimetre; "+" in front marks a later
+     *  occurrence, "-" a negative mileage.
+     *  @param mileage    stake mileage (m)
+     *  @param occurrence which of the equal stake mileages, 0-based */
+    std::string StakeText(double mileage, std::int32_t occurrence = 0) const {
+        if (!(std::fabs(mileage) < mostWritten)) return "?";
+        const long long millimetres = std::llround(std::fabs(mileage) * 1000);
+        const auto threeDigits = [](long long number) { return std::to_string(1000 + number % 1000).substr(1); };
+        std::string text = occurrence > 0 ? "+" : mileage < 0 && millimetres > 0 ? "-" : "";
+        text += GetMakeStakePerfix(Handle());
+        text += std::to_string(millimetres / 1000000);
+        text += '+';
+        text += threeDigits(millimetres / 1000);
+        text += '.';
+        text += threeDigits(millimetres);
+        return text;
+    }
+
+    /** Why the last failed call on this road failed; empty when none has failed. */
+    std::optional<Failure> LastFailure() const {
+        Failure failure{};
+        return When(GetLastFailure(Handle(), &failure), failure);
+    }
+
+    // ------------------------------------------------------------------------------------------------------ files
+
+    /** Opens a project file and runs the design.
+     *  @param path file path ending in ".road"
+     *  @return a KestoStatus: 0, or as OpenProject2() */
+    std::int32_t Open(const std::string& path) { return OpenProject2(Handle(), path.c_str()); }
+
+    /** Saves the road as a project file; an earlier file stays whole until the new one is complete.
+     *  @param path file path; ".road" is appended where it is missing
+     *  @return a KestoStatus: 0, or as SaveProject() */
+    std::int32_t Save(const std::string& path) { return SaveProject(Handle(), path.c_str()); }
+
+    // NOLINTEND(readability-make-member-function-const)
+
+private:
+    static constexpr std::int32_t elementMode = 1;
+    static constexpr std::int32_t straightType = 1;
+    static constexpr std::int32_t arcType = 2;
+    static constexpr std::int32_t spiralType = 3;
+    static constexpr std::int32_t notSet = -1;
+    static constexpr double squareAngle = 90;    // degrees
+    static constexpr double mostWritten = 1e12;  // m: stake texts of larger mileages have no exact millimetres
+
+    struct End {
+        void operator()(RoadDesign* road) const noexcept { EndRoadDesign(road); }
+    };
+
+    template <class Value>
+    static std::optional<Value> When(bool found, const Value& value) {
+        return found ? std::optional<Value>(value) : std::nullopt;
+    }
+
+    static void Require(bool holds, std::int32_t status) {
+        if (!holds) throw Error(status);
+    }
+
+    static void RequireFinite(std::initializer_list<double> numbers) {
+        for (const double number : numbers) Require(std::isfinite(number), KESTO_ARGUMENT_NOT_FINITE);
+    }
+
+    /** Throws the reason of the call that has just failed. */
+    void Require(bool succeeded) const {
+        if (succeeded) return;
+        const std::optional<Failure> failure = LastFailure();
+        throw Error(failure ? failure->status : std::int32_t{KESTO_INTERNAL_ERROR});
+    }
+
+    Position EndOf(const Element& element) const {
+        Position end;
+        Require(GetElementPositionAndAzimuth(Handle(), &element, element.length, &end.x, &end.y, &end.azimuth));
+        return end;
+    }
+
+    Road& Append(std::int32_t type, Turn turn, double startRadius, double endRadius, double length) {
+        RequireFinite({length});
+        Element last{};
+        Require(GetElement(Handle(), GetElementCount(Handle()) - 1, &last), KESTO_NO_START_ELEMENT);
+        const Position start = EndOf(last);
+        Element element{};
+        element.type = type;
+        element.turnDirection = static_cast<std::uint8_t>(turn);
+        element.startX = start.x;
+        element.startY = start.y;
+        element.startAzimuth = start.azimuth;
+        element.startRadius = startRadius;
+        element.endRadius = endRadius;
+        element.length = length;
+        EndOf(element);  // what cannot be evaluated must not enter the road
+        Require(AddElement(Handle(), &element, -1));
+        SetRoadDesignMode(Handle(), elementMode);
+        return *this;
+    }
+
+    template <class Record>
+    std::vector<Record> Copies(std::int32_t(KESTO_CALL* count)(RoadDesign*),
+                               bool(KESTO_CALL* get)(RoadDesign*, std::int32_t, Record*)) {
+        std::vector<Record> records(static_cast<std::size_t>(count(Handle())));
+        for (std::size_t i = 0; i < records.size(); ++i) get(Handle(), static_cast<std::int32_t>(i), &records[i]);
+        return records;
+    }
+
+    std::unique_ptr<RoadDesign, End> handle;
+};
+
+}  // namespace kesto
+
+#endif

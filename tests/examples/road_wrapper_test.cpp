@@ -1,0 +1,124 @@
+// The C++ wrapper: what it adds to the C interface, and that nothing fails unseen.
+
+#include <gtest/gtest.h>
+
+#include <cmath>
+#include <limits>
+#include <numbers>
+#include <utility>
+
+#include "kesto_road/kesto_road.hpp"
+
+namespace {
+
+using kesto::Error;
+using kesto::Road;
+using kesto::Turn;
+
+constexpr double pi = std::numbers::pi;
+constexpr double tiny = 1e-8;  // m
+
+template <class Action>
+std::int32_t StatusOf(Action&& action) {
+    try {
+        action();
+    } catch (const Error& error) {
+        return error.Status();
+    }
+    return KESTO_SUCCESS;
+}
+
+/// Straight north, a quarter turn left, straight west: all points are known without a computer.
+Road QuarterTurn() {
+    Road road;
+    road.Start(1000, 2000, 0, 500).Straight(100).Arc(50, 25 * pi, Turn::Left).Straight(100);
+    return road;
+}
+
+TEST(RoadWrapper, ElementsAreJoinedAndTangent) {
+    Road road = QuarterTurn();
+    ASSERT_TRUE(road.Design());
+    const auto last = road.Elements().back();
+    EXPECT_NEAR(last.startX, 1150, tiny);
+    EXPECT_NEAR(last.startY, 1950, tiny);
+    EXPECT_NEAR(last.startAzimuth, 270, tiny);
+
+    const double place = 500 + 100 + 25 * pi + 40;
+    const auto right = road.At(place, 7);  // right of a road to the west is north
+    ASSERT_TRUE(right);
+    EXPECT_NEAR(right->x, 1157, tiny);
+    EXPECT_NEAR(right->y, 1910, tiny);
+    const auto found = road.Locate(1157, 1910);
+    ASSERT_TRUE(found);
+    EXPECT_NEAR(found->mileage, place, tiny);
+    EXPECT_NEAR(found->offset, 7, tiny);
+    EXPECT_EQ(found->occurrence, 0);
+}
+
+TEST(RoadWrapper, SpiralTurnsItsWay) {
+    for (const Turn turn : {Turn::Left, Turn::Right}) {
+        Road road;
+        road.Start(0, 0, 90).Spiral(0, 200, 80, turn).Arc(200, 10, turn);
+        // A clothoid turns by length / (2 radius).
+        const double turned = 80 / (2 * 200.0) * 180 / pi;
+        EXPECT_NEAR(road.Elements().back().startAzimuth, turn == Turn::Left ? 90 - turned : 90 + turned, 1e-9);
+    }
+}
+
+TEST(RoadWrapper, RefusedPiecesThrowAndAddNothing) {
+    const double nan = std::numeric_limits<double>::quiet_NaN();
+    Road empty;
+    EXPECT_EQ(StatusOf([&] { empty.Straight(10); }), KESTO_NO_START_ELEMENT);
+    EXPECT_EQ(StatusOf([&] { empty.Start(0, nan, 0); }), KESTO_ARGUMENT_NOT_FINITE);
+
+    Road road = QuarterTurn();
+    const auto count = road.Elements().size();
+    EXPECT_EQ(StatusOf([&] { road.Straight(nan); }), KESTO_ARGUMENT_NOT_FINITE);
+    EXPECT_EQ(StatusOf([&] { road.Arc(0, 10, Turn::Left); }), KESTO_ELEMENT_NOT_EVALUABLE);
+    EXPECT_EQ(StatusOf([&] { road.Arc(nan, 10, Turn::Left); }), KESTO_ELEMENT_NOT_EVALUABLE);
+    EXPECT_EQ(StatusOf([&] { road.Spiral(300, 300, 10, Turn::Left); }), KESTO_ELEMENT_NOT_EVALUABLE);
+    EXPECT_EQ(StatusOf([&] { road.Spiral(-300, 0, 10, Turn::Left); }), KESTO_ELEMENT_NOT_EVALUABLE);
+    EXPECT_EQ(road.Elements().size(), count);
+    road.BrokenChain(550, 560);
+    EXPECT_EQ(StatusOf([&] { road.BrokenChain(550, 570); }), KESTO_DUPLICATE_MILEAGE);
+    EXPECT_EQ(StatusOf([&] { road.GradePoint(520, nan); }), KESTO_ARGUMENT_NOT_FINITE);
+    EXPECT_EQ(GetBrokenChainCount(road.Handle()), 1);
+    EXPECT_EQ(GetVerticalCurveCount(road.Handle()), 0);
+}
+
+TEST(RoadWrapper, QueriesWithoutAnswerAreEmptyAndSayWhy) {
+    Road road = QuarterTurn();
+    ASSERT_TRUE(road.Design());
+    EXPECT_FALSE(road.LastFailure());
+    EXPECT_FALSE(road.At(499));
+    ASSERT_TRUE(road.LastFailure());
+    EXPECT_EQ(road.LastFailure()->status, KESTO_MILEAGE_OFF_ROAD);
+    EXPECT_FALSE(road.ContinuousMileage(510, 1));
+    EXPECT_EQ(road.Height(510), 0.0);
+    road.GradePoint(500, 20);
+    EXPECT_FALSE(road.Height(499));
+    EXPECT_EQ(road.Open("no_such.road"), KESTO_FILE_NOT_OPENED);
+}
+
+TEST(RoadWrapper, StartBeginsAnewAndHandlesMove) {
+    Road road = QuarterTurn();
+    ASSERT_TRUE(road.Design());
+    Road moved = std::move(road);
+    moved.Start(0, 0, 0).Straight(250);
+    ASSERT_TRUE(moved.Design());
+    EXPECT_EQ(moved.Elements().size(), 2U);
+    ASSERT_EQ(moved.Stakes().size(), 4U);  // the start, 100, 200 and the end
+    EXPECT_STREQ(moved.Stakes()[1].name, "K0+100.000");
+}
+
+TEST(RoadWrapper, StakeTextsAreRoundedToTheMillimetre) {
+    Road road;
+    EXPECT_EQ(road.StakeText(12345.678), "K12+345.678");
+    EXPECT_EQ(road.StakeText(999.9996), "K1+000.000");
+    EXPECT_EQ(road.StakeText(7.05, 1), "+K0+007.050");
+    EXPECT_EQ(road.StakeText(-20), "-K0+020.000");
+    EXPECT_EQ(road.StakeText(std::numeric_limits<double>::infinity()), "?");
+    EXPECT_EQ(road.StakePrefix("AK").StakeText(1000), "AK1+000.000");
+}
+
+}  // namespace
