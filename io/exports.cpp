@@ -1,0 +1,12 @@
+// Exported functions of the project file.
+
+#include "core/guard.hpp"
+#include "io/project_file.hpp"
+
+using kesto::GuardFile;
+
+// clang-format off
+int32_t KESTO_CALL SaveProject(RoadDesign* h, const char* path) { return GuardFile(h, path, kesto::SaveRoad); }
+int32_t KESTO_CALL OpenProject(RoadDesign* h, const char* path) { return GuardFile(h, path, kesto::OpenRoad); }
+int32_t KESTO_CALL OpenProject2(RoadDesign* h, const char* path) { return GuardFile(h, path, kesto::OpenAndDesignRoad); }
+// clang-format on

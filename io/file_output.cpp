@@ -1,0 +1,175 @@
+#include "io/file_output.hpp"
+
+#if defined(_WIN32)
+#include <windows.h>
+
+#include <algorithm>
+#else
+#include <fcntl.h>
+#include <pthread.h>
+#include <signal.h>  // NOLINT(modernize-deprecated-headers): the signal masks are POSIX, not C++
+#include <sys/stat.h>
+#include <unistd.h>
+
+#include <array>
+#include <cerrno>
+#endif
+
+namespace kesto {
+
+namespace fs = std::filesystem;
+
+#if defined(_WIN32)
+
+namespace {
+
+inline constexpr std::size_t largestPiece = std::size_t{1} << 30U;  // bytes that one call writes
+
+bool WriteTo(const fs::path& path, std::string_view text, DWORD disposition) {
+    const HANDLE file =
+        CreateFileW(path.c_str(), GENERIC_WRITE, 0, nullptr, disposition, FILE_ATTRIBUTE_NORMAL, nullptr);
+    if (file == INVALID_HANDLE_VALUE) return false;
+    bool whole = true;
+    while (whole && !text.empty()) {
+        DWORD written = 0;
+        const auto piece = static_cast<DWORD>(std::min(text.size(), largestPiece));
+        whole = WriteFile(file, text.data(), piece, &written, nullptr) && written > 0;
+        text.remove_prefix(written);
+    }
+    if (disposition == CREATE_ALWAYS) whole = whole && FlushFileBuffers(file);
+    return CloseHandle(file) && whole;
+}
+
+}  // namespace
+
+bool WriteNewFile(const fs::path& path, std::string_view text, const fs::path& permissions) {
+    const DWORD attributes = GetFileAttributesW(permissions.c_str());
+    if (attributes != INVALID_FILE_ATTRIBUTES && (attributes & FILE_ATTRIBUTE_READONLY)) return false;
+    if (WriteTo(path, text, CREATE_ALWAYS)) return true;
+    DeleteFileW(path.c_str());
+    return false;
+}
+
+bool WriteExistingFile(const fs::path& path, std::string_view text) { return WriteTo(path, text, OPEN_EXISTING); }
+
+void SyncFolder(const fs::path&) noexcept {}  // the file system's journal keeps the rename
+
+#else
+
+namespace {
+
+inline constexpr mode_t newFileMode = 0666;     // before the process's mask
+inline constexpr mode_t permissionMask = 0777;  // a saved file carries no special bits over
+
+/// An open file, closed at the end of its scope.
+class Descriptor {
+public:
+    explicit Descriptor(int opened) noexcept : number(opened) {}
+    Descriptor(const Descriptor&) = delete;
+    Descriptor& operator=(const Descriptor&) = delete;
+    ~Descriptor() { Close(); }
+
+    bool IsOpen() const noexcept { return number >= 0; }
+    int Number() const noexcept { return number; }
+    /// @return false when the system reports an error that it had kept back until now
+    bool Close() noexcept {
+        if (!IsOpen()) return true;
+        const int closed = close(number);
+        number = -1;
+        return closed == 0 || errno == EINTR;
+    }
+
+private:
+    int number;
+};
+
+/// Holds back, in this thread and scope, the signals that would end the process when a pipe is broken or a file reaches
+/// the process's size limit: the failing write then tells by its result.
+class HeldSignals {
+public:
+    HeldSignals() noexcept {
+        sigset_t held;
+        sigemptyset(&held);
+        for (const int number : numbers) sigaddset(&held, number);
+        sigpending(&pendingBefore);
+        pthread_sigmask(SIG_BLOCK, &held, &maskBefore);
+    }
+    HeldSignals(const HeldSignals&) = delete;
+    HeldSignals& operator=(const HeldSignals&) = delete;
+    ~HeldSignals() {
+        for (const int number : numbers) Take(number);
+        pthread_sigmask(SIG_SETMASK, &maskBefore, nullptr);
+    }
+
+private:
+    static constexpr std::array numbers{SIGPIPE, SIGXFSZ};
+
+    /// Removes a signal that has come up since the construction.
+    void Take(int number) const noexcept {
+        sigset_t pending;
+        sigpending(&pending);
+        if (sigismember(&pending, number) != 1 || sigismember(&pendingBefore, number) == 1) return;
+        sigset_t one;
+        sigemptyset(&one);
+        sigaddset(&one, number);
+        int taken = 0;
+        sigwait(&one, &taken);
+    }
+
+    sigset_t pendingBefore{};
+    sigset_t maskBefore{};
+};
+
+bool WriteAll(int file, std::string_view text) noexcept {
+    while (!text.empty()) {
+        const ssize_t written = write(file, text.data(), text.size());
+        if (written < 0 && errno == EINTR) continue;
+        if (written <= 0) return false;
+        text.remove_prefix(static_cast<std::size_t>(written));
+    }
+    return true;
+}
+
+/// Waits until a file is on disk. A file system that cannot tell counts as done.
+bool Sync(int file) noexcept { return fsync(file) == 0 || errno == EINVAL || errno == ENOTSUP; }
+
+/// Makes the file, with the permissions of another one where that exists.
+bool FillNewFile(const fs::path& path, std::string_view text, const struct stat* like) noexcept {
+    const mode_t mode = like != nullptr ? like->st_mode & permissionMask : newFileMode;
+    Descriptor file(open(path.c_str(), O_WRONLY | O_CREAT | O_EXCL | O_CLOEXEC, mode));
+    if (!file.IsOpen()) return false;
+    if (like != nullptr) {
+        // Another owner can be set by the superuser only; everybody else goes on as the file's new owner.
+        static_cast<void>(fchown(file.Number(), like->st_uid, like->st_gid) == 0);
+        if (fchmod(file.Number(), mode) != 0) return false;
+    }
+    return WriteAll(file.Number(), text) && Sync(file.Number()) && file.Close();
+}
+
+}  // namespace
+
+bool WriteNewFile(const fs::path& path, std::string_view text, const fs::path& permissions) {
+    struct stat like {};
+    const bool exists = stat(permissions.c_str(), &like) == 0;
+    if (exists && access(permissions.c_str(), W_OK) != 0) return false;
+    const HeldSignals held;
+    unlink(path.c_str());  // a new file, not what the name may lead to
+    if (FillNewFile(path, text, exists ? &like : nullptr)) return true;
+    unlink(path.c_str());
+    return false;
+}
+
+bool WriteExistingFile(const fs::path& path, std::string_view text) {
+    const HeldSignals held;
+    Descriptor file(open(path.c_str(), O_WRONLY | O_TRUNC | O_CLOEXEC));
+    return file.IsOpen() && WriteAll(file.Number(), text) && file.Close();
+}
+
+void SyncFolder(const fs::path& folder) noexcept {
+    const Descriptor opened(open(folder.empty() ? "." : folder.c_str(), O_RDONLY | O_CLOEXEC));
+    if (opened.IsOpen()) Sync(opened.Number());
+}
+
+#endif
+
+}  // namespace kesto

@@ -1,0 +1,132 @@
+/// The fields of a project file's lines. A record's line is declared once, as a function of a line object that either
+/// measures (LineShape), formats (LineWriter) or parses (LineReader).
+///
+/// Field functions of every line object:
+///   Real(value)            fixed notation with 8 decimals in 18 characters
+///   Integer(value, width)  right-aligned, in 18 or 4 characters
+///   Name(text)             a name of up to 31 bytes, right-aligned in 32 characters, UTF-8 in the file
+///   NameOrNull(text)       the same, "NULL" standing for the empty name
+///   Text(text)             a text of any length as it is stored, right-aligned in 18 characters
+///   Repeated(value)        a real that stands in the line again: written, and read past
+///   Gap()                  a blank between two columns
+/// Names of a line stand together at its start or at its end.
+#pragma once
+
+#include <cstddef>
+#include <cstdint>
+#include <string>
+#include <string_view>
+#include <utility>
+#include <vector>
+
+#include "core/text.hpp"
+#include "io/code_page.hpp"
+
+namespace kesto {
+
+using NameField = char[textFieldSize];
+
+inline constexpr std::size_t wideColumn = 18;  // characters: reals, most integers, texts
+inline constexpr std::size_t smallColumn = 4;  // characters: types, flags, most occurrences
+inline constexpr std::size_t nameColumn = 32;  // characters
+inline constexpr std::string_view noName = "NULL";
+
+/// The columns of a line, without its contents.
+class LineShape {
+public:
+    struct Column {
+        std::size_t start;
+        std::size_t width;
+        bool isName;
+    };
+
+    LineShape& Real(const double&) { return Add(wideColumn, false); }
+    LineShape& Repeated(const double&) { return Add(wideColumn, false); }
+    template <class Number>
+    LineShape& Integer(const Number&, std::size_t columnWidth) {
+        return Add(columnWidth, false);
+    }
+    LineShape& Name(const NameField&) { return Add(nameColumn, true); }
+    LineShape& NameOrNull(const NameField&) { return Add(nameColumn, true); }
+    LineShape& Text(const std::string&) { return Add(wideColumn, true); }
+    LineShape& Gap() {
+        ++width;
+        return *this;
+    }
+
+    /// The cells of a line (without its line end), one for each column. A line with fewer tokens than columns is cut at
+    /// the columns where it has exactly their width; otherwise its tokens go to the columns in order. Where it has more
+    /// tokens, a name with blanks is meant: numbers keep their places and the name is its first token.
+    std::vector<std::string_view> Split(std::string_view line) const;
+
+private:
+    LineShape& Add(std::size_t columnWidth, bool isName) {
+        columns.push_back({width, columnWidth, isName});
+        width += columnWidth;
+        return *this;
+    }
+
+    std::vector<Column> columns;
+    std::size_t width = 0;  // of the whole line
+};
+
+/// Formats lines behind each other into a text.
+class LineWriter {
+public:
+    /// @param output   the text to append to
+    /// @param codePage the code page that the names are in
+    LineWriter(std::string& output, const CodePage& codePage) : text(output), names(codePage) {}
+
+    LineWriter& Real(double value);
+    LineWriter& Repeated(double value) { return Real(value); }
+    LineWriter& Integer(std::int32_t value, std::size_t columnWidth);
+    LineWriter& Name(const NameField& field);
+    LineWriter& NameOrNull(const NameField& field);
+    LineWriter& Text(std::string_view value);
+    LineWriter& Gap();
+    /// A keyword as it stands, without padding.
+    LineWriter& Keyword(std::string_view keyword);
+    /// A keyword in front of its value, right-aligned in 18 characters.
+    LineWriter& Label(std::string_view label);
+    /// Ends the line.
+    void End();
+
+private:
+    void Pad(std::size_t start, std::size_t columnWidth);
+    void OneLine(std::string_view value, std::size_t columnWidth);
+
+    std::string& text;
+    const CodePage& names;
+};
+
+/// Parses the cells of one line into a record. A number that overflows makes the line unreadable.
+class LineReader {
+public:
+    /// @param lineCells  one cell for each field, in the fields' order
+    /// @param codePage   the code page that names are converted to; null where they are taken as they stand
+    LineReader(std::vector<std::string_view> lineCells, const CodePage* codePage)
+        : cells(std::move(lineCells)), names(codePage) {}
+
+    LineReader& Real(double& value);
+    LineReader& Repeated(const double&);
+    LineReader& Integer(std::int32_t& value, std::size_t columnWidth);
+    /// A small number: what does not fit is stored as 1, for what counts is whether it is 0.
+    LineReader& Integer(std::uint8_t& value, std::size_t columnWidth);
+    LineReader& Name(NameField& field);
+    LineReader& NameOrNull(NameField& field);
+    LineReader& Text(std::string& value);
+    LineReader& Gap() { return *this; }
+
+    /// Whether every number was one that its field can hold.
+    bool Readable() const noexcept { return readable; }
+
+private:
+    std::string_view Next() noexcept { return cells[next++]; }
+
+    std::vector<std::string_view> cells;
+    const CodePage* names;
+    std::size_t next = 0;
+    bool readable = true;
+};
+
+}  // namespace kesto

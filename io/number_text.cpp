@@ -1,0 +1,102 @@
+#include "io/number_text.hpp"
+
+#include <algorithm>
+#include <array>
+#include <charconv>
+#include <cmath>
+#include <system_error>
+
+namespace kesto {
+
+namespace {
+
+inline constexpr int decimals = 8;
+inline constexpr std::size_t longestReal = 352;             // characters: room for the largest double in fixed notation
+inline constexpr std::int64_t exponentCap = 1'000'000'000;  // far beyond what the digits of a line can weigh up
+
+bool IsDigit(char character) noexcept { return character >= '0' && character <= '9'; }
+
+std::size_t CountDigits(std::string_view text) noexcept {
+    return static_cast<std::size_t>(std::find_if_not(text.begin(), text.end(), IsDigit) - text.begin());
+}
+
+/// The text without a leading plus, which std::from_chars does not take; empty when no digit follows the sign.
+std::string_view NumberPart(std::string_view text, bool pointAllowed) noexcept {
+    if (text.starts_with('+')) {
+        text.remove_prefix(1);
+        if (text.starts_with('-')) return {};
+    }
+    std::string_view digits = text.substr(text.starts_with('-') ? 1 : 0);
+    if (pointAllowed && digits.starts_with('.')) digits.remove_prefix(1);
+    return !digits.empty() && IsDigit(digits.front()) ? text : std::string_view();
+}
+
+/// Decimal exponent behind the mantissa, 0 where there is none.
+std::int64_t ExponentOf(std::string_view text) noexcept {
+    if (text.empty() || (text.front() != 'e' && text.front() != 'E')) return 0;
+    text.remove_prefix(1);
+    const bool negative = text.starts_with('-');
+    if (negative || text.starts_with('+')) text.remove_prefix(1);
+    std::int64_t exponent = 0;
+    for (const char digit : text.substr(0, CountDigits(text))) {
+        exponent = std::min(exponent * 10 + (digit - '0'), exponentCap);
+    }
+    return negative ? -exponent : exponent;
+}
+
+/// Whether a number that no double holds is too large rather than too small: the sign of the power of ten of its first
+/// digit that is not 0.
+bool IsTooLarge(std::string_view text) noexcept {
+    if (text.starts_with('-')) text.remove_prefix(1);
+    const std::size_t whole = CountDigits(text);
+    std::string_view digits = text.substr(0, whole);
+    std::int64_t weight = static_cast<std::int64_t>(whole) - 1;  // of the digit looked at
+    text.remove_prefix(whole);
+    std::string_view fraction;
+    if (text.starts_with('.')) {
+        fraction = text.substr(1, CountDigits(text.substr(1)));
+        text.remove_prefix(1 + fraction.size());
+    }
+    for (const std::string_view part : {digits, fraction}) {
+        for (const char digit : part) {
+            if (digit != '0') return weight + ExponentOf(text) > 0;
+            --weight;
+        }
+    }
+    return false;
+}
+
+}  // namespace
+
+void AppendReal(std::string& text, double number) {
+    std::array<char, longestReal> digits{};
+    const double written = std::isfinite(number) ? number : 0;
+    const auto end =
+        std::to_chars(digits.data(), digits.data() + digits.size(), written, std::chars_format::fixed, decimals);
+    text.append(digits.data(), end.ptr);
+}
+
+void AppendInteger(std::string& text, std::int32_t number) { text += std::to_string(number); }
+
+bool BeginsWithNumber(std::string_view text) noexcept { return !NumberPart(text, true).empty(); }
+
+std::optional<double> ParseReal(std::string_view text) noexcept {
+    const std::string_view part = NumberPart(text, true);
+    if (part.empty()) return 0.0;
+    double number = 0;
+    const auto end = std::from_chars(part.data(), part.data() + part.size(), number);
+    if (end.ec == std::errc() && std::isfinite(number)) return number;
+    if (IsTooLarge(part)) return std::nullopt;
+    return 0.0;
+}
+
+std::optional<std::int32_t> ParseInteger(std::string_view text) noexcept {
+    const std::string_view part = NumberPart(text, false);
+    if (part.empty()) return 0;
+    std::int32_t number = 0;
+    const auto end = std::from_chars(part.data(), part.data() + part.size(), number);
+    if (end.ec != std::errc()) return std::nullopt;
+    return number;
+}
+
+}  // namespace kesto

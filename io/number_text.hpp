@@ -1,0 +1,30 @@
+/// Numbers as the project file holds them, independent of the process locale.
+#pragma once
+
+#include <cstdint>
+#include <optional>
+#include <string>
+#include <string_view>
+
+namespace kesto {
+
+/// Appends a number in fixed notation with 8 decimals. What is no finite number is written as 0: a file holds no such
+/// number, and for a radius 0 means infinite.
+void AppendReal(std::string& text, double number);
+
+/// Appends an integer in decimal notation.
+void AppendInteger(std::string& text, std::int32_t number);
+
+/// Whether a text begins with a decimal number.
+bool BeginsWithNumber(std::string_view text) noexcept;
+
+/// The longest decimal number that a text begins with: 0 where there is none (hexadecimal, inf and nan are none) and
+/// for one that is too small for a double.
+/// @return nothing when the number is too large for a double
+std::optional<double> ParseReal(std::string_view text) noexcept;
+
+/// The longest decimal integer that a text begins with, 0 where there is none.
+/// @return nothing when the number does not fit 32 bits
+std::optional<std::int32_t> ParseInteger(std::string_view text) noexcept;
+
+}  // namespace kesto

@@ -1,0 +1,77 @@
+#include "io/project_file.hpp"
+
+#include <algorithm>
+#include <memory>
+#include <new>
+#include <string>
+#include <string_view>
+
+#include "core/status.hpp"
+#include "design/design_run.hpp"
+#include "io/code_page.hpp"
+#include "io/project_text.hpp"
+#include "io/safe_file.hpp"
+
+namespace kesto {
+
+namespace {
+
+inline constexpr std::string_view projectExtension = ".road";
+
+#if defined(_WIN32)
+inline constexpr std::string_view separators = "/\\:";
+#else
+inline constexpr std::string_view separators = "/";
+#endif
+
+char LowerCase(char letter) noexcept {
+    return letter >= 'A' && letter <= 'Z' ? static_cast<char>(letter - 'A' + 'a') : letter;
+}
+
+/// The path that a road is saved under.
+std::string SavingPath(std::string path) {
+    const std::size_t dot = path.rfind('.');
+    const std::size_t separator = path.find_last_of(separators);
+    const bool hasExtension = dot != std::string::npos && (separator == std::string::npos || dot > separator);
+    if (hasExtension) {
+        const auto extension = path.begin() + static_cast<std::ptrdiff_t>(dot);
+        std::transform(extension, path.end(), extension, LowerCase);
+        if (path.compare(dot, std::string::npos, projectExtension) == 0) return path;
+    }
+    return path += projectExtension;
+}
+
+Outcome RunDesignOfOpened(RoadDesign& road) {
+    try {
+        return RunDesign(road);
+    } catch (const std::bad_alloc&) {
+        return Fail(KESTO_OUT_OF_MEMORY);  // what was read is kept, which the status of the file would deny
+    }
+}
+
+}  // namespace
+
+Outcome SaveRoad(RoadDesign& road, const char* path) {
+    const Result<std::string> text = FormatProject(road, CodePage::Local());
+    if (!text) return text.failure();
+    return WriteWholeFile(SavingPath(path), *text);
+}
+
+Outcome OpenRoad(RoadDesign& road, const char* path) {
+    if (!std::string_view(path).ends_with(projectExtension)) return Fail(KESTO_WRONG_EXTENSION);
+    const Result<std::string> text = ReadWholeFile(path);
+    if (!text) return text.failure();
+    const auto opened = std::make_unique<RoadDesign>();
+    Outcome read = ParseProject(*text, *opened, CodePage::Local());
+    SwapDesignData(road, *opened);
+    return read;
+}
+
+Outcome OpenAndDesignRoad(RoadDesign& road, const char* path) {
+    Outcome opened = OpenRoad(road, path);
+    if (!opened && opened.failure().status != KESTO_RECORDS_SKIPPED) return opened;
+    Outcome designed = RunDesignOfOpened(road);
+    return designed ? opened : designed;
+}
+
+}  // namespace kesto

@@ -1,0 +1,38 @@
+/// The sections of the project file: one table that the reader and the writer walk both.
+#pragma once
+
+#include <span>
+#include <string_view>
+
+#include "core/road_design.hpp"
+#include "io/line_format.hpp"
+#include "io/record_lines.hpp"
+
+namespace kesto {
+
+/// A section is a row: a new one is one more row with its three functions.
+struct Section {
+    std::string_view keyword;                              // its line; empty: written without one, never recognised
+    bool (*present)(RoadDesign& road);                     // whether the road has this section
+    void (*write)(RoadDesign& road, LineWriter& lines);    // writes the lines behind the keyword
+    void (*read)(RoadDesign& road, RecordLines& records);  // reads records until the section ends
+};
+
+/// All sections in the order of the file.
+std::span<const Section> Sections() noexcept;
+
+/// The section that a line outside the sections opens. A keyword is compared without its last character; where two
+/// keywords match, the longer one is meant.
+/// @return null for a line that opens none
+const Section* FindSection(std::string_view line) noexcept;
+
+/// The line in front of the sections: the settings of the stakes.
+struct HeaderLine {
+    using Record = Settings;
+    static void Fields(auto& line, auto& settings) {
+        line.Real(settings.startMileage).Gap().Real(settings.mileageInterval).Gap();
+        line.Integer(settings.makeStakeType, wideColumn).Gap().Text(settings.stakePrefix);
+    }
+};
+
+}  // namespace kesto

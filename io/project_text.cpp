@@ -1,0 +1,74 @@
+#include "io/project_text.hpp"
+
+#include <algorithm>
+#include <optional>
+
+#include "core/status.hpp"
+#include "io/line_format.hpp"
+#include "io/number_text.hpp"
+#include "io/project_sections.hpp"
+#include "io/record_lines.hpp"
+
+namespace kesto {
+
+namespace {
+
+inline constexpr std::size_t longestHeader = keywordLineBuffer - 1;  // bytes, its carriage return included
+inline constexpr std::string_view byteOrderMark = "\xEF\xBB\xBF";
+
+/// Whether the first line holds the stake settings: a file of another origin may begin with a keyword.
+bool IsHeader(std::string_view line) noexcept {
+    line.remove_prefix(std::min(line.find_first_not_of(" \t"), line.size()));
+    return BeginsWithNumber(line);
+}
+
+void ReadHeader(std::string_view line, RoadDesign& road, RecordLines& lines) {
+    if (line.ends_with('\r')) line.remove_suffix(1);
+    Settings settings = road.settings;
+    if (!lines.Parse<HeaderLine>(ShapeOf<HeaderLine>(), line, settings)) {
+        lines.Skip(KESTO_LIST_NONE);
+        return;
+    }
+    road.settings = settings;
+    SetInterval(road, settings.mileageInterval);
+}
+
+}  // namespace
+
+Result<std::string> FormatProject(RoadDesign& road, const CodePage& names) {
+    std::string text;
+    LineWriter lines(text, names);
+    HeaderLine::Fields(lines, road.settings);
+    lines.End();
+    const std::size_t header = text.size() - 1;  // its line feed does not count
+    if (header > longestHeader) {
+        return FailLimit(KESTO_FILE_NOT_WRITTEN, KESTO_LIMIT_NONE, static_cast<double>(header),
+                         static_cast<double>(longestHeader));
+    }
+    lines.End();
+    for (const Section& section : Sections()) {
+        if (!section.present(road)) continue;
+        if (!section.keyword.empty()) lines.Keyword(section.keyword).End();
+        section.write(road, lines);
+        lines.End();
+    }
+    return text;
+}
+
+Outcome ParseProject(std::string_view text, RoadDesign& road, const CodePage& names) {
+    const bool namesAreUtf8 = IsUtf8(text);
+    if (text.starts_with(byteOrderMark)) text.remove_prefix(byteOrderMark.size());
+    RecordLines lines(text, namesAreUtf8 ? &names : nullptr);
+    bool first = true;
+    while (const std::optional<std::string_view> line = lines.NextOutside()) {
+        if (first && IsHeader(*line)) {
+            ReadHeader(*line, road, lines);
+        } else if (const Section* section = FindSection(*line)) {
+            section->read(road, lines);
+        }
+        first = false;
+    }
+    return lines.Skipped();
+}
+
+}  // namespace kesto

@@ -1,0 +1,79 @@
+/// How each record stands in a line of the project file, and how it gets into the road.
+#pragma once
+
+#include "alignment/broken_chains.hpp"
+#include "alignment/chainage.hpp"
+#include "core/guard.hpp"
+#include "core/road_design.hpp"
+#include "io/line_format.hpp"
+#include "profile/vertical_curves.hpp"
+
+namespace kesto {
+
+/// What the records of one list share. New() is a record that nothing has been read into yet; Insert() adds a record as
+/// the list's exported function does.
+template <class Kind, ListMember<Kind> listMember>
+struct ListedRecord {
+    using Record = Kind;
+    static constexpr ListMember<Kind> member = listMember;
+    static Record New() noexcept { return {}; }
+    static Outcome Insert(RoadDesign& road, const Record& record) {
+        (road.*member).Insert(Stored(record));
+        return {};
+    }
+};
+
+struct IntersectionLine : ListedRecord<Intersection, &RoadDesign::intersections> {
+    static void Fields(auto& line, auto& point) {
+        line.NameOrNull(point.name).Real(point.x).Real(point.y).Real(point.radius);
+        line.Real(point.spiralIn).Real(point.spiralOut).Real(point.radiusIn).Real(point.radiusOut);
+    }
+};
+
+struct CoordinateLine : ListedRecord<Coordinate, &RoadDesign::coordinates> {
+    static void Fields(auto& line, auto& point) {
+        line.Integer(point.type, smallColumn).Integer(point.turnDirection, smallColumn);
+        line.Real(point.x).Real(point.y).Real(point.radius).Name(point.name);
+    }
+};
+
+struct ElementLine : ListedRecord<Element, &RoadDesign::elements> {
+    static void Fields(auto& line, auto& element) {
+        line.Real(element.startX).Real(element.startY).Real(element.startAzimuth).Real(element.length);
+        line.Integer(element.turnDirection, wideColumn).Repeated(element.startAzimuth);
+        line.Integer(element.type, smallColumn).Real(element.startRadius).Real(element.endRadius);
+        line.Integer(element.flag, smallColumn);
+    }
+};
+
+struct BrokenChainLine : ListedRecord<BrokenChain, &RoadDesign::brokenChains> {
+    static void Fields(auto& line, auto& chain) { line.Real(chain.backMileage).Real(chain.aheadMileage); }
+    static Outcome Insert(RoadDesign& road, const Record& chain) { return InsertBrokenChain(road, chain); }
+};
+
+struct ProfilePoint : ListedRecord<VerticalCurve, &RoadDesign::verticalCurves> {
+    static Outcome Insert(RoadDesign& road, const Record& curve) { return InsertVerticalCurve(road, curve); }
+};
+
+/// A grade-change point whose curve is given by its radius.
+struct RadiusCurveLine : ProfilePoint {
+    static Record New() noexcept {
+        Record curve{};
+        curve.startOccurrence = curve.endOccurrence = noOccurrence;  // the ends are not known before the derivation
+        return curve;
+    }
+    static void Fields(auto& line, auto& curve) {
+        line.Real(curve.mileage).Real(curve.elevation).Real(curve.radius).Integer(curve.occurrence, smallColumn);
+    }
+};
+
+/// A grade-change point whose curve is given by its ends.
+struct GivenEndsCurveLine : ProfilePoint {
+    static void Fields(auto& line, auto& curve) {
+        line.Real(curve.mileage).Real(curve.elevation).Integer(curve.occurrence, smallColumn);
+        line.Real(curve.startMileage).Integer(curve.startOccurrence, wideColumn);
+        line.Real(curve.endMileage).Integer(curve.endOccurrence, wideColumn);
+    }
+};
+
+}  // namespace kesto

@@ -1,0 +1,69 @@
+/// The lines of a project file, handed out one by one, and the account of those that could not be read.
+#pragma once
+
+#include <cstddef>
+#include <cstdint>
+#include <optional>
+#include <string_view>
+
+#include "core/result.hpp"
+#include "io/code_page.hpp"
+#include "io/line_format.hpp"
+
+namespace kesto {
+
+inline constexpr std::size_t keywordLineBuffer = 256;   // bytes: a line outside the sections must be shorter
+inline constexpr std::size_t recordLineBuffer = 16384;  // bytes: a line inside a section must be shorter
+
+/// Walks a file's text. A line that does not fit its buffer ends the reading of the whole file.
+class RecordLines {
+public:
+    /// @param file      the whole file
+    /// @param codePage  the code page that names are converted to; null where they are taken as they stand
+    RecordLines(std::string_view file, const CodePage* codePage) noexcept : text(file), names(codePage) {}
+
+    /// The next line outside the sections; nothing at the end of the file.
+    std::optional<std::string_view> NextOutside() noexcept { return Next(keywordLineBuffer); }
+
+    /// The next record line of a section; nothing after its last one, which an empty line or the end of the file
+    /// follows. A section's reader calls it until then.
+    std::optional<std::string_view> NextRecord() noexcept;
+
+    /// Parses a line into a record.
+    /// @param shape shape of Line, from ShapeOf()
+    /// @return whether every number was readable
+    template <class Line>
+    bool Parse(const LineShape& shape, std::string_view line, typename Line::Record& record) const {
+        LineReader reader(shape.Split(line), names);
+        Line::Fields(reader, record);
+        return reader.Readable();
+    }
+
+    /// Counts the line given last as one that was skipped.
+    void Skip(KestoList list) noexcept;
+
+    /// Success, or how many lines were skipped, with the number and the list of the first one.
+    Outcome Skipped() const noexcept;
+
+private:
+    std::optional<std::string_view> Next(std::size_t buffer) noexcept;
+
+    std::string_view text;
+    const CodePage* names;
+    std::size_t at = 0;
+    std::int32_t lineNumber = 0;  // 1-based, of the line given last
+    std::int32_t skipped = 0;
+    std::int32_t firstSkipped = 0;  // line number
+    KestoList firstList = KESTO_LIST_NONE;
+};
+
+/// The columns of a record's line.
+template <class Line>
+LineShape ShapeOf() {
+    LineShape shape;
+    const typename Line::Record any{};
+    Line::Fields(shape, any);
+    return shape;
+}
+
+}  // namespace kesto

@@ -1,0 +1,172 @@
+// The file functions as a host meets them: paths, statuses, and what a failing call leaves alone.
+
+#include <gtest/gtest.h>
+
+#include <filesystem>
+#include <fstream>
+#include <sstream>
+
+#include "interface/road.hpp"
+
+namespace kesto::test {
+namespace {
+
+namespace fs = std::filesystem;
+
+class ProjectFile : public testing::Test {
+protected:
+    ProjectFile()
+        : folder(fs::path(testing::TempDir()) /
+                 (std::string("kesto.ROAD_") + testing::UnitTest::GetInstance()->current_test_info()->name())) {
+        fs::remove_all(folder);
+        fs::create_directories(folder);
+    }
+    ~ProjectFile() override { fs::remove_all(folder); }
+
+    std::string At(const std::string& name) const { return (folder / name).string(); }
+    std::string Content(const std::string& name) const {
+        std::ostringstream text;
+        text << std::ifstream(At(name), std::ios::binary).rdbuf();
+        return text.str();
+    }
+    void Put(const std::string& name, const std::string& text) const {
+        std::ofstream(At(name), std::ios::binary) << text;
+    }
+
+    fs::path folder;
+};
+
+std::int32_t LastStatus(RoadDesign* road) {
+    Failure failure{};
+    return GetLastFailure(road, &failure) ? failure.status : -1;
+}
+
+/// A road of 300 m with a break and a profile, saved in design mode 1.
+Road SmallRoad() {
+    Road road = MakeRoad({Straight(100), Arc(right, 500, 200)}, {.x = 1000, .y = 2000, .azimuth = 30, .mileage = 5});
+    SetRoadDesignMode(road, 1);
+    const BrokenChain chain{150, 160};
+    EXPECT_TRUE(AddBrokenChain(road, &chain));
+    for (const double mileage : {10.0, 100.0, 250.0}) {
+        VerticalCurve point{};
+        point.mileage = mileage;
+        point.elevation = mileage / 10;
+        point.radius = 1000;
+        EXPECT_TRUE(AddVerticalCurve(road, &point));
+    }
+    return road;
+}
+
+TEST_F(ProjectFile, TheExtensionIsMadeRoad) {
+    const std::pair<const char*, const char*> cases[] = {
+        {"plain.road", "plain.road"},  {"Upper.ROAD", "Upper.road"},          {"mixed.rOaD", "mixed.road"},
+        {"text.txt", "text.txt.road"}, {"Text.TXT", "Text.txt.road"},         {"none", "none.road"},
+        {"end.", "end..road"},         {"two.road.bak", "two.road.bak.road"},
+    };
+    const Road road;
+    for (const auto& [given, written] : cases) {
+        EXPECT_EQ(SaveProject(road, At(given).c_str()), KESTO_SUCCESS) << given;
+        EXPECT_TRUE(fs::exists(folder / written)) << given;  // the folder's own capitals stay
+        fs::remove(folder / written);
+    }
+    EXPECT_TRUE(fs::is_empty(folder));
+}
+
+TEST_F(ProjectFile, SavedOpenedAndSavedAgainIsTheSame) {
+    const Road road = SmallRoad();
+    ASSERT_EQ(SaveProject(road, At("a.road").c_str()), KESTO_SUCCESS);
+    const Road opened;
+    ASSERT_EQ(OpenProject(opened, At("a.road").c_str()), KESTO_SUCCESS);
+    EXPECT_EQ(LastStatus(opened), -1);
+    EXPECT_EQ(GetStakeCoordinateCount(opened), 0);
+    ASSERT_EQ(SaveProject(opened, At("b.road").c_str()), KESTO_SUCCESS);
+    EXPECT_EQ(Content("b.road"), Content("a.road"));
+
+    const Road designed;
+    ASSERT_EQ(OpenProject2(designed, At("a.road").c_str()), KESTO_SUCCESS);
+    ASSERT_TRUE(DesignRoad(road));
+    EXPECT_GT(GetStakeCoordinateCount(designed), 0);
+    EXPECT_EQ(GetStakeCoordinateCount(designed), GetStakeCoordinateCount(road));
+    for (const double mileage : {5.0, 149.0, 161.0, 250.0}) {
+        double height[2] = {-1, -2};
+        EXPECT_TRUE(GetHeight(road, mileage, 0, 0, &height[0]));
+        EXPECT_TRUE(GetHeight(designed, mileage, 0, 0, &height[1]));
+        EXPECT_NEAR(height[0], height[1], 1e-8) << mileage;
+    }
+}
+
+TEST_F(ProjectFile, AFailingOpenLeavesTheRoad) {
+    const Road road = SmallRoad();
+    SetMakeStakePerfix(road, "AK");
+    Put("capitals.ROAD", "0 100 0 K\r\n");
+    Put("a.road ", "0 100 0 K\r\n");
+    fs::create_directories(folder / "folder.road");
+    const std::pair<const char*, std::int32_t> cases[] = {
+        {"missing.road", KESTO_FILE_NOT_OPENED},  {"folder.road", KESTO_FILE_NOT_OPENED},
+        {"capitals.ROAD", KESTO_WRONG_EXTENSION}, {"a.road ", KESTO_WRONG_EXTENSION},
+        {"missing.txt", KESTO_WRONG_EXTENSION},   {"road", KESTO_WRONG_EXTENSION},
+    };
+    for (const auto& [name, status] : cases) {
+        for (const auto open : {OpenProject, OpenProject2}) {
+            EXPECT_EQ(open(road, At(name).c_str()), status) << name;
+            EXPECT_EQ(LastStatus(road), status) << name;
+        }
+    }
+    EXPECT_EQ(OpenProject(road, nullptr), KESTO_NULL_HANDLE_OR_PATH);
+    EXPECT_EQ(OpenProject(road, ""), KESTO_WRONG_EXTENSION);
+    EXPECT_EQ(OpenProject(nullptr, "x"), KESTO_NULL_HANDLE_OR_PATH);
+    EXPECT_STREQ(GetMakeStakePerfix(road), "AK");
+    EXPECT_EQ(GetVerticalCurveCount(road), 3);
+    EXPECT_EQ(GetBrokenChainCount(road), 1);
+}
+
+TEST_F(ProjectFile, OpeningReplacesAllThatClearingEmpties) {
+    const Road road = SmallRoad();
+    ASSERT_TRUE(DesignRoad(road));
+    Put("empty.road", "");
+    EXPECT_EQ(OpenProject(road, At("empty.road").c_str()), KESTO_SUCCESS);
+    EXPECT_EQ(GetElementCount(road) + GetBrokenChainCount(road) + GetVerticalCurveCount(road), 0);
+    EXPECT_EQ(GetStakeCoordinateCount(road), 0);
+    EXPECT_EQ(GetRoadDesignMode(road), 0);
+    double x = 0, y = 0, azimuth = 0;
+    EXPECT_FALSE(GetPositionAndAzimuth(road, 50, 0, 90, &x, &y, &azimuth, 0));
+}
+
+TEST_F(ProjectFile, SkippedRecordsAreToldBesideSuccess) {
+    Put("a.road", "0 100 0 K\r\n\r\nBrokenChain\r\n1 2\r\n1 3\r\n4 1e999\r\n");
+    const Road road;
+    EXPECT_EQ(OpenProject(road, At("a.road").c_str()), KESTO_SUCCESS);
+    Failure failure{};
+    ASSERT_TRUE(GetLastFailure(road, &failure));
+    EXPECT_EQ(failure.status, KESTO_RECORDS_SKIPPED);
+    EXPECT_EQ(failure.list, KESTO_LIST_BROKEN_CHAINS);
+    EXPECT_EQ(failure.record, 5);
+    EXPECT_EQ(failure.value, 2);
+    EXPECT_EQ(GetBrokenChainCount(road), 1);
+}
+
+TEST_F(ProjectFile, AFailingDesignRunKeepsWhatWasRead) {
+    Put("a.road", "7 100 0 K\r\n\r\nElement\r\n0 0 0 0 0 0 0 0 0 0\r\n1e999\r\n");
+    const Road road;
+    EXPECT_EQ(OpenProject2(road, At("a.road").c_str()), KESTO_TOO_FEW_ELEMENTS);
+    EXPECT_EQ(LastStatus(road), KESTO_TOO_FEW_ELEMENTS);
+    EXPECT_EQ(GetElementCount(road), 1);
+    double start = 0;
+    GetRoadMileage(road, &start);
+    EXPECT_EQ(start, 7);
+}
+
+TEST_F(ProjectFile, AFailingSaveIsToldAndLeavesTheEarlierFile) {
+    const Road road = SmallRoad();
+    EXPECT_EQ(SaveProject(road, At("missing/a.road").c_str()), KESTO_FILE_NOT_WRITTEN);
+    EXPECT_EQ(LastStatus(road), KESTO_FILE_NOT_WRITTEN);
+    ASSERT_EQ(SaveProject(road, At("a.road").c_str()), KESTO_SUCCESS);
+    const std::string earlier = Content("a.road");
+    SetMakeStakePerfix(road, std::string(300, 'K').c_str());
+    EXPECT_EQ(SaveProject(road, At("a.road").c_str()), KESTO_FILE_NOT_WRITTEN);
+    EXPECT_EQ(Content("a.road"), earlier);
+    EXPECT_EQ(SaveProject(road, nullptr), KESTO_NULL_HANDLE_OR_PATH);
+}
+
+}  // namespace
+}  // namespace kesto::test

@@ -1,0 +1,152 @@
+// Saving: the earlier file stays whole until the new one is.
+
+#include "io/safe_file.hpp"
+
+#include <gtest/gtest.h>
+
+#include <filesystem>
+#include <fstream>
+
+#if !defined(_WIN32)
+#include <signal.h>  // NOLINT(modernize-deprecated-headers)
+#include <sys/resource.h>
+#include <sys/stat.h>
+#include <unistd.h>
+
+#include <thread>
+#endif
+
+namespace kesto {
+namespace {
+
+namespace fs = std::filesystem;
+
+class SafeFile : public testing::Test {
+protected:
+    SafeFile()
+        : folder(fs::path(testing::TempDir()) /
+                 (std::string("kesto_") + testing::UnitTest::GetInstance()->current_test_info()->name())) {
+        fs::remove_all(folder);
+        fs::create_directories(folder);
+    }
+    ~SafeFile() override { fs::remove_all(folder); }
+
+    std::string At(const std::string& name) const { return (folder / name).string(); }
+    std::string Content(const std::string& name) const {
+        const Result<std::string> text = ReadWholeFile(At(name).c_str());
+        return text ? *text : "cannot be read";
+    }
+    void Put(const std::string& name, std::string_view text) const { std::ofstream(At(name)) << text; }
+    std::ptrdiff_t FileCount() const { return std::distance(fs::directory_iterator(folder), fs::directory_iterator()); }
+
+    fs::path folder;
+};
+
+TEST_F(SafeFile, WritesReplacesAndLeavesNothingElse) {
+    EXPECT_TRUE(WriteWholeFile(At("a.road"), "first"));
+    EXPECT_TRUE(WriteWholeFile(At("a.road"), "2nd"));
+    EXPECT_EQ(Content("a.road"), "2nd");
+    EXPECT_EQ(FileCount(), 1);
+}
+
+TEST_F(SafeFile, OverwritesWhatAKilledSaveLeft) {
+    Put("a.road.saving", "a long rest of an earlier save that never came to its end");
+    EXPECT_TRUE(WriteWholeFile(At("a.road"), "new"));
+    EXPECT_EQ(Content("a.road"), "new");
+    EXPECT_EQ(FileCount(), 1);
+}
+
+TEST_F(SafeFile, TakesTheLongestFileName) {
+    const std::string name = std::string(250, 'n') + ".road";
+    EXPECT_TRUE(WriteWholeFile(At(name), "new"));
+    EXPECT_EQ(Content(name), "new");
+    EXPECT_EQ(FileCount(), 1);
+}
+
+TEST_F(SafeFile, TellsWhatItCannotWriteOrRead) {
+    fs::create_directories(folder / "folder.road" / "inside");
+    for (const char* name : {"folder.road", "missing/a.road", ""}) {
+        const Outcome written = WriteWholeFile(name[0] == '\0' ? "" : At(name), "text");
+        ASSERT_FALSE(written) << name;
+        EXPECT_EQ(written.failure().status, KESTO_FILE_NOT_WRITTEN) << name;
+    }
+    EXPECT_TRUE(fs::is_directory(folder / "folder.road" / "inside"));
+    for (const char* name : {"folder.road", "missing.road"}) {
+        const Result<std::string> read = ReadWholeFile(At(name).c_str());
+        ASSERT_FALSE(read) << name;
+        EXPECT_EQ(read.failure().status, KESTO_FILE_NOT_OPENED) << name;
+    }
+}
+
+#if !defined(_WIN32)
+TEST_F(SafeFile, KeepsLinksAndPermissions) {
+    fs::create_directories(folder / "elsewhere");
+    Put("elsewhere/a.road", "old");
+    ASSERT_EQ(chmod(At("elsewhere/a.road").c_str(), 0640), 0);
+    fs::create_symlink("elsewhere/a.road", folder / "near.road");
+    fs::create_symlink("near.road", folder / "link.road");
+    fs::create_symlink("elsewhere/new.road", folder / "dangling.road");
+    EXPECT_TRUE(WriteWholeFile(At("link.road"), "new"));
+    EXPECT_TRUE(WriteWholeFile(At("dangling.road"), "made"));
+    EXPECT_TRUE(fs::is_symlink(folder / "link.road"));
+    EXPECT_TRUE(fs::is_symlink(folder / "near.road"));
+    EXPECT_TRUE(fs::is_symlink(folder / "dangling.road"));
+    EXPECT_EQ(Content("elsewhere/a.road"), "new");
+    EXPECT_EQ(Content("elsewhere/new.road"), "made");
+    struct stat saved {};
+    ASSERT_EQ(stat(At("elsewhere/a.road").c_str(), &saved), 0);
+    EXPECT_EQ(saved.st_mode & 0777U, 0640U);
+
+    fs::create_symlink("ring.road", folder / "ring.road");
+    EXPECT_FALSE(WriteWholeFile(At("ring.road"), "new"));
+}
+
+// A file that may not grow beyond a limit stands for a disk that is full at that byte.
+TEST_F(SafeFile, AFullDiskLeavesTheEarlierFile) {
+    Put("a.road", "old");
+    rlimit before{};
+    ASSERT_EQ(getrlimit(RLIMIT_FSIZE, &before), 0);
+    for (const rlim_t room : {rlim_t{0}, rlim_t{1}, rlim_t{99}, rlim_t{100}}) {
+        const rlimit full{room, before.rlim_max};
+        ASSERT_EQ(setrlimit(RLIMIT_FSIZE, &full), 0);
+        const Outcome written = WriteWholeFile(At("a.road"), std::string(100, 'n'));
+        ASSERT_EQ(setrlimit(RLIMIT_FSIZE, &before), 0);
+        EXPECT_EQ(static_cast<bool>(written), room == 100) << room;
+        EXPECT_EQ(Content("a.road"), room == 100 ? std::string(100, 'n') : "old") << room;
+        EXPECT_EQ(FileCount(), 1) << room;
+    }
+}
+
+TEST_F(SafeFile, WritesPipesAndDevicesDirectly) {
+    if (fs::exists("/dev/full")) {
+        EXPECT_FALSE(WriteWholeFile("/dev/full", "text"));
+    }
+    EXPECT_TRUE(WriteWholeFile("/dev/null", "text"));
+    EXPECT_FALSE(fs::is_regular_file("/dev/null"));
+
+    ASSERT_EQ(mkfifo(At("pipe").c_str(), 0600), 0);
+    std::string received;
+    std::thread reader([&] { received = Content("pipe"); });
+    const Outcome written = WriteWholeFile(At("pipe"), "through the pipe");
+    reader.join();
+    EXPECT_TRUE(written);
+    EXPECT_EQ(received, "through the pipe");
+
+    // A reader that goes away: a failure, not a signal.
+    std::thread leaving([&] { std::ifstream(At("pipe")).get(); });
+    EXPECT_FALSE(WriteWholeFile(At("pipe"), std::string(std::size_t{1} << 22U, 'x')));
+    leaving.join();
+    sigset_t pending;
+    sigpending(&pending);
+    EXPECT_EQ(sigismember(&pending, SIGPIPE), 0);
+}
+
+TEST_F(SafeFile, AFileWithoutEndIsOutOfMemory) {
+    const Result<std::string> endless = ReadWholeFile("/dev/zero", 1000000);
+    ASSERT_FALSE(endless);
+    EXPECT_EQ(endless.failure().status, KESTO_FILE_OUT_OF_MEMORY);
+}
+#endif
+
+}  // namespace
+}  // namespace kesto
