@@ -4,14 +4,12 @@
 #include <optional>
 #include <string>
 
+#include "alignment/element_generation.hpp"
 #include "io/record_layouts.hpp"
 
 namespace kesto {
 
 namespace {
-
-/// How the horizontal alignment was entered. The file tells it by the keyword only.
-enum class DesignMode : std::int32_t { Intersections = 0, Elements = 1, Coordinates = 2, BrokenLine = 3 };
 
 // ------------------------------------------------------------------------------------------------ sections of records
 
