@@ -1,0 +1,87 @@
+/// A sheet of paper to draw on, in millimetres, over Cairo.
+#pragma once
+
+#include <cairo.h>
+
+#include <memory>
+#include <string>
+#include <string_view>
+#include <vector>
+
+namespace kesto::host {
+
+/// A place on the sheet: mm from its upper left corner, y down.
+struct Place {
+    double x = 0, y = 0;
+};
+
+struct Box {
+    double left = 0, top = 0, right = 0, bottom = 0;  ///< mm
+    [[nodiscard]] double Width() const noexcept { return right - left; }
+    [[nodiscard]] double Height() const noexcept { return bottom - top; }
+};
+
+struct Colour {
+    double red = 0, green = 0, blue = 0;
+};
+
+namespace colours {
+inline constexpr Colour ink{0.10, 0.10, 0.12};
+inline constexpr Colour faint{0.80, 0.82, 0.84};
+inline constexpr Colour dim{0.42, 0.44, 0.48};
+inline constexpr Colour straight{0.20, 0.22, 0.25};
+inline constexpr Colour arc{0.80, 0.16, 0.12};
+inline constexpr Colour spiral{0.10, 0.38, 0.78};
+inline constexpr Colour verticalCurve{0.05, 0.52, 0.32};
+inline constexpr Colour brokenChain{0.65, 0.10, 0.60};
+}  // namespace colours
+
+struct Pen {
+    Colour colour = colours::ink;
+    double width = 0.25;  ///< mm
+    bool dashed = false;
+};
+
+struct TextStyle {
+    double size = 2.2;   ///< mm
+    double angle = 0;    ///< radians, clockwise on the sheet
+    double anchorX = 0;  ///< 0 the text begins at its place, 0.5 is centred, 1 ends there
+    double anchorY = 0;  ///< 0 the place is on the base line, 0.5 at half the height of capitals, 1 above them
+    Colour colour = colours::ink;
+    bool bold = false;
+    bool halo = false;  ///< with a white rim, to stand out from lines below
+};
+
+/// A landscape sheet that is written as SVG, PDF or PNG, by the file's extension.
+class Canvas {
+public:
+    /// @throws Problem for another extension, or when the file cannot be made
+    Canvas(std::string filePath, double widthMm, double heightMm);
+
+    void Line(Place from, Place to, const Pen& pen);
+    void Polyline(const std::vector<Place>& places, const Pen& pen);
+    void Fill(const std::vector<Place>& corners, const Colour& colour);
+    void Rectangle(const Box& box, const Pen& pen);
+    void Dot(Place centre, double radius, const Colour& edge, bool filled);
+    void Text(Place place, std::string_view text, const TextStyle& style);
+    /// Width of a text (mm).
+    double TextWidth(std::string_view text, const TextStyle& style);
+
+    /// Writes the file. @throws Problem when that fails
+    void Finish();
+
+private:
+    struct Release {
+        void operator()(cairo_t* drawing) const noexcept;
+        void operator()(cairo_surface_t* drawn) const noexcept;
+    };
+    void Use(const Pen& pen);
+    void Use(const TextStyle& style);
+
+    std::string path;
+    bool raster = false;
+    std::unique_ptr<cairo_surface_t, Release> surface;
+    std::unique_ptr<cairo_t, Release> context;
+};
+
+}  // namespace kesto::host

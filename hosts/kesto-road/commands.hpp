@@ -1,0 +1,59 @@
+/// The commands of the program: their options, and one function each.
+#pragma once
+
+#include <optional>
+#include <string>
+
+#include "problem.hpp"
+
+namespace kesto::host {
+
+struct ReportOptions {
+    std::string road;
+    std::string folder = ".";  ///< where stakes.csv goes
+    int decimals = 4;          ///< of coordinates and mileages in stakes.csv
+};
+/// Prints a summary of a road and writes its stakes as stakes.csv. @throws Problem
+ExitCode RunReport(const ReportOptions& options);
+
+struct MakeOptions {
+    std::string start, elements, broken, profile;  ///< tables; broken and profile may be empty
+    std::string road;                              ///< project file to write
+    std::string prefix = "K";
+    double interval = 100;  ///< spacing of regular stakes (m)
+};
+/// Makes a project file from tables. @throws Problem
+ExitCode RunMake(const MakeOptions& options);
+
+struct LocateOptions {
+    std::string road, points;
+    std::string out;  ///< empty: standard output
+    std::optional<std::string> from, to;
+    std::optional<int> fromOccurrence, toOccurrence;
+    int decimals = 4;
+};
+/// Mileage, offset and height difference of measured points. @throws Problem
+ExitCode RunLocate(const LocateOptions& options);
+
+struct AtOptions {
+    std::string road;
+    std::optional<std::string> mileage;  ///< not needed with a step
+    std::optional<int> occurrence;
+    std::optional<double> step;  ///< m: list every multiple of it
+    double offset = 0;           ///< m, positive to the right
+    double angle = 90;           ///< degrees from the tangent clockwise to the offset line
+    int decimals = 4;
+};
+/// Position, azimuth and height at a mileage, or a list of them. @throws Problem
+ExitCode RunAt(const AtOptions& options);
+
+struct PlotOptions {
+    std::string road;
+    std::string out;           ///< .svg, .pdf or .png
+    std::string paper = "A3";  ///< A3 or A4, landscape
+    std::string title;         ///< empty: the file's name
+};
+/// Draws plan and profile. @throws Problem
+ExitCode RunPlot(const PlotOptions& options);
+
+}  // namespace kesto::host

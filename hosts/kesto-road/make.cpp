@@ -1,0 +1,167 @@
+// kesto-road make: a project file from tables.
+#include <algorithm>
+#include <cmath>
+#include <iostream>
+#include <string>
+#include <vector>
+
+#include "commands.hpp"
+#include "failure_text.hpp"
+#include "make_tables.hpp"
+#include "numbers.hpp"
+#include "road_file.hpp"
+#include "road_line.hpp"
+
+namespace kesto::host {
+
+namespace {
+
+constexpr double joinTolerance = 0.01;    // m: a start point further from the element before is worth a warning
+constexpr double breakTolerance = 1e-3;   // m: a broken chain that shows on the road is found this near
+constexpr double beyondTolerance = 1e-3;  // m: a grade-change point further off the road is worth a warning
+constexpr std::int32_t elementMode = 1;
+
+struct Tables {
+    StartRow start;
+    std::vector<ElementRow> elements;
+    std::vector<FromLine<BrokenChain>> brokenChains;
+    ProfileTable profile;
+};
+
+/// Prints every message but the last, which ends the run.
+void RefuseProblems(const std::vector<std::string>& problems) {
+    if (problems.empty()) return;
+    for (std::size_t i = 0; i + 1 < problems.size(); ++i) PrintError(problems[i]);
+    throw Problem(ExitCode::Data, problems.back());
+}
+
+Tables ReadTables(const MakeOptions& options) {
+    std::vector<std::string> problems;
+    Tables tables;
+    tables.start = ReadStart(options.start, options.prefix, problems);
+    tables.elements = ReadElements(options.elements, problems);
+    if (!options.broken.empty()) tables.brokenChains = ReadBrokenChains(options.broken, options.prefix, problems);
+    if (!options.profile.empty()) tables.profile = ReadProfile(options.profile, options.prefix, problems);
+    RefuseProblems(problems);
+    return tables;
+}
+
+/// The start fields that start.csv leaves empty come from the first element, and the other way round.
+void CompleteStart(StartRow& start, ElementRow& first) {
+    const auto share = [&](std::optional<double>& mine, std::optional<double>& other, const char* column) {
+        if (!mine) mine = other;
+        if (!mine) {
+            throw Problem(ExitCode::Data, start.where + ": column '" + column +
+                                              "' is empty, and so it is in the first element: give one of them");
+        }
+        if (!other) other = mine;
+    };
+    share(start.x, first.x, "start_x");
+    share(start.y, first.y, "start_y");
+    share(start.azimuth, first.azimuth, "start_azimuth_deg");
+}
+
+/// Gives every element its start: what a row leaves empty follows from the end of the element before.
+void CompleteElements(RoadDesign* road, Tables& tables) {
+    CompleteStart(tables.start, tables.elements.front());
+    double x = *tables.start.x;
+    double y = *tables.start.y;
+    double azimuth = *tables.start.azimuth;
+    for (auto& row : tables.elements) {
+        const double gap = std::hypot(row.x.value_or(x) - x, row.y.value_or(y) - y);
+        if (gap > joinTolerance) {
+            PrintWarning(row.where + ": the start point lies " + FormatReal(gap, 3) +
+                         " m from the end of the element before; the road goes on from that end");
+        }
+        Element& element = row.element;
+        element.startX = row.x.value_or(x);
+        element.startY = row.y.value_or(y);
+        element.startAzimuth = row.azimuth.value_or(azimuth);
+        Element joined = element;
+        joined.startX = x;
+        joined.startY = y;
+        if (!GetElementPositionAndAzimuth(road, &joined, element.length, &x, &y, &azimuth)) {
+            throw Problem(ExitCode::Data, row.where + ": " + DescribeLastFailure(road));
+        }
+    }
+}
+
+[[noreturn]] void RefuseRecord(RoadDesign* road, const std::string& where) {
+    throw Problem(ExitCode::Data, where + ": " + DescribeLastFailure(road));
+}
+
+void AddElements(RoadDesign* road, const Tables& tables) {
+    if (!SetStartInformation(road, *tables.start.x, *tables.start.y, *tables.start.azimuth)) {
+        RefuseRecord(road, tables.start.where);
+    }
+    for (const auto& row : tables.elements) {
+        if (!AddElement(road, &row.element, -1)) RefuseRecord(road, row.where);
+    }
+}
+
+void Fill(RoadDesign* road, const Tables& tables, const MakeOptions& options) {
+    SetStartMileage(road, tables.start.mileage);
+    SetMileageInterval(road, options.interval);
+    SetMakeStakePerfix(road, options.prefix.c_str());
+    SetRoadDesignMode(road, elementMode);
+    AddElements(road, tables);
+    for (const auto& chain : tables.brokenChains) {
+        if (!AddBrokenChain(road, &chain.record)) RefuseRecord(road, chain.where);
+    }
+    SetVerticalCurveMode(road, tables.profile.mode);
+    for (const auto& point : tables.profile.points) {
+        if (!AddVerticalCurve(road, &point.record)) RefuseRecord(road, point.where);
+    }
+    if (!DesignRoad(road)) throw Problem(ExitCode::Road, "no road can be built: " + DescribeLastFailure(road));
+}
+
+/// What builds, but is hardly meant.
+void WarnOfStrays(RoadDesign* road, const RoadLine& line, const Tables& tables) {
+    const auto breaks = line.Breaks();
+    for (const auto& chain : tables.brokenChains) {
+        const bool shows = std::any_of(breaks.begin(), breaks.end(), [&](const Break& it) {
+            return std::fabs(it.back - chain.record.backMileage) < breakTolerance &&
+                   std::fabs(it.ahead - chain.record.aheadMileage) < breakTolerance;
+        });
+        if (!shows) PrintWarning(chain.where + ": this broken chain is not on the road and has no effect");
+    }
+    for (const auto& point : tables.profile.points) {
+        double mileage = point.record.mileage;
+        if (GetSrcMileage(road, &mileage, point.record.occurrence)) continue;
+        const Failure failure = LastFailure(road);
+        if (failure.status == KESTO_MILEAGE_OFF_ROAD && failure.excess < beyondTolerance) continue;
+        PrintWarning(point.where + ": this grade-change point is not on the road: " + DescribeLastFailure(road));
+    }
+}
+
+/// The design run has split elements at the broken chains; the file keeps them as they were entered.
+void RestoreElements(RoadDesign* road, const Tables& tables) {
+    while (GetElementCount(road) > 0) DeleteElement(road, GetElementCount(road) - 1);
+    AddElements(road, tables);
+    SetStartMileage(road, tables.start.mileage);
+}
+
+}  // namespace
+
+ExitCode RunMake(const MakeOptions& options) {
+    CheckRoadExtension(options.road);
+    Tables tables = ReadTables(options);
+    const RoadHandle road = NewRoad();
+    CompleteElements(road.get(), tables);
+    Fill(road.get(), tables, options);
+    const RoadLine line(road.get());
+    WarnOfStrays(road.get(), line, tables);
+    const std::string length = FormatReal(line.Length(), 3);
+    RestoreElements(road.get(), tables);
+    const std::int32_t status = SaveProject(road.get(), options.road.c_str());
+    if (status != KESTO_SUCCESS) {
+        throw Problem(ExitCode::File, "'" + options.road + "' cannot be written: " + DescribeStatus(status) +
+                                          ": check the folder, its permissions and the disk");
+    }
+    std::cout << options.road << ": " << length << " m, " << tables.elements.size() << " elements, "
+              << tables.brokenChains.size() << " broken chains, " << tables.profile.points.size()
+              << " grade-change points\n";
+    return ExitCode::Ok;
+}
+
+}  // namespace kesto::host

@@ -1,0 +1,27 @@
+/// Opening a road for a command, with messages.
+#pragma once
+
+#include <memory>
+#include <string>
+
+#include "kesto_road/kesto_road.h"
+
+namespace kesto::host {
+
+struct EndRoad {
+    void operator()(RoadDesign* road) const noexcept { EndRoadDesign(road); }
+};
+/// A road that ends with its owner.
+using RoadHandle = std::unique_ptr<RoadDesign, EndRoad>;
+
+/// An empty road. @throws Problem when memory runs out
+RoadHandle NewRoad();
+
+/// Opens a project file and runs the design; records that had to be skipped are warned of.
+/// @throws Problem when the file cannot be read or no road can be built from it
+RoadHandle OpenRoad(const std::string& path);
+
+/// @throws Problem unless the path ends in ".road", the extension that a project file must have
+void CheckRoadExtension(const std::string& path);
+
+}  // namespace kesto::host

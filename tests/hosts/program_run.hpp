@@ -1,0 +1,91 @@
+/// Runs the program as a shell would, in a folder of its own.
+#pragma once
+
+#include <gtest/gtest.h>
+#include <sys/wait.h>
+#include <unistd.h>
+
+#include <algorithm>
+#include <cstdlib>
+#include <filesystem>
+#include <fstream>
+#include <iterator>
+#include <sstream>
+#include <string>
+#include <vector>
+
+namespace kesto::test {
+
+struct RunResult {
+    int code;
+    std::string out, err;
+};
+
+inline std::string ReadFile(const std::filesystem::path& path) {
+    std::ifstream stream(path, std::ios::binary);
+    return {std::istreambuf_iterator<char>(stream), {}};
+}
+
+inline std::vector<std::string> Lines(const std::string& text) {
+    std::vector<std::string> lines;
+    std::istringstream stream(text);
+    for (std::string line; std::getline(stream, line);) lines.push_back(line);
+    return lines;
+}
+
+/// Fields of a table without quotes; an empty last field counts.
+inline std::vector<std::string> Fields(const std::string& line) {
+    std::vector<std::string> fields(1);
+    for (const char c : line) {
+        if (c == ',') {
+            fields.emplace_back();
+        } else {
+            fields.back() += c;
+        }
+    }
+    return fields;
+}
+
+class ProgramTest : public testing::Test {
+protected:
+    void SetUp() override {
+        std::string name = (std::filesystem::temp_directory_path() / "kesto-road-test-XXXXXX").string();
+        ASSERT_NE(mkdtemp(name.data()), nullptr);
+        folder = name;
+    }
+    void TearDown() override { std::filesystem::remove_all(folder); }
+
+    /// Runs the program in the test's folder with arguments as a shell reads them.
+    RunResult Run(const std::string& arguments) const {
+        const std::string command = "cd '" + folder.string() + "' && " KESTO_LEAK_OPTIONS " '" KESTO_ROAD_PROGRAM "' " +
+                                    arguments + " >stdout.txt 2>stderr.txt </dev/null";
+        const int status = std::system(command.c_str());  // NOLINT(cert-env33-c): the tests want a shell
+        return {WIFEXITED(status) ? WEXITSTATUS(status) : -1, ReadFile(folder / "stdout.txt"),
+                ReadFile(folder / "stderr.txt")};
+    }
+
+    void Write(const std::string& name, const std::string& text) const {
+        std::ofstream(folder / name, std::ios::binary) << text;
+    }
+
+    /// Arguments that make a road from one of the sample alignments.
+    static std::string Tables(const std::string& sample) {
+        const std::filesystem::path data = std::filesystem::path(KESTO_TEST_DATA) / sample;
+        const auto quoted = [&](const char* name) { return " '" + (data / name).string() + "'"; };
+        std::string arguments = "make" + quoted("start.csv") + quoted("elements.csv");
+        if (exists(data / "broken_chains.csv")) arguments += " --broken" + quoted("broken_chains.csv");
+        if (exists(data / "profile.csv")) arguments += " --profile" + quoted("profile.csv");
+        return arguments;
+    }
+
+    /// Makes a road of a sample alignment.
+    void Make(const std::string& sample, const std::string& road) const {
+        const auto made = Run(Tables(sample) + " -o " + road);
+        ASSERT_EQ(made.code, 0) << made.err;
+        ASSERT_EQ(made.err, "");
+    }
+
+    std::filesystem::path folder;
+};
+
+}  // namespace kesto::test
