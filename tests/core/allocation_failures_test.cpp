@@ -1,0 +1,231 @@
+// Memory that runs out: every operation is repeated with its first, second, third ... allocation failing, until it
+// succeeds; each time the design data are whole, and the next attempt does what an undisturbed one does.
+#include <gtest/gtest.h>
+
+#include <cstdlib>
+#include <functional>
+#include <memory>
+#include <new>
+#include <string>
+#include <vector>
+
+#include "core/road_design.hpp"
+
+namespace {
+
+int allocationsLeft = -1;  // until one fails; negative: none does
+
+void* Allocate(std::size_t size) noexcept {
+    if (allocationsLeft >= 0 && allocationsLeft-- == 0) return nullptr;
+    return std::malloc(size > 0 ? size : 1);
+}
+
+// Through a pointer that compilers cannot see through: inlined, free() beside an operator new looks mismatched to them.
+void (*const volatile release)(void*) = std::free;
+
+}  // namespace
+
+void* operator new(std::size_t size) {
+    if (void* memory = Allocate(size)) return memory;
+    throw std::bad_alloc();
+}
+void* operator new(std::size_t size, const std::nothrow_t&) noexcept { return Allocate(size); }
+void operator delete(void* memory) noexcept { release(memory); }
+void operator delete(void* memory, std::size_t) noexcept { release(memory); }
+void operator delete(void* memory, const std::nothrow_t&) noexcept { release(memory); }
+
+namespace kesto {
+namespace {
+
+using Owned = std::unique_ptr<RoadDesign, decltype(&EndRoadDesign)>;
+
+Element Straight(double length) {
+    Element element{};
+    element.type = 1;
+    element.length = length;
+    return element;
+}
+
+template <class Record>
+std::string BytesOf(const CountedList<Record>& list) {
+    const auto records = list.Records();
+    return {reinterpret_cast<const char*>(records.data()), records.size_bytes()};
+}
+
+/// What a user has entered; neither the elements, which a build splits, nor what is derived.
+std::string Entered(const RoadDesign& road) {
+    std::string bytes = road.settings.stakePrefix + '|' + BytesOf(road.intersections) + '|' +
+                        BytesOf(road.coordinates) + '|' + BytesOf(road.brokenChains) + '|';
+    for (const VerticalCurve& curve : road.verticalCurves.Records()) {
+        bytes += std::to_string(curve.mileage) + ' ' + std::to_string(curve.elevation) + ' ';
+    }
+    return bytes;
+}
+
+std::string Everything(const RoadDesign& road) {
+    return Entered(road) + '|' + BytesOf(road.elements) + '|' + BytesOf(road.stakes) + '|' +
+           BytesOf(road.verticalCurves) + '|' + std::to_string(road.totalLength);
+}
+
+/// A road whose every list is as full as its room, so that each addition allocates; the chain is not built.
+Owned FullRoad() {
+    Owned road(StartRoadDesign(), EndRoadDesign);
+    SetRoadDesignMode(road.get(), 1);
+    EXPECT_TRUE(SetStartInformation(road.get(), 0, 0, 0));
+    for (int i = 0; i < 16; ++i) {
+        const Intersection intersection{};
+        const Coordinate coordinate{};
+        const Element element = Straight(100);
+        VerticalCurve curve{};
+        curve.mileage = 100.0 * i;
+        curve.elevation = i % 3;
+        curve.radius = 500;
+        EXPECT_TRUE(AddIntersection(road.get(), &intersection, -1));
+        EXPECT_TRUE(AddCoordinate(road.get(), &coordinate, -1));
+        if (i < 15) {
+            EXPECT_TRUE(AddElement(road.get(), &element, -1));
+            const BrokenChain chain{50.0 + 100 * i, 60.0 + 100 * i};
+            EXPECT_TRUE(AddBrokenChain(road.get(), &chain));
+        }
+        road->verticalCurves.Insert(curve);
+    }
+    return road;
+}
+
+Owned FullRoadWithoutStart() {
+    Owned road = FullRoad();
+    EXPECT_TRUE(DeleteElement(road.get(), 0));
+    const Element element = Straight(100);
+    EXPECT_TRUE(AddElement(road.get(), &element, 0));
+    return road;
+}
+
+Owned BuiltRoad() {
+    Owned road = FullRoad();
+    EXPECT_TRUE(UpdateData(road.get()));
+    return road;
+}
+
+Owned DesignedRoad() {
+    Owned road = FullRoad();
+    EXPECT_TRUE(DesignRoad(road.get()));
+    return road;
+}
+
+struct Operation {
+    const char* name;
+    Owned (*prepare)();
+    std::function<bool(RoadDesign*)> run;
+    bool canFail = true;
+};
+
+template <class Record>
+std::vector<Record> Several() {
+    std::vector<Record> records(16);
+    for (std::size_t i = 0; i < records.size(); ++i) {
+        if constexpr (requires { records[i].backMileage; }) records[i].backMileage = 5000.0 + static_cast<double>(i);
+        if constexpr (requires { records[i].elevation; }) records[i].mileage = 9000.0 - static_cast<double>(i);
+    }
+    return records;
+}
+
+std::vector<Operation> Operations() {
+    static const auto intersections = Several<Intersection>();
+    static const auto elements = Several<Element>();
+    static const auto coordinates = Several<Coordinate>();
+    static const auto chains = Several<BrokenChain>();
+    static const auto curves = Several<VerticalCurve>();
+    static double x, y, z;
+    static std::int32_t k;
+    static StakeCoordinate stake;
+    return {
+        {"SetStartInformation", FullRoadWithoutStart, [](auto* h) { return SetStartInformation(h, 1, 2, 3); }},
+        {"SetMakeStakePerfix", FullRoad,
+         [](auto* h) {
+             static const std::string prefix(100, 'p');
+             SetMakeStakePerfix(h, prefix.c_str());
+             return GetMakeStakePerfix(h) == prefix;
+         }},
+        {"AddIntersection", FullRoad, [](auto* h) { return AddIntersection(h, &intersections[0], 3); }},
+        {"AddIntersectionList", FullRoad, [](auto* h) { return AddIntersectionList(h, intersections.data(), 16); }},
+        {"AddElement", FullRoad, [](auto* h) { return AddElement(h, &elements[0], 3); }},
+        {"AddElementList", FullRoad, [](auto* h) { return AddElementList(h, elements.data(), 16); }},
+        {"AddCoordinate", FullRoad, [](auto* h) { return AddCoordinate(h, &coordinates[0], 3); }},
+        {"AddCoordinateList", FullRoad, [](auto* h) { return AddCoordinateList(h, coordinates.data(), 16); }},
+        {"AddBrokenChain", FullRoad, [](auto* h) { return AddBrokenChain(h, &chains[0]); }},
+        {"AddBrokenChainList", FullRoad, [](auto* h) { return AddBrokenChainList(h, chains.data(), 16); }},
+        {"SetBrokenChain", FullRoad, [](auto* h) { return SetBrokenChain(h, 3, &chains[5]); }, false},
+        {"AddVerticalCurve", DesignedRoad, [](auto* h) { return AddVerticalCurve(h, &curves[0]); }},
+        {"AddVerticalCurveList", DesignedRoad, [](auto* h) { return AddVerticalCurveList(h, curves.data(), 16); }},
+        {"SetVerticalCurve", DesignedRoad, [](auto* h) { return SetVerticalCurve(h, 3, &curves[0]); }, false},
+        {"UpdateData", FullRoad, UpdateData},
+        {"DesignRoad", FullRoad, DesignRoad},
+        {"DesignRoad again", DesignedRoad, DesignRoad},
+        {"GetSrcMileage", FullRoad,
+         [](auto* h) {
+             double m = 70;
+             return GetSrcMileage(h, &m, 0);
+         }},
+        {"GetPositionAndAzimuth", BuiltRoad, [](auto* h) { return GetPositionAndAzimuth(h, 70, 1, 90, &x, &y, &z, 0); },
+         false},
+        {"GetMileageAndOffset", FullRoad, [](auto* h) { return GetMileageAndOffset(h, 70, 1, &x, &y, &k); }},
+        {"GetMileAndOffsetInLim", FullRoad,
+         [](auto* h) { return GetMileAndOffsetInLim(h, 70, 1, 0, 0, 900, 0, &x, &y, &k); }},
+        {"GetNearbyStakeCoordinate", DesignedRoad,
+         [](auto* h) { return GetNearbyStakeCoordinate(h, 70, 1, &stake, &k); }, false},
+        {"GetHeight", FullRoad, [](auto* h) { return GetHeight(h, 70, 0, 0, &x); }},
+    };
+}
+
+class AllocationFailures : public testing::TestWithParam<Operation> {};
+
+TEST_P(AllocationFailures, LeaveTheDesignDataWhole) {
+    const Operation& operation = GetParam();
+    const Owned undisturbed = operation.prepare();
+    ASSERT_TRUE(operation.run(undisturbed.get()));
+    const std::string after = Everything(*undisturbed);
+    const std::string built = BytesOf(BuiltRoad()->elements);
+    int failures = 0;
+    for (int n = 0;; ++n) {
+        ASSERT_LT(n, 10000);
+        SCOPED_TRACE("allocation " + std::to_string(n + 1) + " fails");
+        const Owned road = operation.prepare();
+        const std::string before = Entered(*road);
+        const std::string elements = BytesOf(road->elements);
+        allocationsLeft = n;
+        const bool done = operation.run(road.get());
+        const bool failed = allocationsLeft < 0;
+        allocationsLeft = -1;
+        if (!failed) {
+            EXPECT_TRUE(done);
+            break;
+        }
+        if (!done) {
+            ++failures;
+            ASSERT_TRUE(road->lastFailure);
+            EXPECT_EQ(road->lastFailure->status, KESTO_OUT_OF_MEMORY);
+            EXPECT_EQ(Entered(*road), before);
+            const std::string now = BytesOf(road->elements);
+            EXPECT_TRUE(now == elements || now == built || now == BytesOf(undisturbed->elements)) << "half a build";
+            EXPECT_TRUE(operation.run(road.get())) << "once there is memory again";
+        }
+        EXPECT_EQ(Everything(*road), after);
+    }
+    EXPECT_EQ(failures > 0, operation.canFail);
+}
+
+INSTANTIATE_TEST_SUITE_P(Operations, AllocationFailures, testing::ValuesIn(Operations()), [](const auto& each) {
+    std::string name = each.param.name;
+    std::erase(name, ' ');
+    return name;
+});
+
+TEST(AllocationFailure, OfANewRoadGivesNoRoad) {
+    allocationsLeft = 0;
+    RoadDesign* const road = StartRoadDesign();
+    allocationsLeft = -1;
+    EXPECT_EQ(road, nullptr);
+}
+
+}  // namespace
+}  // namespace kesto

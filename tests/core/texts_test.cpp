@@ -1,0 +1,62 @@
+// Text fields and stake texts.
+#include <gtest/gtest.h>
+
+#include <cstring>
+#include <string>
+
+#include "core/stake_text.hpp"
+#include "core/text.hpp"
+
+namespace kesto {
+namespace {
+
+TEST(TextField, IsCutAtACharacterBoundary) {
+    struct Case {
+        std::string given;
+        std::size_t kept;
+    };
+    const std::string a28(28, 'a');
+    const std::string emoji = "\xF0\x9F\x9A\xA7";  // four bytes
+    const std::string han = "\xE8\xB7\xAF";        // three bytes
+    for (const Case& each : {Case{"", 0}, Case{a28 + "bcd", 31}, Case{a28 + "bcde", 31}, Case{a28 + han, 31},
+                             Case{a28 + "b" + han, 29}, Case{a28 + "bc" + han, 30}, Case{a28 + emoji, 28},
+                             Case{a28.substr(1) + emoji + "x", 31}, Case{std::string(100, 'x'), 31},
+                             Case{std::string(40, '\x80'), 31} /* no text in UTF-8: bytes are characters */}) {
+        char field[textFieldSize];
+        std::memset(field, 'z', sizeof field);
+        SetText(field, each.given);
+        EXPECT_EQ(TextOf(field), each.given.substr(0, each.kept));
+        for (std::size_t i = each.kept; i < textFieldSize; ++i) EXPECT_EQ(field[i], '\0') << "the rest is zero";
+    }
+}
+
+TEST(TextField, CutsOnlyWhereNothingEndsIt) {
+    char whole[textFieldSize];
+    std::memset(whole, 'x', sizeof whole);
+    CutText(whole);
+    EXPECT_EQ(TextOf(whole), std::string(31, 'x'));
+    char ended[textFieldSize] = "JD1";
+    ended[20] = 'r';  // what stands behind the end is the caller's
+    CutText(ended);
+    EXPECT_EQ(TextOf(ended), "JD1");
+    EXPECT_EQ(ended[20], 'r');
+}
+
+TEST(StakeText, PadsMetresBeforeTheyAreRounded) {
+    struct Case {
+        const char* prefix;
+        double mileage;
+        const char* text;
+    };
+    for (const Case& each :
+         {Case{"K", 12345.678, "K12+345.678"}, Case{"K", 1005.5, "K1+005.500"}, Case{"K", 50, "K0+050.000"},
+          Case{"K", 0, "K0+000.000"}, Case{"K", -12.5, "K0+012.500"}, Case{"-DK", 100, "-DK0+100.000"},
+          Case{"", 9.9996, "0+0010.000"}, Case{"", 9.99999995, "0+010.000"}, Case{"", 99.9999, "0+0100.000"},
+          Case{"", 99.99999995, "0+100.000"}, Case{"", 999.9999, "0+1000.000"},
+          Case{"K", 5e12 + 7, "K5000000000+007.000"}}) {
+        EXPECT_EQ(StakeText(each.prefix, each.mileage), each.text);
+    }
+}
+
+}  // namespace
+}  // namespace kesto

@@ -1,0 +1,198 @@
+/// What the interface tests share: a road that ends itself, elements joined end to end, and answers as values.
+#pragma once
+
+#include <gtest/gtest.h>
+
+#include <cstdint>
+#include <memory>
+#include <optional>
+#include <string>
+#include <vector>
+
+#include "kesto_road/kesto_road.h"
+
+namespace kesto::test {
+
+class Road {
+public:
+    Road() : handle(StartRoadDesign(), EndRoadDesign) {}
+    operator RoadDesign*() const { return handle.get(); }  // NOLINT(google-explicit-constructor)
+
+private:
+    std::unique_ptr<RoadDesign, decltype(&EndRoadDesign)> handle;
+};
+
+inline constexpr std::uint8_t left = 0;
+inline constexpr std::uint8_t right = 1;
+
+inline Element Straight(double length) {
+    Element element{};
+    element.type = 1;
+    element.length = length;
+    return element;
+}
+
+inline Element Arc(std::uint8_t turn, double radius, double length) {
+    Element element = Straight(length);
+    element.type = 2;
+    element.turnDirection = turn;
+    element.startRadius = element.endRadius = radius;
+    return element;
+}
+
+inline Element Spiral(std::uint8_t turn, double startRadius, double endRadius, double length) {
+    Element element = Arc(turn, startRadius, length);
+    element.type = 3;
+    element.endRadius = endRadius;
+    return element;
+}
+
+/// Where a road begins: point (m), azimuth (degrees), mileage (m).
+struct Start {
+    double x = 0;
+    double y = 0;
+    double azimuth = 0;
+    double mileage = 0;
+};
+
+/// An unbuilt road of elements, each starting where and as the one before ends. Elements may be changed before use.
+inline Road MakeRoad(const std::vector<Element>& elements, Start start = {}) {
+    Road road;
+    SetRoadDesignMode(road, 1);
+    SetStartMileage(road, start.mileage);
+    EXPECT_TRUE(SetStartInformation(road, start.x, start.y, start.azimuth));
+    Start next = start;
+    for (Element element : elements) {
+        element.startX = next.x;
+        element.startY = next.y;
+        element.startAzimuth = next.azimuth;
+        EXPECT_TRUE(AddElement(road, &element, -1));
+        GetElementPositionAndAzimuth(road, &element, element.length, &next.x, &next.y, &next.azimuth);
+    }
+    return road;
+}
+
+inline void AddChain(RoadDesign* road, double back, double ahead) {
+    const BrokenChain chain{back, ahead};
+    EXPECT_TRUE(AddBrokenChain(road, &chain));
+}
+
+/// Straight of 1000 m heading north from (0, 0), mileage 0, broken at 400, chain built.
+inline Road BrokenRoad(double ahead) {
+    Road road = MakeRoad({Straight(1000)});
+    AddChain(road, 400, ahead);
+    EXPECT_TRUE(UpdateData(road));
+    return road;
+}
+
+inline VerticalCurve GradePoint(double mileage, double elevation, double radius = 0, std::int32_t occurrence = 0) {
+    VerticalCurve curve{};
+    curve.mileage = mileage;
+    curve.occurrence = occurrence;
+    curve.elevation = elevation;
+    curve.radius = radius;
+    curve.startOccurrence = curve.endOccurrence = -1;
+    return curve;
+}
+
+inline void AddGradePoints(RoadDesign* road, const std::vector<VerticalCurve>& points) {
+    for (const VerticalCurve& point : points) EXPECT_TRUE(AddVerticalCurve(road, &point));
+}
+
+struct Point {
+    bool found = false;
+    double x = 0, y = 0, azimuth = 0;
+};
+
+inline Point PointAt(RoadDesign* road, double mileage, double offset = 0, std::int32_t occurrence = 0,
+                     double angle = 90) {
+    Point point;
+    point.found = GetPositionAndAzimuth(road, mileage, offset, angle, &point.x, &point.y, &point.azimuth, occurrence);
+    return point;
+}
+
+struct Foot {
+    bool found = false;
+    double mileage = -7, offset = -7;
+    std::int32_t occurrence = -7;
+};
+
+inline Foot FootOf(RoadDesign* road, double x, double y) {
+    Foot foot;
+    foot.found = GetMileageAndOffset(road, x, y, &foot.mileage, &foot.offset, &foot.occurrence);
+    return foot;
+}
+
+template <class Record>
+std::string Bytes(const Record* record) {
+    return {reinterpret_cast<const char*>(record), sizeof(Record)};
+}
+
+inline std::optional<double> Continuous(RoadDesign* road, double mileage, std::int32_t occurrence = 0) {
+    const double before = mileage;
+    if (GetSrcMileage(road, &mileage, occurrence)) return mileage;
+    EXPECT_EQ(Bytes(&mileage), Bytes(&before)) << "output changed by a failure";
+    return std::nullopt;
+}
+
+inline std::optional<double> HeightAt(RoadDesign* road, double mileage, std::int32_t occurrence = 0) {
+    double height = -7;
+    if (GetHeight(road, mileage, occurrence, 0, &height)) return height;
+    return std::nullopt;
+}
+
+/// The last failure; status 0 where there is none.
+inline Failure LastFailure(RoadDesign* road) {
+    Failure failure{};
+    GetLastFailure(road, &failure);
+    return failure;
+}
+
+template <class Record>
+std::vector<Record> AllRecords(RoadDesign* road, std::int32_t (*count)(RoadDesign*),
+                               bool (*get)(RoadDesign*, std::int32_t, Record*)) {
+    std::vector<Record> records(static_cast<std::size_t>(count(road)));
+    for (std::size_t i = 0; i < records.size(); ++i) {
+        EXPECT_TRUE(get(road, static_cast<std::int32_t>(i), &records[i]));
+    }
+    return records;
+}
+
+inline std::vector<StakeCoordinate> Stakes(RoadDesign* road) {
+    return AllRecords(road, GetStakeCoordinateCount, GetStakeCoordinate);
+}
+
+inline std::vector<Element> Elements(RoadDesign* road) { return AllRecords(road, GetElementCount, GetElement); }
+
+inline std::vector<BrokenChain> Chains(RoadDesign* road) {
+    return AllRecords(road, GetBrokenChainCount, GetBrokenChain);
+}
+
+inline std::vector<VerticalCurve> Curves(RoadDesign* road) {
+    return AllRecords(road, GetVerticalCurveCount, GetVerticalCurve);
+}
+
+/// Everything that can be read from a road without making it compute, as bytes: equal exactly when nothing changed.
+inline std::string Snapshot(RoadDesign* road) {
+    std::string bytes;
+    const auto append = [&bytes](const auto& records) {
+        for (const auto& record : records) bytes += Bytes(&record);
+        bytes += '|';
+    };
+    append(AllRecords(road, GetIntersectionCount, GetIntersection));
+    append(Elements(road));
+    append(AllRecords(road, GetCoordinateCount, GetCoordinate));
+    append(Chains(road));
+    append(Curves(road));
+    append(Stakes(road));
+    double interval = 0;
+    double startMileage = 0;
+    const std::int32_t type = GetMakeStakeInfo(road, &interval);
+    const double end = GetRoadMileage(road, &startMileage);
+    append(std::vector<double>{interval, startMileage, end});
+    append(std::vector<std::int32_t>{type, GetRoadDesignMode(road), GetVerticalCurveMode(road), GetSectionMode(road),
+                                     GetSideSlopeMode(road)});
+    return bytes + GetMakeStakePerfix(road);
+}
+
+}  // namespace kesto::test
