@@ -26,7 +26,7 @@ void RatioReporter::ReportRuns(const std::vector<Run>& runs) {
         Times& times = questions[question][std::stoll(run.run_name.args)];
         const double time =
             run.GetAdjustedCPUTime() / benchmark::GetTimeUnitMultiplier(run.time_unit) * nanosecondsPerSecond;
-        (way == "library" ? times.library : times.plain) = time;
+        (way == "library" ? times.kesto : times.plain) = time;
     }
 }
 
@@ -36,11 +36,11 @@ void RatioReporter::Finalize() {
     for (const auto& [question, sizes] : questions) {
         double before = 0;
         for (const auto& [size, times] : sizes) {
-            std::printf("%-14s %9lld %14.0f %14.0f %9.2f", question.c_str(), static_cast<long long>(size),
-                        times.library, times.plain, times.library / times.plain);
-            if (before > 0) std::printf(" %9.2f", times.library / before);
+            std::printf("%-14s %9lld %14.0f %14.0f %9.2f", question.c_str(), static_cast<long long>(size), times.kesto,
+                        times.plain, times.kesto / times.plain);
+            if (before > 0) std::printf(" %9.2f", times.kesto / before);
             std::printf("\n");
-            before = times.library;
+            before = times.kesto;
         }
     }
 }

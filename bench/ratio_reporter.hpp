@@ -19,8 +19,8 @@ public:
 
 private:
     struct Times {
-        double library = 0;  // ns
-        double plain = 0;    // ns
+        double kesto = 0;  // ns
+        double plain = 0;  // ns
     };
     std::map<std::string, std::map<std::int64_t, Times>> questions;
 };
