@@ -3,6 +3,7 @@ add_library(kesto_road SHARED
     core/exports.cpp
     alignment/exports.cpp
     profile/exports.cpp
+    section/exports.cpp
     design/exports.cpp
     io/exports.cpp)
 add_library(kesto::kesto_road ALIAS kesto_road)

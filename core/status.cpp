@@ -72,9 +72,14 @@ const char* Describe(std::int32_t status) noexcept {
         case KESTO_NO_FOOT: return "the point has no foot on this stretch of the road";
         case KESTO_NO_STAKES: return "the road has no stakes yet";
         case KESTO_RESULT_NOT_FINITE: return "the answer would not be a finite number";
-        case KESTO_NO_CROSS_SECTION: return "no cross section holds this offset";
+        case KESTO_NO_CROSS_SECTION: return "no cross section holds this place";
         case KESTO_NO_HEIGHT: return "the profile has no height there";
         case KESTO_UNKNOWN_CURVE_MODE: return "the vertical curve mode is unknown";
+        case KESTO_UNKNOWN_SIDE: return "the side is neither left (0) nor right (1)";
+        case KESTO_UNKNOWN_CHANGE_KIND: return "the kind of change section is unknown";
+        case KESTO_VALUE_COUNT_DIFFERS:
+            return "a change section needs one value and one flag for each plate of its side";
+        case KESTO_ARRAY_TOO_SMALL: return "the array given has too little room";
         case KESTO_INTERNAL_ERROR: return "internal error of the library";
         default: return "unknown status";
     }

@@ -3,7 +3,6 @@
 #include <cstddef>
 
 #include "core/guard.hpp"
-#include "profile/height.hpp"
 #include "profile/vertical_curves.hpp"
 
 using kesto::GuardBool;
@@ -29,6 +28,4 @@ bool KESTO_CALL AddVerticalCurveList(RoadDesign* h, const VerticalCurve* r, int3
 bool KESTO_CALL DeleteVerticalCurve(RoadDesign* h, int32_t i) { return kesto::DeleteRecord(h, &RoadDesign::verticalCurves, i); }
 bool KESTO_CALL GetVerticalCurve(RoadDesign* h, int32_t i, VerticalCurve* r) { return kesto::GetRecord(h, &RoadDesign::verticalCurves, i, r); }
 bool KESTO_CALL SetVerticalCurve(RoadDesign* h, int32_t i, const VerticalCurve* r) { return GuardBool(h, [&](RoadDesign& road) { return kesto::ReplaceVerticalCurve(road, i, *r); }, r); }
-
-bool KESTO_CALL GetHeight(RoadDesign* h, double m, int32_t k, double offset, double* height) { return GuardBool(h, [&](RoadDesign& road) { return kesto::FindHeight(road, {m, k}, offset, *height); }, height); }
 // clang-format on

@@ -4,7 +4,6 @@
 #include <optional>
 
 #include "alignment/chain_builder.hpp"
-#include "core/guard.hpp"
 #include "core/tolerances.hpp"
 #include "profile/vertical_curves.hpp"
 
@@ -98,20 +97,6 @@ Result<double> CentreHeight(RoadDesign& road, StakeMileage stake, bool& known) {
     const Result<double> height = ProfileHeight(road, profile, *continuous);
     if (height && !std::isfinite(*height)) return Fail(KESTO_RESULT_NOT_FINITE);
     return height;
-}
-
-Outcome FindHeight(RoadDesign& road, StakeMileage stake, double offset, double& height) {
-    if (Outcome finite = RequireFinite({stake.mileage, offset}); !finite) return finite;
-    if (!(std::fabs(offset) < tolerance::offset)) {
-        if (Outcome current = EnsureCurrent(road); !current) return current;
-        height = 0;
-        return FailValue(KESTO_NO_CROSS_SECTION, offset);
-    }
-    bool known = false;
-    const Result<double> centre = CentreHeight(road, stake, known);
-    if (centre || known) height = centre ? *centre : 0;
-    if (!centre) return centre.failure();
-    return {};
 }
 
 }  // namespace kesto

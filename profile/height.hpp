@@ -14,8 +14,4 @@ namespace kesto {
 ///         the rounding of the heights.
 Result<double> CentreHeight(RoadDesign& road, StakeMileage stake, bool& known);
 
-/// Design height at a stake mileage and offset (m). Away from the centre line there is none yet.
-/// @param height out: untouched where an argument is not finite or no road can be built; 0 where there is no height
-Outcome FindHeight(RoadDesign& road, StakeMileage stake, double offset, double& height);
-
 }  // namespace kesto

@@ -88,9 +88,14 @@ enum KestoStatus {
     KESTO_NO_FOOT = 28,                 /**< no element admits the point between the two limits */
     KESTO_NO_STAKES = 29,               /**< there is no stake list: run DesignRoad() first */
     KESTO_RESULT_NOT_FINITE = 30,       /**< the answer would not be a finite number */
-    KESTO_NO_CROSS_SECTION = 31,        /**< no cross section holds the offset: value = the offset */
+    KESTO_NO_CROSS_SECTION = 31,        /**< no cross section there, or none that holds the offset: value = the distance
+                                             from the centre line, bound = the section's width, excess = by how much */
     KESTO_NO_HEIGHT = 32,               /**< the profile gives no height there: value = the continuous mileage */
     KESTO_UNKNOWN_CURVE_MODE = 33,      /**< the vertical curve mode is neither 0 nor 1 */
+    KESTO_UNKNOWN_SIDE = 34,            /**< the side is neither 0 (left) nor 1 (right) */
+    KESTO_UNKNOWN_CHANGE_KIND = 35,     /**< the kind of a change section is neither 0 nor 1 */
+    KESTO_VALUE_COUNT_DIFFERS = 36,     /**< value = the number of values or flags, bound = the number of plates */
+    KESTO_ARRAY_TOO_SMALL = 37,         /**< value = the records needed, bound = the capacity given */
     KESTO_INTERNAL_ERROR = 39           /**< a fault of the library itself: please report it */
 };
 
@@ -102,7 +107,10 @@ enum KestoList {
     KESTO_LIST_COORDINATES = 2,
     KESTO_LIST_STAKES = 3,
     KESTO_LIST_BROKEN_CHAINS = 4,
-    KESTO_LIST_VERTICAL_CURVES = 5
+    KESTO_LIST_VERTICAL_CURVES = 5,
+    KESTO_LIST_PLATES = 6,
+    KESTO_LIST_CHANGE_SECTIONS = 7,
+    KESTO_LIST_SECTION_MILEAGES = 8
 };
 
 /** Which limit a Failure speaks of. */
@@ -209,6 +217,27 @@ typedef struct SectionMileageIndex {
     char stakeText[32]; /**< stake text, made by the library */
     double mileage;     /**< stake mileage (m) */
 } SectionMileageIndex;
+
+/** Arrays across the boundary. In: items[0 .. count) is read, capacity is ignored, and a count of 0 or less means an
+ *  empty array. Out: the caller gives room for capacity records; all values are copied and count is set. Where the room
+ *  is too small nothing is copied, count is set to what is needed and the call is false: ask, grow, ask again. */
+typedef struct DoubleArray {
+    double* items;
+    int32_t count;
+    int32_t capacity;
+} DoubleArray;
+
+typedef struct Int32Array {
+    int32_t* items;
+    int32_t count;
+    int32_t capacity;
+} Int32Array;
+
+typedef struct SectionPlateArray {
+    SectionPlate* items;
+    int32_t count;
+    int32_t capacity;
+} SectionPlateArray;
 
 /** Why the last failed call on a road failed. Numbers that do not apply are -1 (integers) or 0. 40 bytes. */
 typedef struct Failure {
@@ -476,14 +505,137 @@ KESTO_API bool KESTO_CALL GetVerticalCurve(RoadDesign* road, int32_t index, Vert
  *  finite */
 KESTO_API bool KESTO_CALL SetVerticalCurve(RoadDesign* road, int32_t index, const VerticalCurve* curve);
 
-/** Design height at a stake mileage. The profile is level before its first and after its last point.
+/* ------------------------------------------------------------------------------------ cross section: plates --- */
+
+/* Sides: 0 left, 1 right, looking towards increasing mileage. The plates of a side are indexed from the centre line
+ * outwards; together they are the standard section, which holds wherever no change section alters it. */
+
+/** Number of plates of a side; 0 for an unknown side or a null handle. */
+KESTO_API int32_t KESTO_CALL GetStandardSectionPlateCount(RoadDesign* road, int32_t side);
+/** Adds a plate, and its own cross slope or width to every change section of the side that lies on the road: the
+ *  section changes nowhere.
+ *  @param plate the record, copied
+ *  @param side  0 left, 1 right
+ *  @param index 0 to count - 1 inserts before that plate, any other value appends
+ *  @return false: null argument, unknown side, or memory ran out */
+KESTO_API bool KESTO_CALL AddStandardSectionPlate(RoadDesign* road, const SectionPlate* plate, int32_t side,
+                                                  int32_t index);
+/** Appends plates to those that are there and discards the change sections of the side.
+ *  @param count number of records; 0 or less appends nothing but still discards the change sections
+ *  @return false: null array, unknown side, or memory ran out; then nothing is changed */
+KESTO_API bool KESTO_CALL AddStandardSectionPlateList(RoadDesign* road, const SectionPlate* plates, int32_t count,
+                                                      int32_t side);
+/** Removes a plate, and its values from the change sections of the side that lie on the road. With the last plate the
+ *  side's change sections go. @return false: unknown side or index out of range */
+KESTO_API bool KESTO_CALL DeleteStandardSectionPlate(RoadDesign* road, int32_t side, int32_t index);
+/** Copies the plate at the index out. @return false: null argument, unknown side or index out of range */
+KESTO_API bool KESTO_CALL GetStandardSectionPlate(RoadDesign* road, int32_t side, int32_t index, SectionPlate* plate);
+/** Overwrites the plate at the index. @return false: null argument, unknown side or index out of range */
+KESTO_API bool KESTO_CALL SetStandardSectionPlate(RoadDesign* road, int32_t side, int32_t index,
+                                                  const SectionPlate* plate);
+/** Copies all plates of a side out. @return false: null argument, unknown side, no plates, or too little room */
+KESTO_API bool KESTO_CALL GetStandardSection(RoadDesign* road, int32_t side, SectionPlateArray* plates);
+
+/** Number of entries of the section mileage index; 0 for a null handle. */
+KESTO_API int32_t KESTO_CALL GetSectionMileageIndexCount(RoadDesign* road);
+/** Adds a mileage to the section mileage index, ascending. Its stake text is made by the library, without a sign.
+ *  @return false: null argument, mileage not finite, or memory ran out */
+KESTO_API bool KESTO_CALL AddSectionMileageIndex(RoadDesign* road, const SectionMileageIndex* entry);
+/** Removes the entry at the index. @return false: index out of range */
+KESTO_API bool KESTO_CALL DeleteSectionMileageIndex(RoadDesign* road, int32_t index);
+/** Copies the entry at the index out. @return false: null argument or index out of range */
+KESTO_API bool KESTO_CALL GetSectionMileageIndex(RoadDesign* road, int32_t index, SectionMileageIndex* entry);
+/** Overwrites the entry at the index and sorts the index again. @return false: null argument, index out of range or
+ *  mileage not finite */
+KESTO_API bool KESTO_CALL SetSectionMileageIndex(RoadDesign* road, int32_t index, const SectionMileageIndex* entry);
+
+/* --------------------------------------------------------------------------- cross section: change sections --- */
+
+/* Kinds: 0 heightening (the values are cross slopes, per cent), 1 widening (the values are widths, m). Between two
+ * change sections, and from the road's start to the first one, every plate's value passes over by the transition type
+ * of the later one: 0 linear, 1 cubic with level tangents, 2 fourth degree; any other type keeps the standard value. */
+
+/** Number of change sections; 0 for an unknown side or kind, or a null handle. */
+KESTO_API int32_t KESTO_CALL GetChangeSectionCount(RoadDesign* road, int32_t side, int32_t kind);
+/** Adds a change section; every flag is 1.
+ *  @param mileage    stake mileage (m)
+ *  @param values     one per plate of the side, from the centre line outwards: per cent or m
+ *  @param occurrence which of the equal stake mileages, 0-based
+ *  @param type       transition type of the stretch that ends here, stored unchecked
+ *  @return false: null argument, unknown side or kind, mileage not on the road, not one value for each plate, a change
+ *          section at this very place, or memory ran out */
+KESTO_API bool KESTO_CALL AddChangeSection(RoadDesign* road, double mileage, int32_t side, int32_t kind,
+                                           const DoubleArray* values, int32_t occurrence, int32_t type);
+/** AddChangeSection() with the caller's flags, one per plate: carried, never read. */
+KESTO_API bool KESTO_CALL AddChangeSection2(RoadDesign* road, double mileage, int32_t side, int32_t kind,
+                                            const DoubleArray* values, const Int32Array* flags, int32_t occurrence,
+                                            int32_t type);
+/** AddChangeSection() with a plain array of values. */
+KESTO_API bool KESTO_CALL AddChangeSectionList(RoadDesign* road, double mileage, int32_t side, int32_t kind,
+                                               const double* values, int32_t count, int32_t occurrence, int32_t type);
+/** AddChangeSection2() with plain arrays of values and flags, both of the same count. */
+KESTO_API bool KESTO_CALL AddChangeSectionList2(RoadDesign* road, double mileage, int32_t side, int32_t kind,
+                                                const double* values, const int32_t* flags, int32_t count,
+                                                int32_t occurrence, int32_t type);
+/** Removes the change section at the index (ascending along the road). Its transition type stays in the type table.
+ *  @return false: unknown side or kind, or index out of range */
+KESTO_API bool KESTO_CALL DeleteChangeSection(RoadDesign* road, int32_t side, int32_t kind, int32_t index);
+/** Copies the change section at the index out.
+ *  @param mileage, occurrence out: stake mileage (m) and its occurrence
+ *  @param values              out: one per plate
+ *  @return false: null argument, unknown side or kind, index out of range, the place is not on the road, or too little
+ *          room (only the counts are then written) */
+KESTO_API bool KESTO_CALL GetChangeSection(RoadDesign* road, int32_t side, int32_t kind, int32_t index, double* mileage,
+                                           DoubleArray* values, int32_t* occurrence);
+/** GetChangeSection() with the flags. */
+KESTO_API bool KESTO_CALL GetChangeSection2(RoadDesign* road, int32_t side, int32_t kind, int32_t index,
+                                            double* mileage, DoubleArray* values, Int32Array* flags,
+                                            int32_t* occurrence);
+/** Replaces the change section at the index, which may move; every flag is 1. The transition type of a place that it
+ *  leaves stays in the type table.
+ *  @return false: as AddChangeSection(), or index out of range */
+KESTO_API bool KESTO_CALL SetChangeSection(RoadDesign* road, int32_t side, int32_t kind, int32_t index, double mileage,
+                                           const DoubleArray* values, int32_t occurrence, int32_t type);
+/** SetChangeSection() with the caller's flags. */
+KESTO_API bool KESTO_CALL SetChangeSection2(RoadDesign* road, int32_t side, int32_t kind, int32_t index, double mileage,
+                                            const DoubleArray* values, const Int32Array* flags, int32_t occurrence,
+                                            int32_t type);
+/** Transition type at an index of the type table, which keeps the types of places whose change section is gone.
+ *  @param type out: 0 for an index past the table; untouched for an unknown side, which counts as success
+ *  @return false: null argument, unknown kind or negative index */
+KESTO_API bool KESTO_CALL GetChangeSectionType(RoadDesign* road, int32_t side, int32_t kind, int32_t index,
+                                               int32_t* type);
+/** Overwrites a transition type by its index in the type table. @return false: unknown side or kind, or index out of
+ *  range */
+KESTO_API bool KESTO_CALL SetChangeSectionType(RoadDesign* road, int32_t side, int32_t kind, int32_t index,
+                                               int32_t type);
+
+/* ------------------------------------------------------------------------------- cross section: the road side --- */
+
+/** The cross section of one side at a stake mileage, with the outer edge of every plate: offset (positive on both
+ *  sides), point and design height. A plate's step stands at its inner edge.
  *  @param mileage    stake mileage (m)
  *  @param occurrence which of the equal stake mileages, 0-based
- *  @param offset     offset from the centre line (m); away from the centre line there is no height yet
- *  @param height     out: design height (m), 0 when the road can be built but has no height there
- *  @return true with a height; true and 0 on the centre line of a road without grade-change points. false: null
- *          argument, a number not finite, no road can be built (output untouched), no such occurrence, or no height at
- *          the offset (output 0) */
+ *  @param side       0 left, 1 right
+ *  @param plates     out: the plates from the centre line outwards; untouched on failure but for the count where the
+ *                    room is too small
+ *  @return false: null argument, mileage not finite or not on the road, unknown side or section mode, no plates, no
+ *          stake list (run DesignRoad() first), no height of the centre line, or too little room */
+KESTO_API bool KESTO_CALL GetRoadSide(RoadDesign* road, double mileage, int32_t occurrence, int32_t side,
+                                      SectionPlateArray* plates);
+/** GetRoadSide() with heights counted from the centre line as 0, for roads without a profile. */
+KESTO_API bool KESTO_CALL GetRoadSideNoHeight(RoadDesign* road, double mileage, int32_t occurrence, int32_t side,
+                                              SectionPlateArray* plates);
+
+/** Design height at a stake mileage and offset. The profile is level before its first and after its last point; away
+ *  from the centre line the height is that on the plate that holds the offset, the inner one at an edge.
+ *  @param mileage    stake mileage (m)
+ *  @param occurrence which of the equal stake mileages, 0-based
+ *  @param offset     offset from the centre line (m), positive to the right
+ *  @param height     out: design height (m)
+ *  @return true with a height; without grade-change points the centre line lies at 0. false: null argument, a number
+ *          not finite, no road can be built, no section holds the offset (output untouched), or the centre line has no
+ *          height there: no such occurrence, off the road (output 0) */
 KESTO_API bool KESTO_CALL GetHeight(RoadDesign* road, double mileage, int32_t occurrence, double offset,
                                     double* height);
 
