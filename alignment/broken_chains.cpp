@@ -14,6 +14,16 @@ bool SamePlace(const BrokenChain& one, const BrokenChain& other) noexcept {
     return std::fabs(one.backMileage - other.backMileage) < tolerance::duplicateMileage;
 }
 
+/// Index of the stored record at the place of a new one; -1 where there is none.
+std::int32_t FindSamePlace(std::span<const BrokenChain> stored, const BrokenChain& chain) noexcept {
+    const auto before = [&](const BrokenChain& it) {
+        return it.backMileage < chain.backMileage && !SamePlace(it, chain);
+    };
+    const auto found = std::partition_point(stored.begin(), stored.end(), before);
+    if (found == stored.end() || !SamePlace(*found, chain)) return -1;
+    return static_cast<std::int32_t>(found - stored.begin());
+}
+
 Failure Duplicate(std::int32_t stored, const BrokenChain& chain) noexcept {
     Failure failure = FailRecord(KESTO_DUPLICATE_MILEAGE, KESTO_LIST_BROKEN_CHAINS, stored);
     failure.value = chain.backMileage;
@@ -39,8 +49,8 @@ Outcome InsertBrokenChain(RoadDesign& road, const BrokenChain& chain) {
 Outcome InsertBrokenChains(RoadDesign& road, std::span<const BrokenChain> chains) {
     for (const BrokenChain& chain : chains) {
         if (Outcome finite = RequireFinite({chain.backMileage}); !finite) return finite;
-        for (std::int32_t i = 0; i < road.brokenChains.Count(); ++i) {
-            if (SamePlace(road.brokenChains[i], chain)) return Duplicate(i, chain);
+        if (const std::int32_t stored = FindSamePlace(road.brokenChains.Records(), chain); stored >= 0) {
+            return Duplicate(stored, chain);
         }
     }
     road.brokenChains.Reserve(static_cast<std::int64_t>(chains.size()));
@@ -59,6 +69,7 @@ Outcome ReplaceBrokenChain(RoadDesign& road, std::int32_t index, const BrokenCha
     const auto greater = [&](std::size_t one, std::size_t other) {
         return records[one].backMileage > records[other].backMileage;
     };
+    // Moving the one record keeps the others, equal ones among them, in their order.
     for (; at > 0 && greater(at - 1, at); --at) std::swap(records[at - 1], records[at]);
     for (; at + 1 < records.size() && greater(at, at + 1); ++at) std::swap(records[at], records[at + 1]);
     return {};

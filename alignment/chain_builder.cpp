@@ -14,12 +14,6 @@ namespace {
 
 inline constexpr std::int32_t fewestElements = 2;
 
-Failure TooFewElements(std::int32_t count) noexcept {
-    Failure failure = FailLimit(KESTO_TOO_FEW_ELEMENTS, KESTO_LIMIT_RECORD_COUNT, count, fewestElements);
-    failure.list = KESTO_LIST_ELEMENTS;
-    return failure;
-}
-
 /// Hands out the broken chains in order; each acts on one element at most.
 class BreakCursor {
 public:
@@ -94,6 +88,7 @@ public:
         : breaks(chains), nextStart(startMileage) {}
 
     /// Takes the next element and appends it, or its two or more pieces, to the chain.
+    /// @return false where its length, its split point or a mileage on it is no finite number
     bool Take(Element element, CountedList<Element>& chain) {
         for (;;) {
             element.startMileage = nextStart;
@@ -109,6 +104,7 @@ public:
             }
             nextStart = element.startMileage + element.length + jump;
             totalLength += std::fabs(element.length);
+            if (!std::isfinite(nextStart) || !std::isfinite(totalLength)) return false;
             chain.Insert(element);
             if (!rest) return true;
             element = *rest;
@@ -125,10 +121,17 @@ private:
 
 }  // namespace
 
+Failure TooFewElements(const RoadDesign& road) noexcept {
+    Failure failure =
+        FailLimit(KESTO_TOO_FEW_ELEMENTS, KESTO_LIMIT_RECORD_COUNT, road.elements.Count(), fewestElements);
+    failure.list = KESTO_LIST_ELEMENTS;
+    return failure;
+}
+
 Outcome BuildChain(RoadDesign& road) {
     road.totalLength = 0;
     const std::int32_t count = road.elements.Count();
-    if (count < fewestElements) return TooFewElements(count);
+    if (count < fewestElements) return TooFewElements(road);
     if (!IsType(road.elements[0], ElementType::Start)) {
         return FailRecord(KESTO_NO_START_ELEMENT, KESTO_LIST_ELEMENTS, 0);
     }
@@ -155,7 +158,7 @@ Outcome MakeCurrent(RoadDesign& road) {
 
 Outcome EnsureCurrent(RoadDesign& road) {
     if (road.totalLength < tolerance::builtLength) return MakeCurrent(road);
-    if (road.elements.Count() == 0) return TooFewElements(0);
+    if (road.elements.Count() == 0) return TooFewElements(road);
     return {};
 }
 

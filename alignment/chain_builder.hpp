@@ -6,10 +6,14 @@
 
 namespace kesto {
 
+/// The failure of a road without elements enough: a start record and one element are needed.
+Failure TooFewElements(const RoadDesign& road) noexcept;
+
 /// Applies the broken chains to the elements as they stand, sets their start mileages, the total length and the start
 /// mileage. The stake list is kept.
 /// @return fails with the elements and the start mileage as they were and a total length of 0: fewer than two elements
-///         (3), no start record (6), an element whose length is not finite or whose split point cannot be evaluated (7)
+///         (3), no start record (6), an element with a length or mileages that are not finite, or whose split
+///         point cannot be evaluated (7)
 /// @throws std::bad_alloc with the same state
 Outcome BuildChain(RoadDesign& road);
 

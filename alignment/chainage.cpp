@@ -240,7 +240,10 @@ std::optional<double> FindContinuous(RoadDesign& road, StakeMileage stake) noexc
 Result<double> ContinuousMileage(RoadDesign& road, StakeMileage stake) {
     if (const Outcome current = EnsureCurrent(road); !current) return current.failure();
     const std::optional<double> continuous = FindContinuous(road, stake);
-    if (!continuous) return ExplainMissing(road, stake);
+    if (!continuous) {
+        const auto finds = [&](std::int32_t k) { return FindContinuous(road, {stake.mileage, k}).has_value(); };
+        return ExplainMissing(road, stake, CountOccurrences(finds));
+    }
     if (!std::isfinite(*continuous)) return Fail(KESTO_RESULT_NOT_FINITE);
     return *continuous;
 }
@@ -266,15 +269,14 @@ StakeMileage StakeMileageAt(RoadDesign& road, double continuous) noexcept {
     return stake;
 }
 
-Failure ExplainMissing(const RoadDesign& road, StakeMileage stake) noexcept {
+Failure ExplainMissing(const RoadDesign& road, StakeMileage stake, std::int32_t occurrences) noexcept {
+    const std::span<const Element> elements = road.elements.Records();
+    if (elements.size() < 2) return TooFewElements(road);
     double lowest = std::numeric_limits<double>::infinity();
     double highest = -lowest;
-    std::int32_t occurrences = 0;
-    const std::span<const Element> elements = road.elements.Records();
-    for (const Element& element : elements.subspan(std::min<std::size_t>(1, elements.size()))) {
+    for (const Element& element : elements.subspan(1)) {
         lowest = std::min({lowest, element.startMileage, EndMileage(element)});
         highest = std::max({highest, element.startMileage, EndMileage(element)});
-        if (Carries(element, stake.mileage, tolerance::zeroLengthMileage)) ++occurrences;
     }
     if (stake.mileage < lowest) {
         return FailLimit(KESTO_MILEAGE_OFF_ROAD, KESTO_LIMIT_ROAD_START, stake.mileage, lowest);
@@ -282,7 +284,10 @@ Failure ExplainMissing(const RoadDesign& road, StakeMileage stake) noexcept {
     if (stake.mileage > highest) {
         return FailLimit(KESTO_MILEAGE_OFF_ROAD, KESTO_LIMIT_ROAD_END, stake.mileage, highest);
     }
-    return FailLimit(KESTO_NO_SUCH_OCCURRENCE, KESTO_LIMIT_OCCURRENCES, stake.occurrence, occurrences);
+    Failure failure = FailLimit(KESTO_NO_SUCH_OCCURRENCE, KESTO_LIMIT_OCCURRENCES, stake.occurrence, occurrences);
+    failure.excess = stake.occurrence < 0 ? -static_cast<double>(stake.occurrence)
+                                          : static_cast<double>(stake.occurrence) - occurrences + 1;
+    return failure;
 }
 
 Result<RoadEnds> EndsOf(const RoadDesign& road) noexcept {

@@ -25,6 +25,10 @@ void Write(const kesto::Position& position, double* x, double* y, double* azimut
 Outcome EvaluateInto(const Element& element, double distance, double* x, double* y, double* azimuth) noexcept {
     const Element copy = element;  // an output may lie in the caller's record
     Write({}, x, y, azimuth);
+    if (Outcome finite = RequireFinite(
+            {distance, copy.startX, copy.startY, copy.startAzimuth, copy.startRadius, copy.endRadius, copy.length});
+        !finite)
+        return finite;
     const kesto::Result<kesto::Position> position = kesto::Evaluate(copy, distance);
     if (!position) return position.failure();
     Write(*position, x, y, azimuth);

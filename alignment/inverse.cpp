@@ -69,12 +69,10 @@ Candidate WalkElements(const RoadDesign& road, Point point, double lower, double
     return best;
 }
 
-/// No element admits the point: how far it is from the road's end that was given instead.
-Failure NoFoot(const Located& end) noexcept {
-    Failure failure = FailValue(KESTO_NO_FOOT, end.offset);
-    failure.limit = KESTO_LIMIT_ROAD_END;
-    failure.bound = end.stake.mileage;
-    failure.excess = end.offset;
+/// No element admits the point: how far it is from the limit that was given instead.
+Failure NoFoot(const Located& limit) noexcept {
+    Failure failure = FailValue(KESTO_NO_FOOT, limit.offset);
+    failure.bound = limit.stake.mileage;
     return failure;
 }
 

@@ -27,6 +27,8 @@ void Clear(RoadDesign& road) {
     }
     road.sections.mileageIndex.clear();
     road.totalLength = 0;
+    road.chainIndex = ChainIndex{};
+    road.profileCache = ProfileCache{};
     road.lastFailure.reset();
 }
 

@@ -22,23 +22,55 @@ double PointMileage(RoadDesign& road, const VerticalCurve& curve) noexcept {
     return ContinuousOrAsItStands(road, {curve.mileage, curve.occurrence});
 }
 
-/// Inserts into a list that may not be the road's own yet. The road is current, or cannot be.
-Outcome InsertSorted(RoadDesign& road, bool current, CountedList<VerticalCurve>& list, const VerticalCurve& curve) {
-    if (Outcome finite = RequireFinite({curve.mileage}); !finite) return finite;
-    const auto place = [&](const VerticalCurve& it) { return current ? PointMileage(road, it) : it.mileage; };
-    const double mileage = place(curve);
+/// Where grade-change points lie along the road: in continuous mileage, or as they stand while no road can be built.
+class PointPlaces {
+public:
+    explicit PointPlaces(RoadDesign& owner) : road(owner), current(EnsureCurrent(owner)) {}
+
+    double Of(const VerticalCurve& curve) const noexcept { return current ? PointMileage(road, curve) : curve.mileage; }
+
+private:
+    RoadDesign& road;
+    bool current;
+};
+
+bool SamePlace(double one, double other) noexcept { return std::fabs(one - other) < tolerance::duplicateMileage; }
+
+/// @param stored index of the record that lies there already, -1 where it is one of the same call
+Failure Duplicate(std::int32_t stored, const VerticalCurve& curve) noexcept {
+    Failure failure = FailRecord(KESTO_DUPLICATE_MILEAGE, KESTO_LIST_VERTICAL_CURVES, stored);
+    failure.value = curve.mileage;
+    return failure;
+}
+
+/// Index that a new point gets in the list: behind the last stored point that lies before it.
+Result<std::int32_t> FindIndex(const RoadDesign& road, const PointPlaces& places, const VerticalCurve& curve) noexcept {
+    const CountedList<VerticalCurve>& list = road.verticalCurves;
+    const double place = places.Of(curve);
     std::int32_t index = list.Count();
-    while (index > 0) {
-        const double stored = place(list[index - 1]);
-        if (std::fabs(stored - mileage) < tolerance::duplicateMileage) {
-            Failure failure = FailRecord(KESTO_DUPLICATE_MILEAGE, KESTO_LIST_VERTICAL_CURVES, index - 1);
-            failure.value = curve.mileage;
-            return failure;
-        }
-        if (!(stored > mileage)) break;
-        --index;
+    for (; index > 0; --index) {
+        const double stored = places.Of(list[index - 1]);
+        if (SamePlace(stored, place)) return Duplicate(index - 1, curve);
+        if (!(stored > place)) break;
     }
-    list.Insert(curve, index);
+    return index;
+}
+
+/// Fails when one of the points cannot be added to the list together with the others.
+Outcome RequireFreePlaces(const RoadDesign& road, const PointPlaces& places, std::span<const VerticalCurve> curves) {
+    for (std::size_t i = 0; i < curves.size(); ++i) {
+        if (const auto index = FindIndex(road, places, curves[i]); !index) return index.failure();
+        for (std::size_t j = 0; j < i; ++j) {
+            if (SamePlace(places.Of(curves[j]), places.Of(curves[i]))) return Duplicate(-1, curves[i]);
+        }
+    }
+    return {};
+}
+
+Outcome RequireFiniteMileages(std::span<const VerticalCurve> curves) noexcept {
+    for (const VerticalCurve& curve : curves) {
+        if (Outcome finite = RequireFinite({curve.mileage}); !finite) return finite;
+    }
     return {};
 }
 
@@ -57,7 +89,8 @@ void CollapseOntoPoint(VerticalCurve& curve, CurveSpan& span) noexcept {
 }
 
 /// Ends of a curve given by its radius (symmetric parabola): half its length to both sides of the point. What lies
-/// before the road's start is cut off.
+/// before the road's start is cut off. Heights are searched by the ends as they are worked out here: an end beyond the
+/// road's end is stored without an occurrence, yet it is set.
 void DeriveEnds(RoadDesign& road, double gradeIn, VerticalCurve& curve, CurveSpan& span) noexcept {
     const double roadStart = road.settings.startMileage;
     curve.tangentLength = std::fabs((gradeIn - curve.gradeOut) * curve.radius) * 0.5;
@@ -103,17 +136,18 @@ ProfileCache::Key KeyOf(const RoadDesign& road) noexcept {
 }  // namespace
 
 Outcome InsertVerticalCurve(RoadDesign& road, const VerticalCurve& curve) {
-    const bool current = static_cast<bool>(EnsureCurrent(road));
-    return InsertSorted(road, current, road.verticalCurves, curve);
+    return InsertVerticalCurves(road, {&curve, 1});
 }
 
 Outcome InsertVerticalCurves(RoadDesign& road, std::span<const VerticalCurve> curves) {
-    const bool current = static_cast<bool>(EnsureCurrent(road));
-    CountedList<VerticalCurve> list = road.verticalCurves;
+    if (Outcome finite = RequireFiniteMileages(curves); !finite) return finite;
+    const PointPlaces places(road);
+    if (Outcome free = RequireFreePlaces(road, places, curves); !free) return free;
+    road.verticalCurves.Reserve(static_cast<std::int64_t>(curves.size()));
     for (const VerticalCurve& curve : curves) {
-        if (Outcome inserted = InsertSorted(road, current, list, curve); !inserted) return inserted;
+        const Result<std::int32_t> index = FindIndex(road, places, curve);
+        if (index) road.verticalCurves.Insert(curve, *index);
     }
-    if (!curves.empty()) road.verticalCurves.Swap(list);
     return {};
 }
 

@@ -92,7 +92,11 @@ Outcome FindHeight(RoadDesign& road, StakeMileage stake, double offset, double& 
     }
     const auto side = static_cast<std::int32_t>(offset < 0 ? Side::Left : Side::Right);
     const Result<std::vector<SectionPlate>> plates = SectionAtMileage(road, stake, side);
-    if (!plates) return plates.failure();
+    if (!plates) {
+        Failure failure = plates.failure();
+        if (failure.status == KESTO_NO_CROSS_SECTION) failure.value = std::fabs(offset);
+        return failure;
+    }
     const Result<double> found = HeightAt(*plates, *centre, std::fabs(offset));
     if (!found) return found.failure();
     if (!std::isfinite(*found)) return Fail(KESTO_RESULT_NOT_FINITE);

@@ -79,24 +79,26 @@ enum KestoStatus {
     KESTO_ARGUMENT_NOT_FINITE = 21,  /**< an argument, or the mileage that orders a record, is no finite number */
     KESTO_INDEX_OUT_OF_RANGE = 22,   /**< value = the index, bound = the number of records */
     KESTO_RECORD_COUNT_REFUSED = 23, /**< value = the number of records given, bound = the limit per call */
-    KESTO_DUPLICATE_MILEAGE = 24,    /**< record = the stored record at this mileage, value = the mileage */
-    KESTO_MILEAGE_OFF_ROAD = 25,     /**< value = the mileage, bound = the road's end that it passes, excess = by how
-                                          much, limit = which end */
-    KESTO_NO_SUCH_OCCURRENCE = 26,   /**< the stake mileage lies in a gap or occurs less often: value = the occurrence
-                                          asked for, bound = how many there are */
+    KESTO_DUPLICATE_MILEAGE = 24, /**< record = the stored record at this mileage, -1 where it is one of the same array;
+                                     value = the mileage */
+    KESTO_MILEAGE_OFF_ROAD = 25,  /**< value = the mileage, bound = the road's end that it passes, excess = by how
+                                       much, limit = which end */
+    KESTO_NO_SUCH_OCCURRENCE = 26, /**< the stake mileage lies in a gap or occurs less often: value = the occurrence
+                                        asked for, bound = how many there are */
     KESTO_DISTANCE_BEYOND_ELEMENT = 27, /**< value = the distance, bound = the element's length, excess = by how much */
-    KESTO_NO_FOOT = 28,                 /**< no element admits the point between the two limits */
-    KESTO_NO_STAKES = 29,               /**< there is no stake list: run DesignRoad() first */
-    KESTO_RESULT_NOT_FINITE = 30,       /**< the answer would not be a finite number */
-    KESTO_NO_CROSS_SECTION = 31,        /**< no cross section there, or none that holds the offset: value = the distance
-                                             from the centre line, bound = the section's width, excess = by how much */
-    KESTO_NO_HEIGHT = 32,               /**< the profile gives no height there: value = the continuous mileage */
-    KESTO_UNKNOWN_CURVE_MODE = 33,      /**< the vertical curve mode is neither 0 nor 1 */
-    KESTO_UNKNOWN_SIDE = 34,            /**< the side is neither 0 (left) nor 1 (right) */
-    KESTO_UNKNOWN_CHANGE_KIND = 35,     /**< the kind of a change section is neither 0 nor 1 */
-    KESTO_VALUE_COUNT_DIFFERS = 36,     /**< value = the number of values or flags, bound = the number of plates */
-    KESTO_ARRAY_TOO_SMALL = 37,         /**< value = the records needed, bound = the capacity given */
-    KESTO_INTERNAL_ERROR = 39           /**< a fault of the library itself: please report it */
+    KESTO_NO_FOOT = 28,   /**< no element admits the point between the two limits: value = the distance from the limit
+                             given instead, bound = its mileage */
+    KESTO_NO_STAKES = 29, /**< there is no stake list: run DesignRoad() first */
+    KESTO_RESULT_NOT_FINITE = 30,   /**< the answer would not be a finite number */
+    KESTO_NO_CROSS_SECTION = 31,    /**< no cross section there, or none that holds the offset: value = the distance
+                                         from the centre line, bound = the section's width, excess = by how much */
+    KESTO_NO_HEIGHT = 32,           /**< the profile gives no height there: value = the continuous mileage */
+    KESTO_UNKNOWN_CURVE_MODE = 33,  /**< the vertical curve mode is neither 0 nor 1 */
+    KESTO_UNKNOWN_SIDE = 34,        /**< the side is neither 0 (left) nor 1 (right) */
+    KESTO_UNKNOWN_CHANGE_KIND = 35, /**< the kind of a change section is neither 0 nor 1 */
+    KESTO_VALUE_COUNT_DIFFERS = 36, /**< value = the number of values or flags, bound = the number of plates */
+    KESTO_ARRAY_TOO_SMALL = 37,     /**< value = the records needed, bound = the capacity given */
+    KESTO_INTERNAL_ERROR = 39       /**< a fault of the library itself: please report it */
 };
 
 /** Which list a Failure speaks of. */
@@ -311,7 +313,8 @@ KESTO_API void KESTO_CALL SetRoadDesignMode(RoadDesign* road, int32_t mode);
 /** The stored road design mode; 0 for a null handle. */
 KESTO_API int32_t KESTO_CALL GetRoadDesignMode(RoadDesign* road);
 
-/** Stores how vertical curves are given: 0 by radius (default), 1 by their two ends. Stored unchecked. */
+/** Stores how vertical curves are given: 0 by radius (default), 1 by their two ends. Stored unchecked; on a curve of
+ * any other mode there is no height. An end that is given off the road counts as a continuous mileage. */
 KESTO_API void KESTO_CALL SetVerticalCurveMode(RoadDesign* road, int32_t mode);
 /** The stored vertical curve mode; 0 for a null handle. */
 KESTO_API int32_t KESTO_CALL GetVerticalCurveMode(RoadDesign* road);
@@ -337,7 +340,7 @@ KESTO_API int32_t KESTO_CALL GetIntersectionCount(RoadDesign* road);
 KESTO_API bool KESTO_CALL AddIntersection(RoadDesign* road, const Intersection* intersection, int32_t index);
 /** Appends up to 16 intersections.
  *  @param count number of records; 0 or less adds nothing and is true
- *  @return false: more than 16, null array, or memory ran out; then nothing is added */
+ *  @return false: more than 16, null array with a count above 0, or memory ran out; then nothing is added */
 KESTO_API bool KESTO_CALL AddIntersectionList(RoadDesign* road, const Intersection* intersections, int32_t count);
 /** Removes the record at the index. @return false: index out of range */
 KESTO_API bool KESTO_CALL DeleteIntersection(RoadDesign* road, int32_t index);
@@ -397,8 +400,8 @@ KESTO_API int32_t KESTO_CALL GetBrokenChainCount(RoadDesign* road);
 KESTO_API bool KESTO_CALL AddBrokenChain(RoadDesign* road, const BrokenChain* chain);
 /** Adds any number of broken chains. Records whose back mileages coincide within the array are added once.
  *  @param count number of records; 0 or less adds nothing and is true
- *  @return false: null array, a back mileage not finite or within 1e-7 of one stored before the call, or memory ran
- *          out; then nothing is added */
+ *  @return false: null array with a count above 0, a back mileage not finite or within 1e-7 of one stored before the
+ *          call, or memory ran out; then nothing is added */
 KESTO_API bool KESTO_CALL AddBrokenChainList(RoadDesign* road, const BrokenChain* chains, int32_t count);
 /** Removes the record at the index. @return false: index out of range */
 KESTO_API bool KESTO_CALL DeleteBrokenChain(RoadDesign* road, int32_t index);
@@ -418,7 +421,7 @@ KESTO_API bool KESTO_CALL GetSrcMileage(RoadDesign* road, double* mileage, int32
 /** Stake mileage of the road's end. Builds nothing.
  *  @param startMileage out: the start mileage (m); may be null
  *  @return stake mileage at the end of the last element (m) when there is a stake list, else the start mileage; 0.0 for
- *          a null handle, with nothing written */
+ *          a null handle, with nothing written, and where that mileage is not finite */
 KESTO_API double KESTO_CALL GetRoadMileage(RoadDesign* road, double* startMileage);
 
 /* ------------------------------------------------------------------------------- positions and inverse projection ---
@@ -454,7 +457,8 @@ KESTO_API bool KESTO_CALL GetMileageAndOffset(RoadDesign* road, double x, double
  *  @param lower, lowerOccurrence     lower limit: stake mileage (m) and its occurrence
  *  @param upper, upperOccurrence     upper limit: stake mileage (m) and its occurrence
  *  @param mileage, offset, occurrence out: as in GetMileageAndOffset()
- *  @return false: as GetMileageAndOffset(); where no element admits the point the upper limit is written */
+ *  @return false: as GetMileageAndOffset(); where no element admits the point the upper limit is written (the lower
+ *          one where the upper one has no point) */
 KESTO_API bool KESTO_CALL GetMileAndOffsetInLim(RoadDesign* road, double x, double y, double lower,
                                                 int32_t lowerOccurrence, double upper, int32_t upperOccurrence,
                                                 double* mileage, double* offset, int32_t* occurrence);
@@ -489,7 +493,8 @@ KESTO_API bool KESTO_CALL GetStakeCoordinate(RoadDesign* road, int32_t index, St
 
 /** Number of grade-change points; 0 for a null handle. */
 KESTO_API int32_t KESTO_CALL GetVerticalCurveCount(RoadDesign* road);
-/** Adds a grade-change point in ascending order along the road. Mileages that are not on the road count as continuous.
+/** Adds a grade-change point in ascending order along the road. Mileages that are not on the road count as continuous;
+ *  to tell, the chain is built when it is not current, which discards the stake list.
  *  @return false: null argument, mileage not finite or within 1e-7 of a stored point, or memory ran out */
 KESTO_API bool KESTO_CALL AddVerticalCurve(RoadDesign* road, const VerticalCurve* curve);
 /** Adds up to 16 grade-change points, all or none.

@@ -126,6 +126,12 @@ TEST(ChainBuilder, FailuresLeaveTheRoadAsItWas) {
          {{50, 60}, {150, 20}},
          KESTO_ELEMENT_NOT_EVALUABLE,
          2},
+        {"jump to nowhere", {straight, straight}, {{50, std::nan("")}}, KESTO_ELEMENT_NOT_EVALUABLE, 1},
+        {"lengths that add up to infinity",
+         {MakeElement(1, false, 0, 0, 1.7e308), MakeElement(1, false, 0, 0, 1.7e308)},
+         {},
+         KESTO_ELEMENT_NOT_EVALUABLE,
+         2},
     };
     for (const Case& it : cases) {
         SCOPED_TRACE(it.name);

@@ -116,6 +116,20 @@ TEST(Height, FollowsEveryEdit) {
     EXPECT_EQ(found.failure().status, KESTO_UNKNOWN_CURVE_MODE);
 }
 
+TEST(Height, RefusedPointsTouchNothing) {
+    RoadDesign road;
+    MakeRoad(road);
+    road.stakes.Insert({});
+    road.totalLength = 0;  // as after a failed rebuild, which keeps the stakes
+    EXPECT_FALSE(kesto::InsertVerticalCurve(road, PointAt({std::nan(""), 0}, 1, 0)));
+    EXPECT_EQ(road.stakes.Count(), 1);
+    const VerticalCurve twice[] = {PointAt({200, 0}, 1, 0), PointAt({300, 0}, 1, 0), PointAt({200, 0}, 2, 0)};
+    const kesto::Outcome added = kesto::InsertVerticalCurves(road, twice);
+    ASSERT_FALSE(added);
+    EXPECT_EQ(added.failure().status, KESTO_DUPLICATE_MILEAGE);
+    EXPECT_EQ(road.verticalCurves.Count(), 0);
+}
+
 TEST(Height, CurvesPastTheRoadsEnds) {
     RoadDesign road;
     road.settings.roadDesignMode = 1;
