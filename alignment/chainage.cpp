@@ -240,10 +240,7 @@ std::optional<double> FindContinuous(RoadDesign& road, StakeMileage stake) noexc
 Result<double> ContinuousMileage(RoadDesign& road, StakeMileage stake) {
     if (const Outcome current = EnsureCurrent(road); !current) return current.failure();
     const std::optional<double> continuous = FindContinuous(road, stake);
-    if (!continuous) {
-        const auto finds = [&](std::int32_t k) { return FindContinuous(road, {stake.mileage, k}).has_value(); };
-        return ExplainMissing(road, stake, CountOccurrences(finds));
-    }
+    if (!continuous) return ExplainMissing(road, stake);
     if (!std::isfinite(*continuous)) return Fail(KESTO_RESULT_NOT_FINITE);
     return *continuous;
 }
@@ -269,15 +266,18 @@ StakeMileage StakeMileageAt(RoadDesign& road, double continuous) noexcept {
     return stake;
 }
 
-Failure ExplainMissing(const RoadDesign& road, StakeMileage stake, std::int32_t occurrences) noexcept {
+Failure ExplainMissing(const RoadDesign& road, StakeMileage stake) noexcept {
     const std::span<const Element> elements = road.elements.Records();
     if (elements.size() < 2) return TooFewElements(road);
     double lowest = std::numeric_limits<double>::infinity();
     double highest = -lowest;
+    std::int32_t occurrences = 0;
     for (const Element& element : elements.subspan(1)) {
         lowest = std::min({lowest, element.startMileage, EndMileage(element)});
         highest = std::max({highest, element.startMileage, EndMileage(element)});
+        if (Carries(element, stake.mileage, tolerance::zeroLengthMileage)) ++occurrences;
     }
+    if (occurrences == 0 && std::fabs(stake.mileage - EndMileage(elements.back())) < tolerance::mileage) ++occurrences;
     if (stake.mileage < lowest) {
         return FailLimit(KESTO_MILEAGE_OFF_ROAD, KESTO_LIMIT_ROAD_START, stake.mileage, lowest);
     }

@@ -38,18 +38,8 @@ Result<double> ContinuousMileage(RoadDesign& road, StakeMileage stake);
 /// no element (before the road or beyond its end). The road must have an element.
 StakeMileage StakeMileageAt(RoadDesign& road, double continuous) noexcept;
 
-/// How many occurrences a lookup finds, from the first one on.
-/// @param finds whether the lookup finds the occurrence
-template <class Finds>
-std::int32_t CountOccurrences(Finds&& finds) {
-    std::int32_t count = 0;
-    while (finds(count)) ++count;
-    return count;
-}
-
 /// Why a stake mileage was not found: beyond which end and by how much, or how often it occurs. Walks the chain.
-/// @param occurrences how many there are
-Failure ExplainMissing(const RoadDesign& road, StakeMileage stake, std::int32_t occurrences) noexcept;
+Failure ExplainMissing(const RoadDesign& road, StakeMileage stake) noexcept;
 
 /// Start mileage and stake mileage of the road's end (m). Builds nothing.
 struct RoadEnds {

@@ -10,7 +10,8 @@ namespace kesto {
 enum class DesignMode : std::int32_t { Intersections = 0, Elements = 1, Coordinates = 2, BrokenLine = 3 };
 
 /// Fills the element list by the road design mode. In the element method the elements stay as they are.
-/// @return fails with the element list as it was: unknown mode (1), no generation for this mode yet (9)
+/// @return fails with the element list as it was: unknown mode (1), fewer than two points (3), an intersection's curve
+///         that does not fit (4), a coordinate point that cannot be joined (5)
 Outcome GenerateElements(RoadDesign& road);
 
 }  // namespace kesto

@@ -40,18 +40,6 @@ std::optional<ClothoidStretch> StretchOf(const Element& spiral) noexcept {
     return std::nullopt;
 }
 
-std::optional<LocalPoint> LocalPointOf(const Element& element, double distance) noexcept {
-    if (IsType(element, ElementType::Spiral)) {
-        const std::optional<ClothoidStretch> stretch = StretchOf(element);
-        return stretch ? ClothoidPoint(*stretch, distance) : std::nullopt;
-    }
-    if (IsType(element, ElementType::Arc) && !IsInfiniteRadius(element.startRadius)) {
-        return ArcPoint(element.startRadius, distance);
-    }
-    if (IsType(element, ElementType::Arc) || IsType(element, ElementType::Straight)) return LocalPoint{distance, 0, 0};
-    return std::nullopt;
-}
-
 /// Azimuth after a turn, brought back to the circle by one subtraction: exactly 360 stays 360.
 double TurnedAzimuth(double azimuth, double turn) noexcept {
     double turned = azimuth + ToDegrees(turn);
@@ -74,6 +62,18 @@ Position Place(const Element& element, const LocalPoint& local) noexcept {
 
 bool IsInfiniteRadius(double radius) noexcept { return radius < tolerance::infiniteRadius; }
 
+std::optional<LocalPoint> EvaluateLocal(const Element& element, double distance) noexcept {
+    if (IsType(element, ElementType::Spiral)) {
+        const std::optional<ClothoidStretch> stretch = StretchOf(element);
+        return stretch ? ClothoidPoint(*stretch, distance) : std::nullopt;
+    }
+    if (IsType(element, ElementType::Arc) && !IsInfiniteRadius(element.startRadius)) {
+        return ArcPoint(element.startRadius, distance);
+    }
+    if (IsType(element, ElementType::Arc) || IsType(element, ElementType::Straight)) return LocalPoint{distance, 0, 0};
+    return std::nullopt;
+}
+
 Result<Position> Evaluate(const Element& element, double distance) noexcept {
     Position position{element.startX, element.startY, element.startAzimuth};
     if (!(std::fabs(distance) < tolerance::distance)) {
@@ -84,7 +84,7 @@ Result<Position> Evaluate(const Element& element, double distance) noexcept {
         const bool pointLike = IsType(element, ElementType::Spiral) && IsInfiniteRadius(element.startRadius) &&
                                IsInfiniteRadius(element.endRadius);
         if (!pointLike) {
-            const std::optional<LocalPoint> local = LocalPointOf(element, distance);
+            const std::optional<LocalPoint> local = EvaluateLocal(element, distance);
             if (!local) return Fail(KESTO_ELEMENT_NOT_EVALUABLE);
             position = Place(element, *local);
         }

@@ -1,6 +1,9 @@
 /// Where a point of one element lies and which way the road runs there.
 #pragma once
 
+#include <optional>
+
+#include "alignment/clothoid.hpp"
 #include "core/result.hpp"
 #include "core/road_design.hpp"
 
@@ -27,6 +30,11 @@ bool IsInfiniteRadius(double radius) noexcept;
 
 /// Stake mileage at the end of an element (m).
 inline double EndMileage(const Element& element) noexcept { return element.startMileage + element.length; }
+
+/// Point of an element in the frame of its start tangent, v towards the side of the turn.
+/// @param distance m, signed; not held against the element's length
+/// @return nothing for a spiral between equal or two infinite radii or with diverging series, and for an unknown type
+std::optional<LocalPoint> EvaluateLocal(const Element& element, double distance) noexcept;
 
 /// Point and tangent of an element at a signed distance from its start (route surveying: straights, circular arcs and
 /// clothoid transitions).

@@ -4,8 +4,10 @@
 #include <optional>
 
 #include "alignment/broken_chains.hpp"
+#include "alignment/intersection_method.hpp"
 #include "alignment/inverse.hpp"
 #include "alignment/position.hpp"
+#include "alignment/transition.hpp"
 #include "core/guard.hpp"
 
 using kesto::GuardBool;
@@ -52,6 +54,18 @@ Outcome MileageInto(RoadDesign& road, double* mileage, std::int32_t occurrence) 
     return {};
 }
 
+kesto::Result<std::int32_t> IndexAt(RoadDesign& road, kesto::StakeMileage stake) {
+    if (const Outcome finite = RequireFinite({stake.mileage}); !finite) return finite.failure();
+    return kesto::IntersectionIndexAt(road, stake);
+}
+
+Outcome EaseInto(double startRadius, double endRadius, double length, EaseParam* out) noexcept {
+    const kesto::Result<EaseParam> parameters = kesto::EaseParameters(startRadius, endRadius, length);
+    if (!parameters) return parameters.failure();
+    *out = *parameters;
+    return {};
+}
+
 /// Runs a search and writes what it found, which may be something in spite of a failure.
 template <class Search>
 Outcome LocatedInto(double* mileage, double* offset, std::int32_t* occurrence, Search&& search) {
@@ -81,7 +95,10 @@ Outcome AddChains(RoadDesign& road, const BrokenChain* chains, std::int32_t coun
 }  // namespace
 
 // clang-format off
+int32_t KESTO_CALL GetIntersectionIndex(RoadDesign* h, double m, int32_t k) { return kesto::GuardValue<int32_t>(h, {0, -1}, [&](RoadDesign& road) { return IndexAt(road, {m, k}); }); }
+
 bool KESTO_CALL GetElementPositionAndAzimuth(RoadDesign* h, const Element* e, double s, double* x, double* y, double* a) { return GuardBool(h, [&](RoadDesign&) { return EvaluateInto(*e, s, x, y, a); }, e, x, y, a); }
+bool KESTO_CALL CalcEaseParam(RoadDesign* h, double startRadius, double endRadius, double length, EaseParam* out) { return GuardBool(h, [&](RoadDesign&) { return EaseInto(startRadius, endRadius, length, out); }, out); }
 
 int32_t KESTO_CALL GetBrokenChainCount(RoadDesign* h) { return kesto::CountRecords(h, &RoadDesign::brokenChains); }
 bool KESTO_CALL AddBrokenChain(RoadDesign* h, const BrokenChain* r) { return GuardBool(h, [&](RoadDesign& road) { return kesto::InsertBrokenChain(road, *r); }, r); }

@@ -46,10 +46,7 @@ Position Moved(const Position& centre, Offset offset) noexcept {
 
 Outcome FindPosition(RoadDesign& road, StakeMileage stake, Offset offset, std::optional<Position>& position) noexcept {
     const std::optional<std::int32_t> index = CoveringElement(road, stake);
-    if (!index) {
-        const auto finds = [&](std::int32_t k) { return CoveringElement(road, {stake.mileage, k}).has_value(); };
-        return ExplainMissing(road, stake, CountOccurrences(finds));
-    }
+    if (!index) return ExplainMissing(road, stake);
     const Result<Position> centre = EvaluateAt(road, *index, stake.mileage);
     if (!centre) {
         position = Position{};

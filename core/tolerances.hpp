@@ -20,6 +20,15 @@ inline constexpr double clothoidTerm = 1e-4;        // 1: the clothoid sums end 
 inline constexpr double clothoidOverflow = 1e32;    // 1: a term above this makes the clothoid sums useless
 inline constexpr double clothoidSeriesAngle = 3.0;  // rad: beyond this turn from the origin the sums lose digits
 
+// Generation of elements
+inline constexpr double samePoint = 1e-7;   // m: neighbouring points this near cannot be joined
+inline constexpr double deflection = 1e-7;  // rad: a deflection below this, or this near to 180 degrees, has no curve
+inline constexpr double arcAngle = 1e-7;    // rad: how much more than the deflection spirals may turn by rounding
+inline constexpr double arcLength = 1e-9;   // m: a shorter arc between two spirals is none
+inline constexpr double tangentOverlap = 1e-3;  // m: published tables are rounded, so curves that just touch overlap
+inline constexpr double shortStraight = 1e-4;   // m: a straight up to this is left out between two curves
+inline constexpr double meetsPoint = 1e-9;      // m: how near a solved spiral comes to its end point
+
 // Inverse projection
 inline constexpr double startPoint = 1e-4;    // m: sum of coordinate differences that counts as the start point
 inline constexpr double rightAngle = 1e-7;    // rad: how close to a right angle the spiral's foot is found
@@ -34,5 +43,8 @@ inline constexpr double paddedMetres = 1e-7;    // m: this close below 10 or 100
 
 // Vertical profile
 inline constexpr double profileEnd = 1e-7;  // m: how far past the road's end, or around the last point, heights hold
+
+// Cross section
+inline constexpr double plateEdge = 1e-7;  // m: this close beyond a plate's edge an offset still lies on the plate
 
 }  // namespace kesto::tolerance

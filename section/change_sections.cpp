@@ -1,5 +1,6 @@
 #include "section/change_sections.hpp"
 
+#include <cmath>
 #include <iterator>
 #include <utility>
 
@@ -37,19 +38,6 @@ Outcome RequireEntry(const Map& map, std::int32_t index) noexcept {
     return {};
 }
 
-Outcome RequireValuePerPlate(const RoadDesign& road, ChangeTable which, const ChangeSection& section) noexcept {
-    const std::size_t plates = road.sections.plates[static_cast<std::size_t>(which.side)].size();
-    for (const std::size_t count : {section.values.size(), section.flags.size()}) {
-        if (count != plates) {
-            Failure failure = FailLimit(KESTO_VALUE_COUNT_DIFFERS, KESTO_LIMIT_RECORD_COUNT, static_cast<double>(count),
-                                        static_cast<double>(plates));
-            failure.list = KESTO_LIST_CHANGE_SECTIONS;
-            return failure;
-        }
-    }
-    return {};
-}
-
 Failure DuplicateAt(const Table& table, Table::const_iterator stored) noexcept {
     Failure failure = FailRecord(KESTO_DUPLICATE_MILEAGE, KESTO_LIST_CHANGE_SECTIONS,
                                  static_cast<std::int32_t>(std::distance(table.begin(), stored)));
@@ -71,6 +59,21 @@ void Put(RoadDesign& road, ChangeTable which, double mileage, ChangeSection sect
 
 }  // namespace
 
+Outcome RequireValuePerPlate(const RoadDesign& road, ChangeTable which, std::size_t values,
+                             std::size_t flags) noexcept {
+    if (Outcome known = RequireTable(which); !known) return known;
+    const std::size_t plates = road.sections.plates[static_cast<std::size_t>(which.side)].size();
+    for (const std::size_t count : {values, flags}) {
+        if (count != plates) {
+            Failure failure = FailLimit(KESTO_VALUE_COUNT_DIFFERS, KESTO_LIMIT_RECORD_COUNT, static_cast<double>(count),
+                                        static_cast<double>(plates));
+            failure.list = KESTO_LIST_CHANGE_SECTIONS;
+            return failure;
+        }
+    }
+    return {};
+}
+
 std::int32_t CountChanges(const RoadDesign& road, ChangeTable which) noexcept {
     if (!RequireTable(which)) return 0;
     return static_cast<std::int32_t>(Of(road.sections.changeSections, which).size());
@@ -88,7 +91,9 @@ Outcome InsertChangeAt(RoadDesign& road, ChangeTable which, double continuous, C
                        std::int32_t type) {
     if (Outcome known = RequireTable(which); !known) return known;
     if (Outcome finite = RequireFinite({continuous}); !finite) return finite;
-    if (Outcome complete = RequireValuePerPlate(road, which, section); !complete) return complete;
+    if (Outcome complete = RequireValuePerPlate(road, which, section.values.size(), section.flags.size()); !complete) {
+        return complete;
+    }
     const Table& table = Of(road.sections.changeSections, which);
     if (const auto stored = table.find(continuous); stored != table.end()) return DuplicateAt(table, stored);
     Put(road, which, continuous, std::move(section), type);
@@ -102,11 +107,14 @@ Outcome ReplaceChange(RoadDesign& road, ChangeTable which, std::int32_t index, P
     if (Outcome finite = RequireFinite({change.stake.mileage}); !finite) return finite;
     const Result<double> continuous = ContinuousMileage(road, change.stake);
     if (!continuous) return continuous.failure();
-    if (Outcome complete = RequireValuePerPlate(road, which, change.section); !complete) return complete;
+    const ChangeSection& section = change.section;
+    if (Outcome complete = RequireValuePerPlate(road, which, section.values.size(), section.flags.size()); !complete) {
+        return complete;
+    }
     const auto old = std::next(table.begin(), index);
     if (const auto stored = table.find(*continuous); stored == old) {
+        Of(road.sections.transitionTypes, which)[*continuous] = type;  // this may run out of memory: first
         old->second = std::move(change.section);
-        Of(road.sections.transitionTypes, which)[*continuous] = type;
     } else if (stored != table.end()) {
         return DuplicateAt(table, stored);
     } else {
@@ -131,6 +139,7 @@ Result<PlacedChange> ChangeAt(RoadDesign& road, ChangeTable which, std::int32_t 
     if (const Outcome current = EnsureCurrent(road); !current) return current.failure();
     const auto& [continuous, section] = *std::next(table.begin(), index);
     const StakeMileage stake = StakeMileageAt(road, continuous);
+    if (!std::isfinite(stake.mileage)) return Fail(KESTO_RESULT_NOT_FINITE);
     if (stake.occurrence < 0) {
         Failure failure = FailRecord(KESTO_MILEAGE_OFF_ROAD, KESTO_LIST_CHANGE_SECTIONS, index);
         failure.value = continuous;

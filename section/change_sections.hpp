@@ -26,6 +26,9 @@ struct PlacedChange {
 /// Number of change sections in a table; 0 for an unknown side or kind.
 std::int32_t CountChanges(const RoadDesign& road, ChangeTable which) noexcept;
 
+/// Fails for an unknown side or kind, and unless there are as many values and flags as the side has plates.
+Outcome RequireValuePerPlate(const RoadDesign& road, ChangeTable which, std::size_t values, std::size_t flags) noexcept;
+
 /// Adds a change section at a stake mileage and sets the transition type that leads to it. Makes the road current.
 /// @param type 0 linear, 1 cubic, 2 fourth degree; stored unchecked
 /// @return fails for an unknown side or kind, a mileage off the road, numbers of values and flags that are not the

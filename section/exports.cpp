@@ -96,10 +96,15 @@ struct GivenChange {
     bool hasFlags = false;
 };
 
-kesto::Result<kesto::PlacedChange> Placed(const GivenChange& given) {
+kesto::Result<kesto::PlacedChange> Placed(const RoadDesign& road, ChangeTable which, const GivenChange& given) {
     const auto values = ArrayOf(given.values, given.valueCount);
     const auto flags = ArrayOf(given.flags, given.flagCount);
     if (!values || !flags) return kesto::Fail(KESTO_NULL_ARGUMENT);
+    const std::size_t flagCount = given.hasFlags ? flags->size() : values->size();
+    // Before anything is read: a count that is wrong may be larger than what the caller has.
+    if (const Outcome complete = kesto::RequireValuePerPlate(road, which, values->size(), flagCount); !complete) {
+        return complete.failure();
+    }
     kesto::PlacedChange change{{given.mileage, given.occurrence}, {}};
     change.section.values.assign(values->begin(), values->end());
     change.section.flags.assign(flags->begin(), flags->end());
@@ -108,13 +113,13 @@ kesto::Result<kesto::PlacedChange> Placed(const GivenChange& given) {
 }
 
 Outcome AddChange(RoadDesign& road, ChangeTable which, const GivenChange& given, std::int32_t type) {
-    kesto::Result<kesto::PlacedChange> change = Placed(given);
+    kesto::Result<kesto::PlacedChange> change = Placed(road, which, given);
     return change ? kesto::InsertChange(road, which, std::move(*change), type) : change.failure();
 }
 
 Outcome SetChange(RoadDesign& road, ChangeTable which, std::int32_t index, const GivenChange& given,
                   std::int32_t type) {
-    kesto::Result<kesto::PlacedChange> change = Placed(given);
+    kesto::Result<kesto::PlacedChange> change = Placed(road, which, given);
     return change ? kesto::ReplaceChange(road, which, index, std::move(*change), type) : change.failure();
 }
 
@@ -125,12 +130,11 @@ Outcome CopyChange(RoadDesign& road, ChangeTable which, std::int32_t index, doub
     if (!change) return change.failure();
     const kesto::ChangeSection& section = change->section;
     const bool valuesFit = HasRoom(values, section.values.size());
-    const bool flagsFit = flags == nullptr || HasRoom(flags, section.flags.size());
-    if (!valuesFit) return TooSmall(section.values.size(), values->capacity);
-    if (!flagsFit) {
-        values->count = static_cast<std::int32_t>(section.values.size());
-        return TooSmall(section.flags.size(), flags->capacity);
+    if (flags != nullptr && !(HasRoom(flags, section.flags.size()) && valuesFit)) {
+        values->count = flags->count = static_cast<std::int32_t>(section.values.size());
+        return TooSmall(section.values.size(), std::min(values->capacity, flags->capacity));
     }
+    if (!valuesFit) return TooSmall(section.values.size(), values->capacity);
     CopyInto(values, section.values);
     if (flags != nullptr) CopyInto(flags, section.flags);
     *mileage = change->stake.mileage;

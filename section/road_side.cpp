@@ -2,6 +2,7 @@
 
 #include <cmath>
 
+#include "alignment/chain_builder.hpp"
 #include "alignment/position.hpp"
 #include "core/guard.hpp"
 #include "core/tolerances.hpp"
@@ -44,7 +45,9 @@ Result<double> HeightAt(const std::vector<SectionPlate>& plates, double centreHe
     double inner = 0;
     double height = centreHeight;
     for (const SectionPlate& plate : plates) {
-        if (distance <= inner + plate.width) return HeightOnPlate(plate, height, distance - inner);
+        if (distance - (inner + plate.width) <= tolerance::plateEdge) {
+            return HeightOnPlate(plate, height, distance - inner);
+        }
         inner += plate.width;
         height = HeightOnPlate(plate, height, plate.width);
     }
@@ -52,6 +55,13 @@ Result<double> HeightAt(const std::vector<SectionPlate>& plates, double centreHe
     failure.bound = inner;
     failure.excess = distance - inner;
     return failure;
+}
+
+/// Height of the centre line at a mileage that must be on the road, with a profile or without.
+Result<double> PlacedCentreHeight(RoadDesign& road, StakeMileage stake) {
+    if (const Result<double> place = ContinuousMileage(road, stake); !place) return place.failure();
+    bool known = false;
+    return CentreHeight(road, stake, known);
 }
 
 }  // namespace
@@ -80,13 +90,18 @@ Result<std::vector<SectionPlate>> RoadSide(RoadDesign& road, StakeMileage stake,
 
 Outcome FindHeight(RoadDesign& road, StakeMileage stake, double offset, double& height) {
     if (Outcome finite = RequireFinite({stake.mileage, offset}); !finite) return finite;
+    const bool onCentreLine = std::fabs(offset) < tolerance::offset;
     bool known = false;
-    const Result<double> centre = CentreHeight(road, stake, known);
+    if (!onCentreLine) {
+        if (Outcome current = EnsureCurrent(road); !current) return current;
+        known = true;
+    }
+    const Result<double> centre = onCentreLine ? CentreHeight(road, stake, known) : PlacedCentreHeight(road, stake);
     if (!centre) {
         if (known) height = 0;
         return centre.failure();
     }
-    if (std::fabs(offset) < tolerance::offset) {
+    if (onCentreLine) {
         height = *centre;
         return {};
     }
@@ -94,7 +109,7 @@ Outcome FindHeight(RoadDesign& road, StakeMileage stake, double offset, double& 
     const Result<std::vector<SectionPlate>> plates = SectionAtMileage(road, stake, side);
     if (!plates) {
         Failure failure = plates.failure();
-        if (failure.status == KESTO_NO_CROSS_SECTION) failure.value = std::fabs(offset);
+        if (failure.status == KESTO_NO_CROSS_SECTION) failure.value = failure.excess = std::fabs(offset);
         return failure;
     }
     const Result<double> found = HeightAt(*plates, *centre, std::fabs(offset));

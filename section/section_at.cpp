@@ -113,7 +113,7 @@ Result<std::vector<SectionPlate>> SectionAtMileage(RoadDesign& road, StakeMileag
         case SectionMode::ChangeSections: return ChangedSection(road, stake, side);
         case SectionMode::ChainageSections: return ChainageSection();
     }
-    return FailValue(KESTO_NO_CROSS_SECTION, road.settings.sectionMode);
+    return Fail(KESTO_NO_CROSS_SECTION);
 }
 
 }  // namespace kesto

@@ -58,15 +58,17 @@ typedef struct RoadDesign RoadDesign;
 /** Every status that a call can leave behind, in Failure::status or as the result of a file function. */
 enum KestoStatus {
     KESTO_SUCCESS = 0,
-    KESTO_UNKNOWN_DESIGN_MODE = 1,   /**< the road design mode is none of 0, 1, 2, 3 */
-    KESTO_OUT_OF_MEMORY = 2,         /**< memory ran out; the design data are as before */
-    KESTO_TOO_FEW_ELEMENTS = 3,      /**< fewer than two elements: bound tells the need, value what is there */
-    KESTO_CURVE_DOES_NOT_FIT = 4,    /**< an intersection's curve does not fit its tangents */
-    KESTO_POINT_NOT_JOINED = 5,      /**< a coordinate point cannot be joined to the next */
-    KESTO_NO_START_ELEMENT = 6,      /**< the first element is no start record (type 0) */
+    KESTO_UNKNOWN_DESIGN_MODE = 1, /**< the road design mode is none of 0, 1, 2, 3 */
+    KESTO_OUT_OF_MEMORY = 2,       /**< memory ran out; the design data are as before */
+    KESTO_TOO_FEW_ELEMENTS = 3,    /**< fewer than two elements: bound tells the need, value what is there */
+    KESTO_CURVE_DOES_NOT_FIT = 4,  /**< an intersection's curve does not fit: record = the intersection; where tangents
+                                      are too long value = their sum, bound = the polygon side, excess = the overlap (m);
+                                      where spirals turn too much the angles (degrees) */
+    KESTO_POINT_NOT_JOINED = 5,    /**< a coordinate point cannot be joined to the next: record = the point */
+    KESTO_NO_START_ELEMENT = 6,    /**< the first element is no start record (type 0) */
     KESTO_ELEMENT_NOT_EVALUABLE = 7, /**< an element has no geometry: equal spiral radii, unknown type, bad length */
     KESTO_UNKNOWN_STAKE_MODE = 8,    /**< the make-stake type is neither 0 nor 1 */
-    KESTO_GENERATION_MISSING = 9,    /**< this library cannot make elements for this road design mode yet */
+    KESTO_GENERATION_MISSING = 9,    /**< reserved: every road design mode has its generation */
     KESTO_NULL_HANDLE_OR_PATH = 12,  /**< file functions: null handle or null path */
     KESTO_FILE_NOT_OPENED = 13,      /**< the file cannot be opened for reading */
     KESTO_WRONG_EXTENSION = 14,      /**< the path does not end in the extension that the function reads */
@@ -128,7 +130,8 @@ enum KestoLimit {
 
 /* ------------------------------------------------------------------------------------------------------ records --- */
 
-/** Intersection point of two tangents with its curve. 96 bytes. */
+/** Intersection point of two tangents with its curve: entry spiral, arc, exit spiral. The first and the last one are
+ * the ends of the road and have no curve. 96 bytes. */
 typedef struct Intersection {
     char name[32];
     double x, y;                /**< point (m) */
@@ -219,6 +222,15 @@ typedef struct SectionMileageIndex {
     char stakeText[32]; /**< stake text, made by the library */
     double mileage;     /**< stake mileage (m) */
 } SectionMileageIndex;
+
+/** Ease parameters of a spiral. 40 bytes. */
+typedef struct EaseParam {
+    double parameterSquared; /**< A squared, the clothoid parameter (square metres) */
+    double deflection;       /**< angle that the whole spiral turns (degrees) */
+    double shift;            /**< p: distance from the tangent to the circle of the smaller radius (m) */
+    double tangentOffset;    /**< q: distance along the tangent to the foot of that circle's centre (m) */
+    double chord;            /**< distance between the spiral's ends (m) */
+} EaseParam;
 
 /** Arrays across the boundary. In: items[0 .. count) is read, capacity is ignored, and a count of 0 or less means an
  *  empty array. Out: the caller gives room for capacity records; all values are copied and count is set. Where the room
@@ -349,6 +361,14 @@ KESTO_API bool KESTO_CALL GetIntersection(RoadDesign* road, int32_t index, Inter
 /** Overwrites the record at the index. @return false: null argument or index out of range */
 KESTO_API bool KESTO_CALL SetIntersection(RoadDesign* road, int32_t index, const Intersection* intersection);
 
+/** Index of the intersection whose curve, from tangent point to tangent point, covers a stake mileage; both ends belong
+ *  to the curve, and of two curves that touch the later one is told. Follows from the intersections as they are now.
+ *  @param mileage    stake mileage (m)
+ *  @param occurrence which of the equal stake mileages, 0-based
+ *  @return -1: no curve there, another road design mode, a mileage not finite or not on the road, or no road can be
+ *          built; 0 for a null handle */
+KESTO_API int32_t KESTO_CALL GetIntersectionIndex(RoadDesign* road, double mileage, int32_t occurrence);
+
 /* ----------------------------------------------------------------------------------------------------- elements --- */
 
 /** Number of elements, the start record included; 0 for a null handle. */
@@ -374,6 +394,16 @@ KESTO_API bool KESTO_CALL SetElement(RoadDesign* road, int32_t index, const Elem
  *          start point at every distance. */
 KESTO_API bool KESTO_CALL GetElementPositionAndAzimuth(RoadDesign* road, const Element* element, double distance,
                                                        double* x, double* y, double* azimuth);
+
+/** Ease parameters of a spiral. The order of the radii does not matter; shift and tangent offset belong to the circle
+ * of the smaller radius, in the tangent frame at the other end.
+ *  @param startRadius, endRadius radii at its ends (m), below 1e-7 infinite
+ *  @param length                 its length (m)
+ *  @param parameters             out: the parameters, untouched on failure
+ *  @return false: null argument, a number not finite, a length not above 0, both radii infinite, equal radii, or a
+ *          spiral that winds too often to be evaluated */
+KESTO_API bool KESTO_CALL CalcEaseParam(RoadDesign* road, double startRadius, double endRadius, double length,
+                                        EaseParam* parameters);
 
 /* -------------------------------------------------------------------------------------------- coordinate points --- */
 
@@ -622,8 +652,8 @@ KESTO_API bool KESTO_CALL SetChangeSectionType(RoadDesign* road, int32_t side, i
  *  @param mileage    stake mileage (m)
  *  @param occurrence which of the equal stake mileages, 0-based
  *  @param side       0 left, 1 right
- *  @param plates     out: the plates from the centre line outwards; untouched on failure but for the count where the
- *                    room is too small
+ *  @param plates     out: the plates from the centre line outwards, heights counted from 0 where there is no
+ * grade-change point; untouched on failure but for the count where the room is too small
  *  @return false: null argument, mileage not finite or not on the road, unknown side or section mode, no plates, no
  *          stake list (run DesignRoad() first), no height of the centre line, or too little room */
 KESTO_API bool KESTO_CALL GetRoadSide(RoadDesign* road, double mileage, int32_t occurrence, int32_t side,

@@ -85,6 +85,12 @@ KESTO_ASSERT_OFFSET(SectionPlate, extra, 120);
 KESTO_ASSERT_SIZE(SectionMileageIndex, 40);
 KESTO_ASSERT_OFFSET(SectionMileageIndex, mileage, 32);
 
+KESTO_ASSERT_SIZE(EaseParam, 40);
+KESTO_ASSERT_OFFSET(EaseParam, deflection, 8);
+KESTO_ASSERT_OFFSET(EaseParam, shift, 16);
+KESTO_ASSERT_OFFSET(EaseParam, tangentOffset, 24);
+KESTO_ASSERT_OFFSET(EaseParam, chord, 32);
+
 KESTO_ASSERT_SIZE(Failure, 40);
 KESTO_ASSERT_OFFSET(Failure, list, 4);
 KESTO_ASSERT_OFFSET(Failure, record, 8);

@@ -155,8 +155,10 @@ TEST(ChainBuilder, FailuresLeaveTheRoadAsItWas) {
     EXPECT_EQ(kesto::BuildChain(headless).failure().status, KESTO_NO_START_ELEMENT);
     headless.settings.roadDesignMode = 5;
     EXPECT_EQ(kesto::MakeCurrent(headless).failure().status, KESTO_UNKNOWN_DESIGN_MODE);
-    headless.settings.roadDesignMode = 2;
-    EXPECT_EQ(kesto::MakeCurrent(headless).failure().status, KESTO_GENERATION_MISSING);
+    for (const std::int32_t mode : {0, 2, 3}) {
+        headless.settings.roadDesignMode = mode;  // without anything to make elements from
+        EXPECT_EQ(kesto::MakeCurrent(headless).failure().status, KESTO_TOO_FEW_ELEMENTS) << mode;
+    }
     EXPECT_EQ(headless.elements.Count(), 2);
 }
 

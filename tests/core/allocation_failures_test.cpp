@@ -59,6 +59,21 @@ std::string Entered(const RoadDesign& road) {
     for (const VerticalCurve& curve : road.verticalCurves.Records()) {
         bytes += std::to_string(curve.mileage) + ' ' + std::to_string(curve.elevation) + ' ';
     }
+    for (std::size_t side = 0; side < sideCount; ++side) {
+        for (const SectionPlate& plate : road.sections.plates[side]) bytes += std::to_string(plate.width) + ' ';
+        for (std::size_t kind = 0; kind < changeKindCount; ++kind) {
+            bytes += '|';
+            for (const auto& [mileage, section] : road.sections.changeSections[side][kind]) {
+                bytes += std::to_string(mileage) + ':';
+                for (const double value : section.values) bytes += std::to_string(value) + ' ';
+                for (const std::int32_t flag : section.flags) bytes += std::to_string(flag) + ' ';
+            }
+            for (const auto& [mileage, type] : road.sections.transitionTypes[side][kind]) {
+                bytes += std::to_string(mileage) + '=' + std::to_string(type) + ' ';
+            }
+        }
+    }
+    for (const SectionMileageIndex& entry : road.sections.mileageIndex) bytes += entry.stakeText;
     return bytes;
 }
 
@@ -112,6 +127,26 @@ Owned DesignedRoad() {
     return road;
 }
 
+/// Plates and change sections of both kinds on the right, each as full as its room.
+Owned RoadWithSections() {
+    Owned road = DesignedRoad();
+    const std::vector<SectionPlate> plates(4);
+    EXPECT_TRUE(AddStandardSectionPlateList(road.get(), plates.data(), 4, 1));
+    const double values[] = {1, 2, 3, 4};
+    for (const double mileage : {20.0, 220.0, 420.0}) {
+        EXPECT_TRUE(AddChangeSectionList(road.get(), mileage, 1, 0, values, 4, 0, 1));
+        EXPECT_TRUE(AddChangeSectionList(road.get(), mileage, 1, 1, values, 4, 0, 2));
+    }
+    return road;
+}
+
+/// The same with a chain that is to be built again.
+Owned UnbuiltRoadWithSections() {
+    Owned road = RoadWithSections();
+    road->totalLength = 0;
+    return road;
+}
+
 struct Operation {
     const char* name;
     Owned (*prepare)();
@@ -135,9 +170,16 @@ std::vector<Operation> Operations() {
     static const auto coordinates = Several<Coordinate>();
     static const auto chains = Several<BrokenChain>();
     static const auto curves = Several<VerticalCurve>();
-    static double x, y, z;
+    static double x;
+    static double y;
+    static double z;
     static std::int32_t k;
     static StakeCoordinate stake;
+    static SectionPlate plates[4];
+    static SectionPlateArray side{plates, 0, 4};
+    static double values[] = {9, 8, 7, 6};
+    static const DoubleArray four{values, 4, 0};
+    static const SectionMileageIndex entry{};
     return {
         {"SetStartInformation", FullRoadWithoutStart, [](auto* h) { return SetStartInformation(h, 1, 2, 3); }},
         {"SetMakeStakePerfix", FullRoad,
@@ -146,18 +188,18 @@ std::vector<Operation> Operations() {
              SetMakeStakePerfix(h, prefix.c_str());
              return GetMakeStakePerfix(h) == prefix;
          }},
-        {"AddIntersection", FullRoad, [](auto* h) { return AddIntersection(h, &intersections[0], 3); }},
+        {"AddIntersection", FullRoad, [](auto* h) { return AddIntersection(h, intersections.data(), 3); }},
         {"AddIntersectionList", FullRoad, [](auto* h) { return AddIntersectionList(h, intersections.data(), 16); }},
-        {"AddElement", FullRoad, [](auto* h) { return AddElement(h, &elements[0], 3); }},
+        {"AddElement", FullRoad, [](auto* h) { return AddElement(h, elements.data(), 3); }},
         {"AddElementList", FullRoad, [](auto* h) { return AddElementList(h, elements.data(), 16); }},
-        {"AddCoordinate", FullRoad, [](auto* h) { return AddCoordinate(h, &coordinates[0], 3); }},
+        {"AddCoordinate", FullRoad, [](auto* h) { return AddCoordinate(h, coordinates.data(), 3); }},
         {"AddCoordinateList", FullRoad, [](auto* h) { return AddCoordinateList(h, coordinates.data(), 16); }},
-        {"AddBrokenChain", FullRoad, [](auto* h) { return AddBrokenChain(h, &chains[0]); }},
+        {"AddBrokenChain", FullRoad, [](auto* h) { return AddBrokenChain(h, chains.data()); }},
         {"AddBrokenChainList", FullRoad, [](auto* h) { return AddBrokenChainList(h, chains.data(), 16); }},
         {"SetBrokenChain", FullRoad, [](auto* h) { return SetBrokenChain(h, 3, &chains[5]); }, false},
-        {"AddVerticalCurve", DesignedRoad, [](auto* h) { return AddVerticalCurve(h, &curves[0]); }},
+        {"AddVerticalCurve", DesignedRoad, [](auto* h) { return AddVerticalCurve(h, curves.data()); }},
         {"AddVerticalCurveList", DesignedRoad, [](auto* h) { return AddVerticalCurveList(h, curves.data(), 16); }},
-        {"SetVerticalCurve", DesignedRoad, [](auto* h) { return SetVerticalCurve(h, 3, &curves[0]); }, false},
+        {"SetVerticalCurve", DesignedRoad, [](auto* h) { return SetVerticalCurve(h, 3, curves.data()); }, false},
         {"UpdateData", FullRoad, UpdateData},
         {"DesignRoad", FullRoad, DesignRoad},
         {"DesignRoad again", DesignedRoad, DesignRoad},
@@ -174,6 +216,19 @@ std::vector<Operation> Operations() {
         {"GetNearbyStakeCoordinate", DesignedRoad,
          [](auto* h) { return GetNearbyStakeCoordinate(h, 70, 1, &stake, &k); }, false},
         {"GetHeight", FullRoad, [](auto* h) { return GetHeight(h, 70, 0, 0, &x); }},
+        {"GetHeight on a plate", RoadWithSections, [](auto* h) { return GetHeight(h, 70, 0, 2, &x); }},
+        {"GetRoadSide", RoadWithSections, [](auto* h) { return GetRoadSide(h, 70, 0, 1, &side); }},
+        {"AddStandardSectionPlate", RoadWithSections, [](auto* h) { return AddStandardSectionPlate(h, plates, 1, 2); }},
+        {"AddStandardSectionPlate unbuilt", UnbuiltRoadWithSections,
+         [](auto* h) { return AddStandardSectionPlate(h, plates, 1, 2); }},
+        {"AddStandardSectionPlateList", RoadWithSections,
+         [](auto* h) { return AddStandardSectionPlateList(h, plates, 4, 1); }},
+        {"DeleteStandardSectionPlate", RoadWithSections, [](auto* h) { return DeleteStandardSectionPlate(h, 1, 2); }},
+        {"AddSectionMileageIndex", FullRoad, [](auto* h) { return AddSectionMileageIndex(h, &entry); }},
+        {"AddChangeSection", RoadWithSections, [](auto* h) { return AddChangeSection(h, 120, 1, 0, &four, 0, 2); }},
+        {"SetChangeSection", RoadWithSections, [](auto* h) { return SetChangeSection(h, 1, 0, 1, 220, &four, 0, 2); }},
+        {"SetChangeSection elsewhere", RoadWithSections,
+         [](auto* h) { return SetChangeSection(h, 1, 0, 1, 120, &four, 0, 2); }},
     };
 }
 

@@ -26,6 +26,7 @@ Road RoadWithGap() {
     Road road = BrokenRoad(500);
     AddGradePoints(road, {GradePoint(0, 1), GradePoint(600, 2)});
     EXPECT_TRUE(DesignRoad(road));
+    AddPlates(road, right, {Plate(3.5, -2), Plate(1, -4)});
     return road;
 }
 
@@ -56,12 +57,27 @@ TEST(LastFailure, TellsWhichLimitAndByHowMuch) {
              return AddElementList(road, elements, 20);
          },
          KESTO_RECORD_COUNT_REFUSED, KESTO_LIMIT_RECORDS_PER_CALL, 20, 16, 4},
-        {"height away from the centre line",
+        {"height beyond the plates", [](RoadDesign* road) { return HeightAt(road, 100, 0, 7.5).has_value(); },
+         KESTO_NO_CROSS_SECTION, KESTO_LIMIT_NONE, 7.5, 4.5, 3},
+        {"height where there are no plates", [](RoadDesign* road) { return HeightAt(road, 100, 0, -7.5).has_value(); },
+         KESTO_NO_CROSS_SECTION, KESTO_LIMIT_NONE, 7.5, 0, 7.5},
+        {"unknown side", [](RoadDesign* road) { return DeleteStandardSectionPlate(road, 2, 0); }, KESTO_UNKNOWN_SIDE,
+         KESTO_LIMIT_NONE, 2, 0, 0},
+        {"unknown kind", [](RoadDesign* road) { return DeleteChangeSection(road, right, -1, 0); },
+         KESTO_UNKNOWN_CHANGE_KIND, KESTO_LIMIT_NONE, -1, 0, 0},
+        {"three values for two plates",
          [](RoadDesign* road) {
-             double height = 0;
-             return GetHeight(road, 100, 0, 3.5, &height);
+             const double values[3] = {};
+             return AddChangeSectionList(road, 100, right, 0, values, 3, 0, 0);
          },
-         KESTO_NO_CROSS_SECTION, KESTO_LIMIT_NONE, 3.5, 0, 0},
+         KESTO_VALUE_COUNT_DIFFERS, KESTO_LIMIT_RECORD_COUNT, 3, 2, 1},
+        {"too little room",
+         [](RoadDesign* road) {
+             SectionPlate plate;
+             SectionPlateArray array{&plate, 0, 1};
+             return GetRoadSide(road, 100, 0, right, &array);
+         },
+         KESTO_ARRAY_TOO_SMALL, KESTO_LIMIT_RECORD_COUNT, 2, 1, 1},
     };
     for (const Case& each : cases) {
         SCOPED_TRACE(each.name);
@@ -91,6 +107,9 @@ TEST(LastFailure, TellsWhichListAndRecord) {
                  {[](RoadDesign* it) { return DeleteCoordinate(it, 9); }, KESTO_LIST_COORDINATES},
                  {[](RoadDesign* it) { return DeleteBrokenChain(it, 9); }, KESTO_LIST_BROKEN_CHAINS},
                  {[](RoadDesign* it) { return DeleteVerticalCurve(it, 9); }, KESTO_LIST_VERTICAL_CURVES},
+                 {[](RoadDesign* it) { return DeleteStandardSectionPlate(it, right, 9); }, KESTO_LIST_PLATES},
+                 {[](RoadDesign* it) { return DeleteChangeSection(it, right, 0, 9); }, KESTO_LIST_CHANGE_SECTIONS},
+                 {[](RoadDesign* it) { return DeleteSectionMileageIndex(it, 9); }, KESTO_LIST_SECTION_MILEAGES},
                  {[](RoadDesign* it) {
                       StakeCoordinate stake;
                       return GetStakeCoordinate(it, 99, &stake);
@@ -157,7 +176,7 @@ TEST(LastFailure, LastsUntilTheNextFailureOrAClearedRoad) {
 
 TEST(DescribeStatus, HasASentenceForEveryCode) {
     std::set<std::string> sentences;
-    const std::set<std::int32_t> unknown = {10, 11, 19, 34, 35, 36, 37, 38};
+    const std::set<std::int32_t> unknown = {10, 11, 19, 38};
     for (std::int32_t status = 0; status <= 39; ++status) {
         const std::string sentence = DescribeStatus(status);
         if (unknown.contains(status)) {

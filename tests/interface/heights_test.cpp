@@ -66,18 +66,10 @@ TEST(Heights, CrestAndSag) {
     }
 }
 
-TEST(Heights, CurveAcrossTheRoadsStartIsCut) {
-    // Grades +2 % and -1 % at 100, tangent length 150: the curve would begin 50 m before the road.
-    const Road road = Profile(2000, {GradePoint(-200, 14), GradePoint(100, 20, 10000), GradePoint(1100, 10)});
-    ExpectHeights(road, {{"start of the road, on the curve", 0, 18 - 2500 / 20000.0},
-                         {"at the point", 100, 20 - 1.125},
-                         {"curve end", 250, 18.5}});
-    EXPECT_NEAR(Curves(road)[1].startMileage, 0, rounding);
-    EXPECT_NEAR(Curves(road)[1].endMileage, 250, rounding);
-
+TEST(Heights, CurveWhollyBeforeTheRoadCollapses) {
     const Road before = Profile(2000, {GradePoint(-900, 4), GradePoint(-400, 14, 10000), GradePoint(600, 4)});
     ExpectHeights(before, {{"on the tangent", 100, 9}});
-    EXPECT_EQ(Curves(before)[1].startMileage, -400) << "collapsed onto its point";
+    EXPECT_EQ(Curves(before)[1].startMileage, -400);
     EXPECT_EQ(Curves(before)[1].endMileage, -400);
 }
 
@@ -103,15 +95,6 @@ TEST(Heights, GivenCurveEnds) {
 }
 
 TEST(Heights, FollowTheContinuousMileage) {
-    const Road road = BrokenRoad(350);
-    AddGradePoints(road, {GradePoint(0, 0), GradePoint(950, 10)});
-    ExpectHeights(road, {{"first occurrence", 380, 3.8, 0}, {"second occurrence", 380, 4.3, 1}, {"end", 950, 10}});
-    EXPECT_NEAR(Curves(road)[0].distanceToNext, 1000, rounding);
-
-    const Road unplaced = BrokenRoad(350);  // occurrence -1: the mileage is a continuous one
-    AddGradePoints(unplaced, {GradePoint(0, 0), GradePoint(900, 9, 0, -1)});
-    ExpectHeights(unplaced, {{"second occurrence", 380, 4.3, 1}, {"at 900 along the road", 850, 9}});
-
     const Road curved = BrokenRoad(350);  // the curve lies on either side of the break, 360 to 440 along the road
     AddGradePoints(curved, {GradePoint(0, 0), GradePoint(350, 8, 2000, 1), GradePoint(950, -4)});
     ExpectHeights(curved, {{"at the break", 350, 8 - 40 * 40 / 4000.0, 1}});
@@ -120,21 +103,6 @@ TEST(Heights, FollowTheContinuousMileage) {
     EXPECT_EQ(curve.startOccurrence, 0);
     EXPECT_NEAR(curve.endMileage, 390, rounding);
     EXPECT_EQ(curve.endOccurrence, 1);
-}
-
-TEST(Heights, AreThoseOfTheRecordsAsTheyStand) {
-    const Road road = Profile(2000, {GradePoint(0, 0), GradePoint(1000, 20, 10000), GradePoint(2000, 10)});
-    ExpectHeights(road, {{"by radius", 1000, 20 - 1.125}});
-    SetVerticalCurveMode(road, 1);
-    VerticalCurve given = Curves(road)[1];
-    given.startMileage = 900;
-    given.endMileage = 1100;
-    ASSERT_TRUE(SetVerticalCurve(road, 1, &given));
-    ExpectHeights(road, {{"by its ends", 1000, 20 - 0.03 * 200 / 8}});
-    SetVerticalCurveMode(road, 0);
-    ExpectHeights(road, {{"by radius again", 1000, 20 - 1.125}});
-    ASSERT_TRUE(DeleteVerticalCurve(road, 1));
-    ExpectHeights(road, {{"point deleted", 1000, 5}});
 }
 
 TEST(Heights, WhereThereIsNone) {
@@ -149,21 +117,36 @@ TEST(Heights, WhereThereIsNone) {
     EXPECT_EQ(height, -7);
 
     const Road road = Profile(1000, {GradePoint(0, 1), GradePoint(1000, 2)});
+    ASSERT_TRUE(DesignRoad(road));
+    AddPlates(road, right, {Plate(4, -2)});
     struct Case {
         const char* name;
         double mileage;
         std::int32_t occurrence;
-        double offset;
+        double offset, output;
     };
-    for (const Case& each : {Case{"beyond the end", 1000.001, 0, 0}, Case{"before the start", -0.001, 0, 0},
-                             Case{"no second occurrence", 500, 1, 0}, Case{"negative occurrence", 500, -1, 0},
-                             Case{"away from the centre line", 500, 0, 1e-7}}) {
+    for (const Case& each : {Case{"beyond the end", 1000.001, 0, 0, 0}, Case{"before the start", -0.001, 0, 0, 0},
+                             Case{"beyond the end, on a plate", 1000.001, 0, 2, 0},
+                             Case{"no second occurrence", 500, 1, 0, 0}, Case{"negative occurrence", 500, -1, 0, 0},
+                             Case{"beyond the plates", 500, 0, 4.001, -7}, Case{"no plates", 500, 0, -1e-7, -7}}) {
         height = -7;
         EXPECT_FALSE(GetHeight(road, each.mileage, each.occurrence, each.offset, &height)) << each.name;
-        EXPECT_EQ(height, 0) << each.name;
+        EXPECT_EQ(height, each.output) << each.name;
     }
-    EXPECT_TRUE(GetHeight(road, 500, 0, 9.9e-8, &height));
-    EXPECT_NEAR(height, 1.5, rounding);
+    EXPECT_NEAR(HeightAt(road, 500, 0, -9.9e-8).value_or(-7), 1.5, rounding);
+    EXPECT_NEAR(HeightAt(road, 500, 0, 4).value_or(-7), 1.42, rounding);
+}
+
+TEST(Heights, AtTheEdgeOfAPlate) {
+    const Road road = MakeRoad({Straight(100)});
+    ASSERT_TRUE(DesignRoad(road));
+    // In binary the widths do not sum up to the 0.8 and 2.8 that a host asks for.
+    AddPlates(road, right, {Plate(0.7, 0), Plate(0.1, 0), Plate(2, 0, 0.15)});
+    EXPECT_NEAR(HeightAt(road, 50, 0, 0.8).value_or(-7), 0, rounding) << "not yet on the kerb";
+    EXPECT_NEAR(HeightAt(road, 50, 0, 0.800001).value_or(-7), 0.15, rounding);
+    AddPlates(road, left, {Plate(0.7, 0), Plate(0.1, 0, 0.15)});
+    EXPECT_NEAR(HeightAt(road, 50, 0, -0.8).value_or(-7), 0.15, rounding);
+    EXPECT_FALSE(HeightAt(road, 50, 0, -0.800001));
 }
 
 }  // namespace

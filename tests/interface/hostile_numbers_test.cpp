@@ -18,6 +18,7 @@ struct Answer {
     double a = untouched, b = untouched, c = untouched;
     std::int32_t k = -7;
     StakeCoordinate stake{};
+    SectionPlate edge{};
 };
 
 /// A query as a function of its numbers.
@@ -56,7 +57,20 @@ const std::vector<Query>& Queries() {
          }},
         {"GetHeight", 2,
          [](RoadDesign* road, const std::vector<double>& in, Answer& out) {
-             return GetHeight(road, in[0], 0, in[1] - in[1], &out.a);  // the offset 0, or no number
+             return GetHeight(road, in[0], 0, in[1], &out.a);
+         }},
+        {"GetRoadSide", 1,
+         [](RoadDesign* road, const std::vector<double>& in, Answer& out) {
+             SectionPlateArray array{&out.edge, 0, 1};
+             const bool found = GetRoadSide(road, in[0], 0, right, &array);
+             if (found) out.a = out.edge.x + out.edge.y + out.edge.height, out.b = out.edge.offset;
+             return found;
+         }},
+        {"GetChangeSection", 0,
+         [](RoadDesign* road, const std::vector<double>&, Answer& out) {
+             double values[20];
+             DoubleArray array{values, 0, 20};
+             return GetChangeSection(road, right, 1, 0, &out.a, &array, &out.k);
          }},
     };
     return queries;
@@ -66,6 +80,7 @@ Road OrdinaryRoad() {
     Road road = MakeRoad({Straight(100), Spiral(right, 0, 300, 60), Arc(right, 300, 80), Spiral(right, 300, 0, 60)});
     AddGradePoints(road, {GradePoint(0, 5), GradePoint(150, 8, 3000), GradePoint(300, 5)});
     EXPECT_TRUE(DesignRoad(road));
+    AddPlates(road, right, {Plate(4, -2)});
     return road;
 }
 
@@ -81,6 +96,7 @@ TEST(HostileNumbers, QueriesRefuseWhatIsNotFinite) {
                 Answer answer;
                 EXPECT_FALSE(query.ask(road, numbers, answer));
                 EXPECT_EQ(Bytes(&answer.stake), std::string(sizeof answer.stake, '\0'));
+                EXPECT_EQ(Bytes(&answer.edge), std::string(sizeof answer.edge, '\0'));
                 EXPECT_EQ(answer.a, untouched);
                 EXPECT_EQ(answer.b, untouched);
                 EXPECT_EQ(answer.c, untouched);
@@ -131,7 +147,10 @@ public:
         curve.endMileage = Number();
         curve.startOccurrence = Whole();
         curve.endOccurrence = Whole();
-        switch (Pick(12)) {
+        const SectionPlate plate = Plate(Number(), Number(), Number());
+        const std::vector<double> values(static_cast<std::size_t>(GetStandardSectionPlateCount(road, right)), Number());
+        const auto plates = static_cast<std::int32_t>(values.size());
+        switch (Pick(16)) {
             case 0: SetStartInformation(road, Number(), Number(), Number()); break;
             case 1:
             case 2: AddElement(road, &element, Pick(8) - 1); break;
@@ -143,7 +162,11 @@ public:
             case 8: SetVerticalCurve(road, Pick(4), &curve); break;
             case 9: SetStartMileage(road, Number()); break;
             case 10: SetVerticalCurveMode(road, Whole()); break;
-            default: SetMakeStakeType(road, Pick(2)); break;
+            case 11: SetMakeStakeType(road, Pick(2)); break;
+            case 12: AddStandardSectionPlate(road, &plate, right, Whole()); break;
+            case 13: DeleteStandardSectionPlate(road, right, Pick(4)); break;
+            case 14: SetSectionMode(road, Pick(8) == 0 ? Whole() : 0); break;
+            default: AddChangeSectionList(road, Number(), right, Pick(2), values.data(), plates, Whole(), Whole());
         }
     }
 
@@ -158,7 +181,7 @@ public:
         }
         if (PointAt(road, Number(), Number(), Whole(), Number()).found) ++answered;
         if (Continuous(road, Number(), Whole())) ++answered;
-        if (HeightAt(road, Number(), Whole())) ++answered;
+        if (HeightAt(road, Number(), Whole(), Number())) ++answered;
         EXPECT_LE(GetStakeCoordinateCount(road), 20100) << "the interval keeps the list short";
     }
 

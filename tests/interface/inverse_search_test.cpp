@@ -37,11 +37,6 @@ TEST(InverseSearch, StraightAndItsEnds) {
                                            {"the end", 500, 0, 500, 0}});
 }
 
-TEST(InverseSearch, RadiusThroughAnArcsStart) {
-    ExpectFeet(MakeRoad({Arc(right, 100, 100)}),
-               {{"outside: no foot, so the start itself", 0, -30, 0, 30}, {"inside, likewise", 0, 30, 0, 30}});
-}
-
 TEST(InverseSearch, KinkGivesTheVertexWithAPlainDistance) {
     const Road road = MakeRoad({Straight(100), Straight(100)});
     Element east = Elements(road)[2];

@@ -29,6 +29,11 @@ public:
         AddChain(road, 50, 60);
         AddGradePoints(road, {GradePoint(0, 5), GradePoint(150, 8)});
         EXPECT_TRUE(DesignRoad(road));
+        AddPlates(road, right, {Plate(3, -2)});
+        const SectionMileageIndex entry{};
+        EXPECT_TRUE(AddSectionMileageIndex(road, &entry));
+        const double value = 4;
+        EXPECT_TRUE(AddChangeSectionList(road, 20, right, 1, &value, 1, 0, 2));
     }
 
     /// A function that has no pointer but the handle, or only pointers that may be null.
@@ -102,8 +107,14 @@ struct Outputs {
     Coordinate coordinate{};
     BrokenChain chain{15, 16};
     VerticalCurve curve{};
+    EaseParam ease{};
     StakeCoordinate stake{};
     Failure failure{};
+    SectionPlate plate{};
+    SectionMileageIndex entry{};
+    DoubleArray values{&a, 1, 1};
+    Int32Array flags{&k, 1, 1};
+    SectionPlateArray plates{&plate, 1, 1};
 };
 
 void WalkModel(NullTable& table, Outputs& out) {
@@ -161,10 +172,43 @@ void WalkLists(NullTable& table, Outputs& out) {
     table.Needs("SetVerticalCurve", SetVerticalCurve, false, null, 0, &out.curve);
 }
 
+void WalkSections(NullTable& table, Outputs& out) {
+    constexpr std::int32_t null = KESTO_NULL_ARGUMENT;
+    table.HandleOnly("GetStandardSectionPlateCount", GetStandardSectionPlateCount, 0, right);
+    table.Needs("AddStandardSectionPlate", AddStandardSectionPlate, false, null, &out.plate, right, -1);
+    table.Needs("AddStandardSectionPlateList", AddStandardSectionPlateList, false, null, &out.plate, 1, right);
+    table.HandleOnly("DeleteStandardSectionPlate", DeleteStandardSectionPlate, false, right, 0);
+    table.Needs("GetStandardSectionPlate", GetStandardSectionPlate, false, null, right, 0, &out.plate);
+    table.Needs("SetStandardSectionPlate", SetStandardSectionPlate, false, null, right, 0, &out.plate);
+    table.Needs("GetStandardSection", GetStandardSection, false, null, right, &out.plates);
+    table.HandleOnly("GetSectionMileageIndexCount", GetSectionMileageIndexCount, 0);
+    table.Needs("AddSectionMileageIndex", AddSectionMileageIndex, false, null, &out.entry);
+    table.HandleOnly("DeleteSectionMileageIndex", DeleteSectionMileageIndex, false, 0);
+    table.Needs("GetSectionMileageIndex", GetSectionMileageIndex, false, null, 0, &out.entry);
+    table.Needs("SetSectionMileageIndex", SetSectionMileageIndex, false, null, 0, &out.entry);
+    table.HandleOnly("GetChangeSectionCount", GetChangeSectionCount, 0, right, 1);
+    table.Needs("AddChangeSection", AddChangeSection, false, null, 10, right, 1, &out.values, 0, 0);
+    table.Needs("AddChangeSection2", AddChangeSection2, false, null, 10, right, 1, &out.values, &out.flags, 0, 0);
+    table.Needs("AddChangeSectionList", AddChangeSectionList, false, null, 10, right, 1, &out.a, 1, 0, 0);
+    table.Needs("AddChangeSectionList2", AddChangeSectionList2, false, null, 10, right, 1, &out.a, &out.k, 1, 0, 0);
+    table.HandleOnly("DeleteChangeSection", DeleteChangeSection, false, right, 1, 0);
+    table.Needs("GetChangeSection", GetChangeSection, false, null, right, 1, 0, &out.b, &out.values, &out.k);
+    table.Needs("GetChangeSection2", GetChangeSection2, false, null, right, 1, 0, &out.b, &out.values, &out.flags,
+                &out.k);
+    table.Needs("SetChangeSection", SetChangeSection, false, null, right, 1, 0, 10, &out.values, 0, 0);
+    table.Needs("SetChangeSection2", SetChangeSection2, false, null, right, 1, 0, 10, &out.values, &out.flags, 0, 0);
+    table.Needs("GetChangeSectionType", GetChangeSectionType, false, null, right, 1, 0, &out.k);
+    table.HandleOnly("SetChangeSectionType", SetChangeSectionType, false, right, 1, 0, 1);
+    table.Needs("GetRoadSide", GetRoadSide, false, null, 10, 0, right, &out.plates);
+    table.Needs("GetRoadSideNoHeight", GetRoadSideNoHeight, false, null, 10, 0, right, &out.plates);
+}
+
 void WalkQueries(NullTable& table, Outputs& out) {
     constexpr std::int32_t null = KESTO_NULL_ARGUMENT;
     table.Needs("GetElementPositionAndAzimuth", GetElementPositionAndAzimuth, false, null, &out.element, 0, &out.a,
                 &out.b, &out.c);
+    table.HandleOnly("GetIntersectionIndex", GetIntersectionIndex, 0, 10, 0);
+    table.Needs("CalcEaseParam", CalcEaseParam, false, null, 0, 100, 20, &out.ease);
     table.Needs("GetSrcMileage", GetSrcMileage, false, null, &out.a, 0);
     table.HandleOnly("GetRoadMileage", GetRoadMileage, 0.0, &out.a);
     table.Needs("GetPositionAndAzimuth", GetPositionAndAzimuth, false, null, 10, 0, 90, &out.a, &out.b, &out.c, 0);
@@ -187,6 +231,7 @@ TEST(NullArguments, EveryExportGivesItsFailureValue) {
     table.Named("KestoRoadVersion");
     WalkModel(table, out);
     WalkLists(table, out);
+    WalkSections(table, out);
     WalkQueries(table, out);
     constexpr std::int32_t refused = KESTO_NULL_HANDLE_OR_PATH;
     table.Needs("SaveProject", SaveProject, refused, refused, "null.road");

@@ -99,6 +99,27 @@ inline void AddGradePoints(RoadDesign* road, const std::vector<VerticalCurve>& p
     for (const VerticalCurve& point : points) EXPECT_TRUE(AddVerticalCurve(road, &point));
 }
 
+inline SectionPlate Plate(double width, double crossSlope, double step = 0) {
+    SectionPlate plate{};
+    plate.width = width;
+    plate.crossSlope = crossSlope;
+    plate.step = step;
+    return plate;
+}
+
+inline void AddPlates(RoadDesign* road, std::int32_t side, const std::vector<SectionPlate>& plates) {
+    for (const SectionPlate& plate : plates) EXPECT_TRUE(AddStandardSectionPlate(road, &plate, side, -1));
+}
+
+/// The plates of a side with their edges; empty where there are none.
+inline std::vector<SectionPlate> SideAt(RoadDesign* road, double mileage, std::int32_t side,
+                                        std::int32_t occurrence = 0) {
+    std::vector<SectionPlate> plates(20);
+    SectionPlateArray array{plates.data(), 0, 20};
+    plates.resize(GetRoadSide(road, mileage, occurrence, side, &array) ? static_cast<std::size_t>(array.count) : 0);
+    return plates;
+}
+
 struct Point {
     bool found = false;
     double x = 0, y = 0, azimuth = 0;
@@ -135,9 +156,10 @@ inline std::optional<double> Continuous(RoadDesign* road, double mileage, std::i
     return std::nullopt;
 }
 
-inline std::optional<double> HeightAt(RoadDesign* road, double mileage, std::int32_t occurrence = 0) {
+inline std::optional<double> HeightAt(RoadDesign* road, double mileage, std::int32_t occurrence = 0,
+                                      double offset = 0) {
     double height = -7;
-    if (GetHeight(road, mileage, occurrence, 0, &height)) return height;
+    if (GetHeight(road, mileage, occurrence, offset, &height)) return height;
     return std::nullopt;
 }
 
@@ -172,6 +194,18 @@ inline std::vector<VerticalCurve> Curves(RoadDesign* road) {
     return AllRecords(road, GetVerticalCurveCount, GetVerticalCurve);
 }
 
+inline std::vector<SectionPlate> Plates(RoadDesign* road, std::int32_t side) {
+    std::vector<SectionPlate> plates(static_cast<std::size_t>(GetStandardSectionPlateCount(road, side)));
+    for (std::size_t i = 0; i < plates.size(); ++i) {
+        EXPECT_TRUE(GetStandardSectionPlate(road, side, static_cast<std::int32_t>(i), &plates[i]));
+    }
+    return plates;
+}
+
+inline std::vector<SectionMileageIndex> SectionMileages(RoadDesign* road) {
+    return AllRecords(road, GetSectionMileageIndexCount, GetSectionMileageIndex);
+}
+
 /// Everything that can be read from a road without making it compute, as bytes: equal exactly when nothing changed.
 inline std::string Snapshot(RoadDesign* road) {
     std::string bytes;
@@ -185,6 +219,15 @@ inline std::string Snapshot(RoadDesign* road) {
     append(Chains(road));
     append(Curves(road));
     append(Stakes(road));
+    append(SectionMileages(road));
+    for (const std::int32_t side : {0, 1}) {
+        append(Plates(road, side));
+        for (const std::int32_t kind : {0, 1}) {
+            std::int32_t type = 0;
+            EXPECT_TRUE(GetChangeSectionType(road, side, kind, 0, &type));
+            append(std::vector<std::int32_t>{GetChangeSectionCount(road, side, kind), type});
+        }
+    }
     double interval = 0;
     double startMileage = 0;
     const std::int32_t type = GetMakeStakeInfo(road, &interval);

@@ -19,8 +19,12 @@ void ExpectEmptyWithDefaults(RoadDesign* road) {
         EXPECT_EQ(mode(road), 0);
     }
     for (const auto count : {GetIntersectionCount, GetElementCount, GetCoordinateCount, GetBrokenChainCount,
-                             GetVerticalCurveCount, GetStakeCoordinateCount}) {
+                             GetVerticalCurveCount, GetStakeCoordinateCount, GetSectionMileageIndexCount}) {
         EXPECT_EQ(count(road), 0);
+    }
+    for (const std::int32_t side : {left, right}) {
+        EXPECT_EQ(GetStandardSectionPlateCount(road, side), 0);
+        EXPECT_EQ(GetChangeSectionCount(road, side, 0), 0);
     }
 }
 
@@ -34,6 +38,11 @@ TEST(Settings, ClearedRoadIsAsNew) {
     EXPECT_TRUE(AddCoordinate(road, &coordinate, -1));
     AddChain(road, 600, 700);
     AddGradePoints(road, {GradePoint(500, 1), GradePoint(550, 2)});
+    AddPlates(road, left, {Plate(3, -2)});
+    const double slope = 4;
+    EXPECT_TRUE(AddChangeSectionList(road, 550, left, 0, &slope, 1, 0, 2));
+    const SectionMileageIndex entry{};
+    EXPECT_TRUE(AddSectionMileageIndex(road, &entry));
     SetMileageInterval(road, 20);
     SetMakeStakeType(road, 1);
     SetMakeStakePerfix(road, "DK");
@@ -45,6 +54,9 @@ TEST(Settings, ClearedRoadIsAsNew) {
 
     ClearRoad(road);
     ExpectEmptyWithDefaults(road);
+    std::int32_t type = -7;
+    EXPECT_TRUE(GetChangeSectionType(road, left, 0, 0, &type));
+    EXPECT_EQ(type, 2) << "the transition types stay";
     SetRoadDesignMode(road, 1);
     EXPECT_FALSE(Continuous(road, 550));
     SetStartMileage(road, 1000);
@@ -117,15 +129,6 @@ TEST(Settings, StartRecordIsOverwrittenOrInserted) {
     EXPECT_EQ(elements[0].type, 0);
     EXPECT_EQ(elements[0].startX, 4);
     EXPECT_EQ(Bytes(&elements[1]), Bytes(&straight));
-}
-
-TEST(Settings, StartMileageTakesEffectWhenTheChainIsBuilt) {
-    const Road road = MakeRoad({Straight(100)});
-    EXPECT_EQ(Continuous(road, 50), 50);
-    SetStartMileage(road, 1000);
-    EXPECT_TRUE(UpdateData(road));
-    EXPECT_EQ(Continuous(road, 1050), 1050);
-    EXPECT_FALSE(Continuous(road, 50));
 }
 
 }  // namespace

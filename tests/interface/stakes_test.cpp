@@ -28,19 +28,13 @@ Road CurvedRoad(std::int32_t stakeType, double interval) {
     return road;
 }
 
-TEST(Stakes, AtWholeMultiples) {
+TEST(Stakes, RegularOnesGiveWayToMainPoints) {
     EXPECT_EQ(Listed(CurvedRoad(0, 40)),
               "QD@0 K0+040.000@40 K0+080.000@80 K0+120.000@120 ZY@150 K0+160.000@160 K0+200.000@200 K0+240.000@240 "
               "QZ@250 K0+280.000@280 K0+320.000@320 YZ@350 K0+360.000@360 K0+400.000@400 K0+440.000@440 ZD@460 ");
-}
-
-TEST(Stakes, FromEachElementsStart) {
     EXPECT_EQ(Listed(CurvedRoad(1, 60)),
               "QD@0 K0+060.000@60 K0+120.000@120 ZY@150 K0+210.000@210 QZ@250 K0+270.000@270 K0+330.000@330 YZ@350 "
               "K0+410.000@410 ZD@460 ");
-}
-
-TEST(Stakes, MainPointsWinOverRegularOnes) {
     EXPECT_EQ(Listed(CurvedRoad(0, 50)),
               "QD@0 K0+050.000@50 K0+100.000@100 ZY@150 K0+200.000@200 QZ@250 K0+300.000@300 YZ@350 K0+400.000@400 "
               "K0+450.000@450 ZD@460 ");

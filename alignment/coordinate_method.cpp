@@ -1,0 +1,144 @@
+#include "alignment/coordinate_method.hpp"
+
+#include <algorithm>
+#include <cmath>
+#include <optional>
+
+#include "alignment/element_generation.hpp"
+#include "alignment/generated_elements.hpp"
+#include "core/angles.hpp"
+#include "core/tolerances.hpp"
+
+namespace kesto {
+
+namespace {
+
+inline constexpr std::int32_t fewestPoints = 2;
+inline constexpr double searchTurn = 0.05;  // rad: how much more a spiral turns from one tried length to the next
+inline constexpr int mostTriedLengths = 4000;
+inline constexpr int mostHalvings = 200;
+
+Point PointOf(const Coordinate& coordinate) noexcept { return {coordinate.x, coordinate.y}; }
+
+Element ElementOf(const Piece& piece) noexcept {
+    Element element{};
+    element.type = static_cast<std::int32_t>(piece.type);
+    element.turnDirection = piece.turnsRight ? 1 : 0;
+    element.startRadius = piece.startRadius;
+    element.endRadius = piece.endRadius;
+    element.length = piece.length;
+    return element;
+}
+
+/// How much longer than wanted the chord of a spiral of some length is (m); nothing where it cannot be evaluated.
+std::optional<double> ChordExcess(Piece spiral, double length, double chord) noexcept {
+    spiral.length = length;
+    const std::optional<LocalPoint> end = EvaluateLocal(ElementOf(spiral), length);
+    if (!end) return std::nullopt;
+    return std::sqrt(end->u * end->u + end->v * end->v) - chord;
+}
+
+/// Halves the bracket of a length until the chord is met.
+std::optional<double> NarrowLength(const Piece& spiral, double chord, double lower, double upper) noexcept {
+    for (int i = 0; i < mostHalvings; ++i) {
+        const double middle = lower + (upper - lower) / 2;
+        if (!(lower < middle && middle < upper)) break;
+        const std::optional<double> excess = ChordExcess(spiral, middle, chord);
+        if (!excess) return std::nullopt;
+        (*excess < 0 ? lower : upper) = middle;
+    }
+    const std::optional<double> excess = ChordExcess(spiral, upper, chord);
+    if (!excess || !(std::fabs(*excess) <= tolerance::meetsPoint)) return std::nullopt;
+    return upper;
+}
+
+/// The shortest length at which a spiral's chord has a given length: longer lengths are tried from the chord on, as no
+/// curve is shorter than its chord, until the chord is passed.
+std::optional<double> SpiralLength(const Piece& spiral, double chord) noexcept {
+    const auto curvature = [](double radius) { return IsInfiniteRadius(radius) ? 0 : 1 / radius; };
+    const double turnPerMetre = (curvature(spiral.startRadius) + curvature(spiral.endRadius)) / 2;
+    const double step = std::min(searchTurn / turnPerMetre, chord);
+    double lower = chord;
+    for (int i = 0; i < mostTriedLengths; ++i) {
+        const double upper = lower + step;
+        const std::optional<double> excess = ChordExcess(spiral, upper, chord);
+        if (!excess) return std::nullopt;
+        if (*excess >= 0) return NarrowLength(spiral, chord, lower, upper);
+        lower = upper;
+    }
+    return std::nullopt;
+}
+
+/// The piece that joins two points, by the type of the first one.
+std::optional<Piece> Join(const Coordinate& from, const Coordinate& to, double chord) noexcept {
+    Piece piece{.type = static_cast<ElementType>(from.type), .turnsRight = from.turnDirection != 0};
+    switch (piece.type) {
+        case ElementType::Straight: return Piece{.length = chord};
+        case ElementType::Arc: {
+            if (!(chord <= 2 * from.radius)) return std::nullopt;
+            piece.startRadius = piece.endRadius = from.radius;
+            piece.length = 2 * from.radius * std::asin(chord / (2 * from.radius));
+            return piece;
+        }
+        case ElementType::Spiral: {
+            piece.startRadius = from.radius;
+            piece.endRadius = to.radius;
+            const std::optional<double> length = SpiralLength(piece, chord);
+            if (!length) return std::nullopt;
+            piece.length = *length;
+            return piece;
+        }
+        case ElementType::Start: break;
+    }
+    return std::nullopt;
+}
+
+/// Azimuth at a piece's start that makes its chord run in a direction (degrees).
+double StartAzimuth(const Piece& piece, double chordAzimuth) noexcept {
+    const std::optional<LocalPoint> end = EvaluateLocal(ElementOf(piece), piece.length);
+    const double chordAngle = end ? ToDegrees(std::atan2(end->v, end->u)) : 0;
+    return NormalisedAzimuth(piece.turnsRight ? chordAzimuth - chordAngle : chordAzimuth + chordAngle);
+}
+
+bool IsRadius(double radius) noexcept { return radius >= 0 && std::isfinite(radius); }
+
+/// What joins a point to the next one, and the azimuth that it begins with.
+struct Joint {
+    Piece piece;
+    double azimuth;  // degrees
+};
+
+std::optional<Joint> JointAt(const RoadDesign& road, std::int32_t index) noexcept {
+    const Coordinate& from = road.coordinates[index];
+    const Coordinate& to = road.coordinates[index + 1];
+    const double chord = Distance(PointOf(from), PointOf(to));
+    if (!(chord > tolerance::samePoint) || !std::isfinite(chord)) return std::nullopt;
+    const bool brokenLine = static_cast<DesignMode>(road.settings.roadDesignMode) == DesignMode::BrokenLine;
+    if (!brokenLine && !(IsRadius(from.radius) && IsRadius(to.radius))) return std::nullopt;
+    const std::optional<Piece> piece = brokenLine ? Piece{.length = chord} : Join(from, to, chord);
+    if (!piece) return std::nullopt;
+    return Joint{*piece, StartAzimuth(*piece, AzimuthBetween(PointOf(from), PointOf(to)))};
+}
+
+}  // namespace
+
+Outcome GenerateFromCoordinates(RoadDesign& road) {
+    const std::int32_t count = road.coordinates.Count();
+    if (count < fewestPoints) {
+        Failure failure = FailLimit(KESTO_TOO_FEW_ELEMENTS, KESTO_LIMIT_RECORD_COUNT, count, fewestPoints);
+        failure.list = KESTO_LIST_COORDINATES;
+        return failure;
+    }
+    ElementWriter writer(road.settings.startMileage);
+    for (std::int32_t i = 0; i + 1 < count; ++i) {
+        const std::optional<Joint> joint = JointAt(road, i);
+        if (!joint) return FailRecord(KESTO_POINT_NOT_JOINED, KESTO_LIST_COORDINATES, i);
+        const Point start = PointOf(road.coordinates[i]);
+        if (i == 0) writer.Start(start, joint->azimuth);
+        writer.Add(joint->piece, start, joint->azimuth);
+    }
+    road.elements.Swap(writer.Elements());
+    return {};
+}
+
+}  // namespace kesto

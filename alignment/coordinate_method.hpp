@@ -1,0 +1,18 @@
+/// The coordinate method: a road from the main points that it runs through.
+#pragma once
+
+#include "core/result.hpp"
+#include "core/road_design.hpp"
+
+namespace kesto {
+
+/// Fills the element list from the coordinate points. In the broken-line mode (3) straights join the points; in the
+/// coordinate mode (2) every point begins an element of its own type: a straight, the shorter arc of its radius, or the
+/// shortest spiral from its radius to the next point's that meets the next point. Azimuths follow from the chords.
+/// @return fails, with the element list as it was: fewer than two points (3); neighbouring points that coincide, a
+/// chord
+///         above the arc's diameter, a spiral between equal radii or without a solution, an unknown type, a radius that
+///         is negative or not finite (5)
+Outcome GenerateFromCoordinates(RoadDesign& road);
+
+}  // namespace kesto

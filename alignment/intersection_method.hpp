@@ -1,0 +1,48 @@
+/// The intersection method: a road from the polygon of its tangents.
+#pragma once
+
+#include <cstdint>
+#include <optional>
+#include <vector>
+
+#include "alignment/chainage.hpp"
+#include "alignment/projection.hpp"
+#include "alignment/transition.hpp"
+#include "core/result.hpp"
+#include "core/road_design.hpp"
+
+namespace kesto {
+
+/// The curve at an intersection: entry spiral, arc, exit spiral, each of them possibly missing.
+struct TangentCurve {
+    bool exists = false;
+    bool turnsRight = false;
+    double tangentIn = 0;   // m: T1, from the curve's start to the intersection
+    double tangentOut = 0;  // m: T2, from the intersection to the curve's end
+    double arcLength = 0;   // m, 0 where there is no arc
+    double length = 0;      // m, of the whole curve
+};
+
+/// Fits the curve of an intersection between its tangents (route surveying, unsymmetrical spiralled curves).
+/// @param before, after the neighbouring points of the polygon (m)
+/// @return no curve for a radius below 1e-7 m or a deflection below 1e-7 rad. Fails with 4 for points that coincide, a
+///         deflection of 180 degrees, a negative or not finite radius or length, a spiral between equal radii, and
+///         spirals that turn more than the deflection
+Result<TangentCurve> FitCurve(Point before, const Intersection& intersection, Point after) noexcept;
+
+/// Fits all curves of the road's intersections; the first and the last point have none.
+/// @return one for each intersection. Fails with 3 for fewer than two intersections, as FitCurve(), and with 4 where
+///         two curves overlap by more than 1 mm (value = the tangents' sum, bound = the side, excess = the overlap)
+Result<std::vector<TangentCurve>> FitCurves(const RoadDesign& road);
+
+/// Fills the element list from the intersections.
+/// @return fails as FitCurves(), with the element list as it was
+Outcome GenerateFromIntersections(RoadDesign& road);
+
+/// Index of the intersection whose curve covers a stake mileage, both of its ends included; the later curve on a shared
+/// point. Makes the road current.
+/// @return -1 where no curve does, or in another design mode. Fails where no road can be built or the mileage is not on
+///         it
+Result<std::int32_t> IntersectionIndexAt(RoadDesign& road, StakeMileage stake);
+
+}  // namespace kesto
