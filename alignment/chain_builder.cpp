@@ -119,29 +119,23 @@ private:
     double totalLength = 0;  // m
 };
 
-}  // namespace
-
-Failure TooFewElements(const RoadDesign& road) noexcept {
-    Failure failure =
-        FailLimit(KESTO_TOO_FEW_ELEMENTS, KESTO_LIMIT_RECORD_COUNT, road.elements.Count(), fewestElements);
+Failure TooFew(const CountedList<Element>& elements) noexcept {
+    Failure failure = FailLimit(KESTO_TOO_FEW_ELEMENTS, KESTO_LIMIT_RECORD_COUNT, elements.Count(), fewestElements);
     failure.list = KESTO_LIST_ELEMENTS;
     return failure;
 }
 
-Outcome BuildChain(RoadDesign& road) {
+/// Builds the road's chain from a list of elements, which may be the road's own.
+Outcome BuildChainFrom(RoadDesign& road, const CountedList<Element>& elements) {
     road.totalLength = 0;
-    const std::int32_t count = road.elements.Count();
-    if (count < fewestElements) return TooFewElements(road);
-    if (!IsType(road.elements[0], ElementType::Start)) {
-        return FailRecord(KESTO_NO_START_ELEMENT, KESTO_LIST_ELEMENTS, 0);
-    }
+    const std::int32_t count = elements.Count();
+    if (count < fewestElements) return TooFew(elements);
+    if (!IsType(elements[0], ElementType::Start)) return FailRecord(KESTO_NO_START_ELEMENT, KESTO_LIST_ELEMENTS, 0);
     CountedList<Element> chain;
     chain.Reserve(static_cast<std::int64_t>(count) + road.brokenChains.Count());
     ChainWalk walk(road.brokenChains.Records(), road.settings.startMileage);
     for (std::int32_t i = 0; i < count; ++i) {
-        if (!walk.Take(road.elements[i], chain)) {
-            return FailRecord(KESTO_ELEMENT_NOT_EVALUABLE, KESTO_LIST_ELEMENTS, i);
-        }
+        if (!walk.Take(elements[i], chain)) return FailRecord(KESTO_ELEMENT_NOT_EVALUABLE, KESTO_LIST_ELEMENTS, i);
     }
     road.elements.Swap(chain);
     road.totalLength = walk.TotalLength();
@@ -149,11 +143,19 @@ Outcome BuildChain(RoadDesign& road) {
     return {};
 }
 
+}  // namespace
+
+Failure TooFewElements(const RoadDesign& road) noexcept { return TooFew(road.elements); }
+
+Outcome BuildChain(RoadDesign& road) { return BuildChainFrom(road, road.elements); }
+
 Outcome MakeCurrent(RoadDesign& road) {
     road.stakes.Clear();
     road.totalLength = 0;
-    if (Outcome generated = GenerateElements(road); !generated) return generated;
-    return BuildChain(road);
+    if (static_cast<DesignMode>(road.settings.roadDesignMode) == DesignMode::Elements) return BuildChain(road);
+    CountedList<Element> elements;
+    if (Outcome generated = GenerateElements(road, elements); !generated) return generated;
+    return BuildChainFrom(road, elements);
 }
 
 Outcome EnsureCurrent(RoadDesign& road) {

@@ -2,6 +2,7 @@
 
 #include <algorithm>
 #include <cmath>
+#include <limits>
 #include <optional>
 
 #include "alignment/element_generation.hpp"
@@ -17,6 +18,8 @@ inline constexpr std::int32_t fewestPoints = 2;
 inline constexpr double searchTurn = 0.05;  // rad: how much more a spiral turns from one tried length to the next
 inline constexpr int mostTriedLengths = 4000;
 inline constexpr int mostHalvings = 200;
+inline constexpr int mostSections = 80;
+inline constexpr double shortestStep = 1e-10;  // of the chord: shorter steps find nothing new
 
 Point PointOf(const Coordinate& coordinate) noexcept { return {coordinate.x, coordinate.y}; }
 
@@ -35,7 +38,7 @@ std::optional<double> ChordExcess(Piece spiral, double length, double chord) noe
     spiral.length = length;
     const std::optional<LocalPoint> end = EvaluateLocal(ElementOf(spiral), length);
     if (!end) return std::nullopt;
-    return std::sqrt(end->u * end->u + end->v * end->v) - chord;
+    return std::hypot(end->u, end->v) - chord;
 }
 
 /// Halves the bracket of a length until the chord is met.
@@ -52,19 +55,49 @@ std::optional<double> NarrowLength(const Piece& spiral, double chord, double low
     return upper;
 }
 
+/// The place between two lengths where the chord is longest, by golden section.
+double LongestChord(const Piece& spiral, double chord, double lower, double upper) noexcept {
+    const double share = (std::sqrt(5.0) - 1) / 2;
+    for (int i = 0; i < mostSections; ++i) {
+        const double left = upper - share * (upper - lower);
+        const double right = lower + share * (upper - lower);
+        const std::optional<double> atLeft = ChordExcess(spiral, left, chord);
+        const std::optional<double> atRight = ChordExcess(spiral, right, chord);
+        if (!atLeft || !atRight) break;
+        (*atLeft < *atRight ? lower : upper) = *atLeft < *atRight ? left : right;
+    }
+    return lower + (upper - lower) / 2;
+}
+
 /// The shortest length at which a spiral's chord has a given length: longer lengths are tried from the chord on, as no
-/// curve is shorter than its chord, until the chord is passed.
+/// curve is shorter than its chord, until the chord is passed. Where the chord goes through a maximum between two tried
+/// lengths, that one is tried too; where a spiral winds too often to be evaluated, shorter steps are taken.
 std::optional<double> SpiralLength(const Piece& spiral, double chord) noexcept {
     const auto curvature = [](double radius) { return IsInfiniteRadius(radius) ? 0 : 1 / radius; };
     const double turnPerMetre = (curvature(spiral.startRadius) + curvature(spiral.endRadius)) / 2;
-    const double step = std::min(searchTurn / turnPerMetre, chord);
+    double step = std::min(searchTurn / turnPerMetre, chord);
     double lower = chord;
-    for (int i = 0; i < mostTriedLengths; ++i) {
+    double atLower = ChordExcess(spiral, lower, chord).value_or(-chord);
+    double before = lower;
+    double atBefore = -std::numeric_limits<double>::infinity();
+    for (int i = 0; i < mostTriedLengths && step > chord * shortestStep; ++i) {
         const double upper = lower + step;
-        const std::optional<double> excess = ChordExcess(spiral, upper, chord);
-        if (!excess) return std::nullopt;
-        if (*excess >= 0) return NarrowLength(spiral, chord, lower, upper);
+        const std::optional<double> atUpper = ChordExcess(spiral, upper, chord);
+        if (!atUpper) {
+            step /= 2;
+            continue;
+        }
+        if (*atUpper >= 0) return NarrowLength(spiral, chord, lower, upper);
+        if (atLower > atBefore && atLower > *atUpper) {
+            const double longest = LongestChord(spiral, chord, before, upper);
+            if (ChordExcess(spiral, longest, chord).value_or(-1) >= 0) {
+                return NarrowLength(spiral, chord, before, longest);
+            }
+        }
+        before = lower;
+        atBefore = atLower;
         lower = upper;
+        atLower = *atUpper;
     }
     return std::nullopt;
 }
@@ -75,9 +108,10 @@ std::optional<Piece> Join(const Coordinate& from, const Coordinate& to, double c
     switch (piece.type) {
         case ElementType::Straight: return Piece{.length = chord};
         case ElementType::Arc: {
-            if (!(chord <= 2 * from.radius)) return std::nullopt;
+            if (IsInfiniteRadius(from.radius) || !(chord - 2 * from.radius <= tolerance::meetsPoint))
+                return std::nullopt;
             piece.startRadius = piece.endRadius = from.radius;
-            piece.length = 2 * from.radius * std::asin(chord / (2 * from.radius));
+            piece.length = 2 * from.radius * std::asin(std::min(chord / (2 * from.radius), 1.0));
             return piece;
         }
         case ElementType::Spiral: {
@@ -120,9 +154,21 @@ std::optional<Joint> JointAt(const RoadDesign& road, std::int32_t index) noexcep
     return Joint{*piece, StartAzimuth(*piece, AzimuthBetween(PointOf(from), PointOf(to)))};
 }
 
+/// Which point is not joined to the next, with their distance; for an arc the diameter that it exceeds.
+Failure NotJoined(const RoadDesign& road, std::int32_t index) noexcept {
+    const Coordinate& from = road.coordinates[index];
+    Failure failure = FailRecord(KESTO_POINT_NOT_JOINED, KESTO_LIST_COORDINATES, index);
+    failure.value = Distance(PointOf(from), PointOf(road.coordinates[index + 1]));
+    if (static_cast<ElementType>(from.type) == ElementType::Arc && failure.value > 2 * from.radius) {
+        failure.bound = 2 * from.radius;
+        failure.excess = failure.value - failure.bound;
+    }
+    return failure;
+}
+
 }  // namespace
 
-Outcome GenerateFromCoordinates(RoadDesign& road) {
+Outcome GenerateFromCoordinates(const RoadDesign& road, CountedList<Element>& elements) {
     const std::int32_t count = road.coordinates.Count();
     if (count < fewestPoints) {
         Failure failure = FailLimit(KESTO_TOO_FEW_ELEMENTS, KESTO_LIMIT_RECORD_COUNT, count, fewestPoints);
@@ -132,12 +178,12 @@ Outcome GenerateFromCoordinates(RoadDesign& road) {
     ElementWriter writer(road.settings.startMileage);
     for (std::int32_t i = 0; i + 1 < count; ++i) {
         const std::optional<Joint> joint = JointAt(road, i);
-        if (!joint) return FailRecord(KESTO_POINT_NOT_JOINED, KESTO_LIST_COORDINATES, i);
+        if (!joint) return NotJoined(road, i);
         const Point start = PointOf(road.coordinates[i]);
         if (i == 0) writer.Start(start, joint->azimuth);
         writer.Add(joint->piece, start, joint->azimuth);
     }
-    road.elements.Swap(writer.Elements());
+    elements.Swap(writer.Elements());
     return {};
 }
 

@@ -6,13 +6,14 @@
 
 namespace kesto {
 
-/// Fills the element list from the coordinate points. In the broken-line mode (3) straights join the points; in the
+/// Makes elements from the coordinate points. In the broken-line mode (3) straights join the points; in the
 /// coordinate mode (2) every point begins an element of its own type: a straight, the shorter arc of its radius, or the
 /// shortest spiral from its radius to the next point's that meets the next point. Azimuths follow from the chords.
-/// @return fails, with the element list as it was: fewer than two points (3); neighbouring points that coincide, a
+/// @param elements out: start record first; untouched on failure
+/// @return fails: fewer than two points (3); neighbouring points that coincide, a
 /// chord
 ///         above the arc's diameter, a spiral between equal radii or without a solution, an unknown type, a radius that
 ///         is negative or not finite (5)
-Outcome GenerateFromCoordinates(RoadDesign& road);
+Outcome GenerateFromCoordinates(const RoadDesign& road, CountedList<Element>& elements);
 
 }  // namespace kesto

@@ -5,12 +5,12 @@
 
 namespace kesto {
 
-Outcome GenerateElements(RoadDesign& road) {
+Outcome GenerateElements(const RoadDesign& road, CountedList<Element>& elements) {
     switch (static_cast<DesignMode>(road.settings.roadDesignMode)) {
-        case DesignMode::Elements: return {};
-        case DesignMode::Intersections: return GenerateFromIntersections(road);
+        case DesignMode::Elements: break;
+        case DesignMode::Intersections: return GenerateFromIntersections(road, elements);
         case DesignMode::Coordinates:
-        case DesignMode::BrokenLine: return GenerateFromCoordinates(road);
+        case DesignMode::BrokenLine: return GenerateFromCoordinates(road, elements);
     }
     return FailValue(KESTO_UNKNOWN_DESIGN_MODE, road.settings.roadDesignMode);
 }

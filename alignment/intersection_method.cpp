@@ -63,11 +63,10 @@ Outcome RequireRoom(const RoadDesign& road, const std::vector<TangentCurve>& cur
     for (std::int32_t side = 0; side + 1 < road.intersections.Count(); ++side) {
         const double length = Distance(PointOf(road.intersections[side]), PointOf(road.intersections[side + 1]));
         const double rest = Rest(road, curves, side);
-        if (!(length > tolerance::samePoint)) return DoesNotFit(side + 1);
-        if (rest < -tolerance::tangentOverlap) {
-            // The curve at the side's end is told, or the one at its start where the road ends there.
-            const bool last = side + 2 == road.intersections.Count();
-            Failure failure = DoesNotFit(last ? side : side + 1);
+        if (!(length > tolerance::samePoint) || !std::isfinite(length)) return DoesNotFit(side + 1);
+        if (!(rest >= -tolerance::tangentOverlap)) {
+            // The curve at the side's end is told, or the one at its start where there is none.
+            Failure failure = DoesNotFit(curves[static_cast<std::size_t>(side) + 1].exists ? side + 1 : side);
             failure.value = length - rest;
             failure.bound = length;
             failure.excess = -rest;
@@ -78,15 +77,24 @@ Outcome RequireRoom(const RoadDesign& road, const std::vector<TangentCurve>& cur
 }
 
 /// Writes a curve from its start on; every piece begins where the one before ends.
-void AddCurve(ElementWriter& writer, const std::vector<Piece>& pieces, Point start, double azimuth) {
+/// @return whether every piece could be evaluated
+bool AddCurve(ElementWriter& writer, const std::vector<Piece>& pieces, Point start, double azimuth) {
     for (const Piece& piece : pieces) {
         writer.Add(piece, start, azimuth);
         const Element& element = writer.Elements()[writer.Elements().Count() - 1];
-        if (const Result<Position> end = Evaluate(element, element.length)) {
-            start = {end->x, end->y};
-            azimuth = end->azimuth;
-        }
+        const Result<Position> end = Evaluate(element, element.length);
+        if (!end) return false;
+        start = {end->x, end->y};
+        azimuth = end->azimuth;
     }
+    return true;
+}
+
+/// Whether a straight is left on a polygon side: a short one between curves is left out.
+bool HasStraight(const std::vector<TangentCurve>& curves, std::int32_t side, double rest) noexcept {
+    const auto at = static_cast<std::size_t>(side);
+    const bool atCurve = curves[at].exists || curves[at + 1].exists;
+    return rest > (atCurve ? tolerance::shortStraight : 0);
 }
 
 }  // namespace
@@ -114,11 +122,13 @@ Result<TangentCurve> FitCurve(Point before, const Intersection& intersection, Po
         failure.excess = failure.value - failure.bound;
         return failure;
     }
-    const double inner = radius + in->shift;
-    const double outer = radius + out->shift;
+    // ((R + p2) - (R + p1) cos) / sin, with R (1 - cos) / sin taken together: it would cancel on flat curves.
+    const double arcTangent = radius * std::tan(deflection / 2);
+    const double cosine = std::cos(deflection);
+    const double sine = std::sin(deflection);
     curve.exists = true;
-    curve.tangentIn = (outer - inner * std::cos(deflection)) / std::sin(deflection) + in->tangentOffset;
-    curve.tangentOut = (inner - outer * std::cos(deflection)) / std::sin(deflection) + out->tangentOffset;
+    curve.tangentIn = arcTangent + (out->shift - in->shift * cosine) / sine + in->tangentOffset;
+    curve.tangentOut = arcTangent + (in->shift - out->shift * cosine) / sine + out->tangentOffset;
     curve.arcLength = arcAngle * radius > tolerance::arcLength ? arcAngle * radius : 0;
     curve.length = intersection.spiralIn + curve.arcLength + intersection.spiralOut;
     return curve;
@@ -147,7 +157,7 @@ Result<std::vector<TangentCurve>> FitCurves(const RoadDesign& road) {
     return curves;
 }
 
-Outcome GenerateFromIntersections(RoadDesign& road) {
+Outcome GenerateFromIntersections(const RoadDesign& road, CountedList<Element>& elements) {
     const Result<std::vector<TangentCurve>> curves = FitCurves(road);
     if (!curves) return curves.failure();
     const CountedList<Intersection>& points = road.intersections;
@@ -160,12 +170,13 @@ Outcome GenerateFromIntersections(RoadDesign& road) {
         const TangentCurve& behind = (*curves)[static_cast<std::size_t>(side)];
         const TangentCurve& ahead = (*curves)[static_cast<std::size_t>(side) + 1];
         const double rest = Rest(road, *curves, side);
-        if (rest > tolerance::shortStraight) {
+        if (HasStraight(*curves, side, rest)) {
             writer.Add({.length = rest}, Along(from, to, behind.tangentOut), azimuth);
         }
-        AddCurve(writer, PiecesOf(points[side + 1], ahead), Along(to, from, ahead.tangentIn), azimuth);
+        const Point curveStart = Along(to, from, ahead.tangentIn);
+        if (!AddCurve(writer, PiecesOf(points[side + 1], ahead), curveStart, azimuth)) return DoesNotFit(side + 1);
     }
-    road.elements.Swap(writer.Elements());
+    elements.Swap(writer.Elements());
     return {};
 }
 
@@ -181,7 +192,7 @@ Result<std::int32_t> IntersectionIndexAt(RoadDesign& road, StakeMileage stake) {
     for (std::int32_t i = 1; i < road.intersections.Count(); ++i) {
         const TangentCurve& curve = (*curves)[static_cast<std::size_t>(i)];
         const double rest = Rest(road, *curves, i - 1);
-        if (rest > tolerance::shortStraight) start += rest;
+        if (HasStraight(*curves, i - 1, rest)) start += rest;
         const double end = start + curve.length;
         if (curve.exists && *continuous - start > -tolerance::mileage && end - *continuous > -tolerance::mileage) {
             found = i;

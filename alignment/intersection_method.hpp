@@ -35,9 +35,11 @@ Result<TangentCurve> FitCurve(Point before, const Intersection& intersection, Po
 ///         two curves overlap by more than 1 mm (value = the tangents' sum, bound = the side, excess = the overlap)
 Result<std::vector<TangentCurve>> FitCurves(const RoadDesign& road);
 
-/// Fills the element list from the intersections.
-/// @return fails as FitCurves(), with the element list as it was
-Outcome GenerateFromIntersections(RoadDesign& road);
+/// Makes elements from the intersections. Curves that overlap by up to a millimetre are joined as they are: the road
+/// behind them is moved by as much when its elements are joined.
+/// @param elements out: start record first; untouched on failure
+/// @return fails as FitCurves()
+Outcome GenerateFromIntersections(const RoadDesign& road, CountedList<Element>& elements);
 
 /// Index of the intersection whose curve covers a stake mileage, both of its ends included; the later curve on a shared
 /// point. Makes the road current.

@@ -43,11 +43,16 @@ Result<EaseParam> EaseParameters(double startRadius, double endRadius, double le
         TransitionTo(tightensTowardsEnd ? startRadius : endRadius, radius, length);
     if (!transition) return Fail(KESTO_ELEMENT_NOT_EVALUABLE);
     const LocalPoint& end = transition->end;
-    return EaseParam{.parameterSquared = length / std::fabs(endCurvature - startCurvature),
-                     .deflection = ToDegrees(length * (startCurvature + endCurvature) / 2),
-                     .shift = transition->shift,
-                     .tangentOffset = transition->tangentOffset,
-                     .chord = std::sqrt(end.u * end.u + end.v * end.v)};
+    const EaseParam parameters{.parameterSquared = length / std::fabs(endCurvature - startCurvature),
+                               .deflection = ToDegrees(length * (startCurvature + endCurvature) / 2),
+                               .shift = transition->shift,
+                               .tangentOffset = transition->tangentOffset,
+                               .chord = std::hypot(end.u, end.v)};
+    for (const double number : {parameters.parameterSquared, parameters.deflection, parameters.shift,
+                                parameters.tangentOffset, parameters.chord}) {
+        if (!std::isfinite(number)) return Fail(KESTO_RESULT_NOT_FINITE);
+    }
+    return parameters;
 }
 
 }  // namespace kesto

@@ -21,6 +21,8 @@ std::string_view TakeToken(std::string_view& text) noexcept {
     return token;
 }
 
+std::string_view FirstToken(std::string_view text) noexcept { return TakeToken(text); }
+
 std::vector<std::string_view> Tokens(std::string_view text) {
     std::vector<std::string_view> tokens;
     for (std::string_view token = TakeToken(text); !token.empty(); token = TakeToken(text)) tokens.push_back(token);
@@ -34,14 +36,17 @@ std::vector<std::string_view> LineShape::Split(std::string_view line) const {
     if (cells.size() < columns.size() && line.size() == width) {
         cells.clear();
         for (const Column& column : columns) {
-            std::string_view cell = line.substr(column.start, column.width);
-            cells.push_back(TakeToken(cell));
+            cells.push_back(FirstToken(line.substr(column.start, column.width)));
         }
     } else if (cells.size() > columns.size() && columns.front().isName) {
         const auto isName = [](const Column& column) { return column.isName; };
         const auto nameCount = std::find_if_not(columns.begin(), columns.end(), isName) - columns.begin();
         const auto surplus = static_cast<std::ptrdiff_t>(cells.size() - columns.size());
         cells.erase(cells.begin() + nameCount, cells.begin() + nameCount + surplus);
+        // Of several names only the columns tell which of them has the blanks.
+        for (std::size_t i = 0; line.size() == width && columns[i].isName; ++i) {
+            cells[i] = FirstToken(line.substr(columns[i].start, columns[i].width));
+        }
     }
     cells.resize(columns.size());
     return cells;

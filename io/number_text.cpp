@@ -14,6 +14,15 @@ inline constexpr int decimals = 8;
 inline constexpr std::size_t longestReal = 352;             // characters: room for the largest double in fixed notation
 inline constexpr std::int64_t exponentCap = 1'000'000'000;  // far beyond what the digits of a line can weigh up
 
+using Digits = std::array<char, longestReal>;
+
+std::string_view Format(Digits& digits, double number) noexcept {
+    const double written = std::isfinite(number) ? number : 0;
+    const auto end =
+        std::to_chars(digits.data(), digits.data() + digits.size(), written, std::chars_format::fixed, decimals);
+    return {digits.data(), static_cast<std::size_t>(end.ptr - digits.data())};
+}
+
 bool IsDigit(char character) noexcept { return character >= '0' && character <= '9'; }
 
 std::size_t CountDigits(std::string_view text) noexcept {
@@ -69,11 +78,13 @@ bool IsTooLarge(std::string_view text) noexcept {
 }  // namespace
 
 void AppendReal(std::string& text, double number) {
-    std::array<char, longestReal> digits{};
-    const double written = std::isfinite(number) ? number : 0;
-    const auto end =
-        std::to_chars(digits.data(), digits.data() + digits.size(), written, std::chars_format::fixed, decimals);
-    text.append(digits.data(), end.ptr);
+    Digits digits{};
+    text += Format(digits, number);
+}
+
+double WrittenReal(double number) noexcept {
+    Digits digits{};
+    return ParseReal(Format(digits, number)).value_or(0) + 0.0;  // takes the sign off a zero
 }
 
 void AppendInteger(std::string& text, std::int32_t number) { text += std::to_string(number); }

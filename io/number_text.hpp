@@ -12,6 +12,9 @@ namespace kesto {
 /// number, and for a radius 0 means infinite.
 void AppendReal(std::string& text, double number);
 
+/// The number that AppendReal()'s text of a number reads back as, 0 for one that is not finite. Never a negative zero.
+double WrittenReal(double number) noexcept;
+
 /// Appends an integer in decimal notation.
 void AppendInteger(std::string& text, std::int32_t number);
 

@@ -1,6 +1,7 @@
 #include "io/project_file.hpp"
 
 #include <algorithm>
+#include <cstddef>
 #include <memory>
 #include <new>
 #include <string>
@@ -41,6 +42,20 @@ std::string SavingPath(std::string path) {
     return path += projectExtension;
 }
 
+/// Replaces a road's design data with what was read. Swapping them leaves the transition types where they are: those
+/// that were read join the road's own, which stay wherever no change section was read.
+void TakeOver(RoadDesign& road, RoadDesign& opened) noexcept {
+    for (std::size_t side = 0; side < sideCount; ++side) {
+        for (std::size_t kind = 0; kind < changeKindCount; ++kind) {
+            auto& types = road.sections.transitionTypes[side][kind];
+            auto& typesRead = opened.sections.transitionTypes[side][kind];
+            typesRead.merge(types);
+            types.swap(typesRead);
+        }
+    }
+    SwapDesignData(road, opened);
+}
+
 Outcome RunDesignOfOpened(RoadDesign& road) {
     try {
         return RunDesign(road);
@@ -63,7 +78,7 @@ Outcome OpenRoad(RoadDesign& road, const char* path) {
     if (!text) return text.failure();
     const auto opened = std::make_unique<RoadDesign>();
     Outcome read = ParseProject(*text, *opened, CodePage::Local());
-    SwapDesignData(road, *opened);
+    TakeOver(road, *opened);
     return read;
 }
 

@@ -6,6 +6,7 @@
 
 #include "alignment/element_generation.hpp"
 #include "io/record_layouts.hpp"
+#include "io/section_records.hpp"
 
 namespace kesto {
 
@@ -27,12 +28,12 @@ void WriteRecords(RoadDesign& road, LineWriter& lines) {
 }
 
 template <class Line>
-void ReadRecords(RoadDesign& road, RecordLines& records) {
+void ReadRecords(Reading& reading) {
     const LineShape shape = ShapeOf<Line>();
-    while (const std::optional<std::string_view> line = records.NextRecord()) {
+    while (const std::optional<std::string_view> line = reading.lines.NextRecord()) {
         typename Line::Record record = Line::New();
-        if (!records.Parse<Line>(shape, *line, record) || !Line::Insert(road, record)) {
-            records.Skip(listOf<typename Line::Record>);
+        if (!reading.lines.Parse<Line>(shape, *line, record) || !Line::Insert(reading.road, record)) {
+            reading.lines.Skip(listOf<typename Line::Record>);
         }
     }
 }
@@ -67,16 +68,16 @@ void WriteSettings(RoadDesign& road, LineWriter& lines) {
 }
 
 /// Settings of other names are passed over: a later version may have more of them.
-void ReadSettings(RoadDesign& road, RecordLines& records) {
+void ReadSettings(Reading& reading) {
     const LineShape shape = ShapeOf<SettingLine>();
-    while (const std::optional<std::string_view> line = records.NextRecord()) {
+    while (const std::optional<std::string_view> line = reading.lines.NextRecord()) {
         NamedSetting setting{};
-        if (!records.Parse<SettingLine>(shape, *line, setting)) {
-            records.Skip(KESTO_LIST_NONE);
+        if (!reading.lines.Parse<SettingLine>(shape, *line, setting)) {
+            reading.lines.Skip(KESTO_LIST_NONE);
         } else if (setting.name == sideSlopeModeName) {
-            road.settings.sideSlopeMode = setting.value;
+            reading.road.settings.sideSlopeMode = setting.value;
         } else if (setting.name == sectionModeName) {
-            road.settings.sectionMode = setting.value;
+            reading.road.settings.sectionMode = setting.value;
         }
     }
 }
@@ -102,12 +103,12 @@ bool HasIdlePoints(RoadDesign& road) noexcept {
            !HasPointsInMode<DesignMode::BrokenLine>(road);
 }
 
-void ReadNothing(RoadDesign&, RecordLines&) noexcept {}
+void ReadNothing(Reading&) noexcept {}
 
 template <class Line, DesignMode mode>
-void ReadAlignment(RoadDesign& road, RecordLines& records) {
-    road.settings.roadDesignMode = static_cast<std::int32_t>(mode);
-    ReadRecords<Line>(road, records);
+void ReadAlignment(Reading& reading) {
+    reading.road.settings.roadDesignMode = static_cast<std::int32_t>(mode);
+    ReadRecords<Line>(reading);
 }
 
 // ------------------------------------------------------------------------------------------------------------ profile
@@ -118,9 +119,10 @@ bool HasCurvesInMode(RoadDesign& road) noexcept {
 }
 
 template <class Line, CurveMode mode>
-void ReadProfile(RoadDesign& road, RecordLines& records) {
-    road.settings.verticalCurveMode = static_cast<std::int32_t>(mode);
-    ReadRecords<Line>(road, records);
+void ReadProfile(Reading& reading) {
+    const ChainAsRead chain(reading.road);
+    reading.road.settings.verticalCurveMode = static_cast<std::int32_t>(mode);
+    ReadRecords<Line>(reading);
 }
 
 // clang-format off
@@ -134,6 +136,17 @@ constexpr std::array sections{
     Section{"BrokenChain", HasRecords<BrokenChainLine>, WriteRecords<BrokenChainLine>, ReadRecords<BrokenChainLine>},
     Section{"VerticalCurve", HasCurvesInMode<CurveMode::Radius>, WriteRecords<RadiusCurveLine>, ReadProfile<RadiusCurveLine, CurveMode::Radius>},
     Section{"VerticalCurve_SECONDPARA", HasCurvesInMode<CurveMode::GivenEnds>, WriteRecords<GivenEndsCurveLine>, ReadProfile<GivenEndsCurveLine, CurveMode::GivenEnds>},
+    Section{"StandardSectionRight", HasPlates<Side::Right>, WritePlates<Side::Right>, ReadPlates<Side::Right>},
+    Section{"StandardSectionLeft", HasPlates<Side::Left>, WritePlates<Side::Left>, ReadPlates<Side::Left>},
+    Section{"WidenSectionRight", HasChanges<Side::Right, ChangeKind::Widening>, WriteChanges<Side::Right, ChangeKind::Widening>, ReadChanges<Side::Right, ChangeKind::Widening>, true},
+    Section{"WidenRightType", HasChanges<Side::Right, ChangeKind::Widening>, WriteTypes<Side::Right, ChangeKind::Widening>, ReadTypes<Side::Right, ChangeKind::Widening>},
+    Section{"WidenSectionLeft", HasChanges<Side::Left, ChangeKind::Widening>, WriteChanges<Side::Left, ChangeKind::Widening>, ReadChanges<Side::Left, ChangeKind::Widening>, true},
+    Section{"WidenLeftType", HasChanges<Side::Left, ChangeKind::Widening>, WriteTypes<Side::Left, ChangeKind::Widening>, ReadTypes<Side::Left, ChangeKind::Widening>},
+    Section{"HeightenSectionRight", HasChanges<Side::Right, ChangeKind::Heightening>, WriteChanges<Side::Right, ChangeKind::Heightening>, ReadChanges<Side::Right, ChangeKind::Heightening>, true},
+    Section{"HeightRightType", HasChanges<Side::Right, ChangeKind::Heightening>, WriteTypes<Side::Right, ChangeKind::Heightening>, ReadTypes<Side::Right, ChangeKind::Heightening>},
+    Section{"HeightenSectionLeft", HasChanges<Side::Left, ChangeKind::Heightening>, WriteChanges<Side::Left, ChangeKind::Heightening>, ReadChanges<Side::Left, ChangeKind::Heightening>, true},
+    Section{"HeightLeftType", HasChanges<Side::Left, ChangeKind::Heightening>, WriteTypes<Side::Left, ChangeKind::Heightening>, ReadTypes<Side::Left, ChangeKind::Heightening>},
+    Section{"roadSectionMileage", HasMileages, WriteMileages, ReadMileages},
 };
 // clang-format on
 

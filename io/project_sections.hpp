@@ -6,16 +6,18 @@
 
 #include "core/road_design.hpp"
 #include "io/line_format.hpp"
+#include "io/reading.hpp"
 #include "io/record_lines.hpp"
 
 namespace kesto {
 
 /// A section is a row: a new one is one more row with its three functions.
 struct Section {
-    std::string_view keyword;                              // its line; empty: written without one, never recognised
-    bool (*present)(RoadDesign& road);                     // whether the road has this section
-    void (*write)(RoadDesign& road, LineWriter& lines);    // writes the lines behind the keyword
-    void (*read)(RoadDesign& road, RecordLines& records);  // reads records until the section ends
+    std::string_view keyword;                            // its line; empty: written without one, never recognised
+    bool (*present)(RoadDesign& road);                   // whether the road has this section
+    void (*write)(RoadDesign& road, LineWriter& lines);  // writes the lines behind the keyword
+    void (*read)(Reading& reading);                      // reads records until the section ends
+    bool byStake = false;  // written from a road whose chain is the one that the file gives: it may be made current
 };
 
 /// All sections in the order of the file.

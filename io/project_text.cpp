@@ -1,12 +1,14 @@
 #include "io/project_text.hpp"
 
 #include <algorithm>
+#include <memory>
 #include <optional>
 
 #include "core/status.hpp"
 #include "io/line_format.hpp"
 #include "io/number_text.hpp"
 #include "io/project_sections.hpp"
+#include "io/reading.hpp"
 #include "io/record_lines.hpp"
 
 namespace kesto {
@@ -33,6 +35,15 @@ void ReadHeader(std::string_view line, RoadDesign& road, RecordLines& lines) {
     SetInterval(road, settings.mileageInterval);
 }
 
+/// A road's cross sections on the alignment that a reader has once it has read the text so far. Stake mileages of the
+/// road itself may be out of date, and to bring it up to date is not for a save to do.
+std::unique_ptr<RoadDesign> AsReadBack(std::string_view text, const RoadDesign& road, const CodePage& names) {
+    auto copy = std::make_unique<RoadDesign>();
+    static_cast<void>(ParseProject(text, *copy, names));  // a reader skips what this skips
+    copy->sections = road.sections;
+    return copy;
+}
+
 }  // namespace
 
 Result<std::string> FormatProject(RoadDesign& road, const CodePage& names) {
@@ -46,10 +57,12 @@ Result<std::string> FormatProject(RoadDesign& road, const CodePage& names) {
                          static_cast<double>(longestHeader));
     }
     lines.End();
+    std::unique_ptr<RoadDesign> readBack;
     for (const Section& section : Sections()) {
         if (!section.present(road)) continue;
+        if (section.byStake && !readBack) readBack = AsReadBack(text, road, names);
         if (!section.keyword.empty()) lines.Keyword(section.keyword).End();
-        section.write(road, lines);
+        section.write(section.byStake ? *readBack : road, lines);
         lines.End();
     }
     return text;
@@ -59,12 +72,13 @@ Outcome ParseProject(std::string_view text, RoadDesign& road, const CodePage& na
     const bool namesAreUtf8 = IsUtf8(text);
     if (text.starts_with(byteOrderMark)) text.remove_prefix(byteOrderMark.size());
     RecordLines lines(text, namesAreUtf8 ? &names : nullptr);
+    Reading reading{road, lines, {}};
     bool first = true;
     while (const std::optional<std::string_view> line = lines.NextOutside()) {
         if (first && IsHeader(*line)) {
             ReadHeader(*line, road, lines);
         } else if (const Section* section = FindSection(*line)) {
-            section->read(road, lines);
+            section->read(reading);
         }
         first = false;
     }

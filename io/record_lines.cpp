@@ -31,9 +31,9 @@ std::optional<std::string_view> RecordLines::NextRecord() noexcept {
     return line->ends_with('\r') ? line->substr(0, line->size() - 1) : *line;
 }
 
-void RecordLines::Skip(KestoList list) noexcept {
+void RecordLines::Skip(KestoList list, std::int32_t line) noexcept {
     if (skipped++ > 0) return;
-    firstSkipped = lineNumber;
+    firstSkipped = line;
     firstList = list;
 }
 

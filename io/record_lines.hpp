@@ -40,7 +40,14 @@ public:
     }
 
     /// Counts the line given last as one that was skipped.
-    void Skip(KestoList list) noexcept;
+    void Skip(KestoList list) noexcept { Skip(list, lineNumber); }
+
+    /// Counts a record of several lines as one that was skipped.
+    /// @param line number of its first line
+    void Skip(KestoList list, std::int32_t line) noexcept;
+
+    /// 1-based number of the line given last.
+    std::int32_t LineNumber() const noexcept { return lineNumber; }
 
     /// Success, or how many lines were skipped, with the number and the list of the first one.
     Outcome Skipped() const noexcept;

@@ -64,7 +64,8 @@ enum KestoStatus {
     KESTO_CURVE_DOES_NOT_FIT = 4,  /**< an intersection's curve does not fit: record = the intersection; where tangents
                                       are too long value = their sum, bound = the polygon side, excess = the overlap (m);
                                       where spirals turn too much the angles (degrees) */
-    KESTO_POINT_NOT_JOINED = 5,    /**< a coordinate point cannot be joined to the next: record = the point */
+    KESTO_POINT_NOT_JOINED = 5,    /**< a coordinate point cannot be joined to the next: record = the point,
+ value = the distance to the next (m); for an arc bound = its diameter */
     KESTO_NO_START_ELEMENT = 6,    /**< the first element is no start record (type 0) */
     KESTO_ELEMENT_NOT_EVALUABLE = 7, /**< an element has no geometry: equal spiral radii, unknown type, bad length */
     KESTO_UNKNOWN_STAKE_MODE = 8,    /**< the make-stake type is neither 0 nor 1 */
@@ -157,7 +158,8 @@ typedef struct Element {
     double length;        /**< signed length (m), negative where the stake mileage decreases */
 } Element;
 
-/** Coordinate point of the alignment. 64 bytes. */
+/** Coordinate point of the alignment: every point begins an element that leads to the next one; arcs are the shorter
+ *  ones. The last point ends the road, its radius is the end radius of a last spiral. 64 bytes. */
 typedef struct Coordinate {
     int32_t type;          /**< type of the element that starts here: 1 straight, 2 arc, 3 spiral */
     int32_t turnDirection; /**< 0 left, any other value right */

@@ -36,7 +36,7 @@ TEST(CoordinateMethod, FindsTheElementThatThePointsWereMadeFrom) {
         MakeElement(2, false, 80, 80, 250, 10, 20, 5),    MakeElement(3, true, 0, 60, 70, 10, 20, 300),
         MakeElement(3, false, 60, 0, 70, 10, 20, 1),      MakeElement(3, true, 400, 90, 50, 10, 20, 200),
         MakeElement(3, false, 90, 400, 50, 10, 20, 200),  MakeElement(3, true, 1000, 990, 60, 10, 20, 12),
-        MakeElement(3, true, 0, 5000, 12, 10, 20, 335.9),
+        MakeElement(3, true, 0, 5000, 12, 10, 20, 335.9), MakeElement(3, true, 1000, 999.3, 100, 10, 20, 12),
     };
     for (const Element& original : originals) {
         SCOPED_TRACE(testing::Message() << original.type << " " << original.startRadius << " " << original.endRadius);
@@ -47,7 +47,7 @@ TEST(CoordinateMethod, FindsTheElementThatThePointsWereMadeFrom) {
         first.turnDirection = original.turnDirection;
         road.coordinates.Insert(first);
         road.coordinates.Insert(EndOf(original, 0, original.endRadius));
-        ASSERT_TRUE(kesto::GenerateFromCoordinates(road));
+        ASSERT_TRUE(kesto::GenerateFromCoordinates(road, road.elements));
         ASSERT_EQ(road.elements.Count(), 2);
         const Element& element = road.elements[1];
         EXPECT_EQ(element.startMileage, 500);
@@ -57,11 +57,22 @@ TEST(CoordinateMethod, FindsTheElementThatThePointsWereMadeFrom) {
     }
 }
 
+TEST(CoordinateMethod, TheShortestSpiralCounts) {
+    // Just below the longest chord that a spiral from a straight to 100 m has before it winds: two lengths lie close
+    // together there, and one a whole loop longer meets the point too.
+    RoadDesign road;
+    road.settings.roadDesignMode = 2;
+    road.coordinates.Insert(At(0, 0, 3));
+    road.coordinates.Insert(At(394.828426396 - 0.001, 0, 1, 100));
+    ASSERT_TRUE(kesto::GenerateFromCoordinates(road, road.elements));
+    EXPECT_NEAR(road.elements[1].length, 635.302572, 1e-3);
+}
+
 TEST(CoordinateMethod, BrokenLineKeepsItsKinks) {
     RoadDesign road;
     road.settings.roadDesignMode = 3;
     for (const auto& [x, y] : {std::pair{0.0, 0.0}, {30.0, 40.0}, {30.0, 100.0}}) road.coordinates.Insert(At(x, y, 9));
-    ASSERT_TRUE(kesto::GenerateFromCoordinates(road));
+    ASSERT_TRUE(kesto::GenerateFromCoordinates(road, road.elements));
     ASSERT_EQ(road.elements.Count(), 3);
     EXPECT_DOUBLE_EQ(road.elements[1].length, 50);
     EXPECT_DOUBLE_EQ(road.elements[2].startAzimuth, 90);
@@ -94,7 +105,7 @@ TEST(CoordinateMethod, Refusals) {
         road.settings.roadDesignMode = 2;
         road.elements.Insert(MakeElement(1, false, 0, 0, 7));
         for (const Coordinate& point : it.points) road.coordinates.Insert(point);
-        const kesto::Outcome generated = kesto::GenerateFromCoordinates(road);
+        const kesto::Outcome generated = kesto::GenerateFromCoordinates(road, road.elements);
         ASSERT_FALSE(generated);
         EXPECT_EQ(generated.failure().status, it.status);
         EXPECT_EQ(generated.failure().record, it.record);

@@ -74,9 +74,18 @@ TEST(IntersectionMethod, RandomPolygonsClose) {
                                          random() % 3 == 0 ? 0 : between(20, 50), outer(), outer()));
         }
         road.intersections.Insert(At(x + 1200 * std::cos(heading), y + 1200 * std::sin(heading)));
-        ASSERT_TRUE(kesto::GenerateFromIntersections(road)) << round;
+        ASSERT_TRUE(kesto::GenerateFromIntersections(road, road.elements)) << round;
         ExpectClosed(road, 2e-9, 1e-9);
         if (HasFailure()) FAIL() << "round " << round;
+    }
+}
+
+TEST(IntersectionMethod, FlatCurvesCloseToo) {
+    for (const auto& [radius, angle] : {std::pair{20000.0, 1e-3}, {10000.0, 1e-4}, {1e6, 1e-6}}) {
+        RoadDesign road;
+        Fill(road, {At(0, 0), At(500, 0, radius), At(500 + 500 * std::cos(angle), 500 * std::sin(angle))});
+        ASSERT_TRUE(kesto::GenerateFromIntersections(road, road.elements));
+        ExpectClosed(road, 1e-9, 1e-12);
     }
 }
 
@@ -84,7 +93,7 @@ TEST(IntersectionMethod, CompoundAndReversedCurvesTouch) {
     // Arc of 100 m radius over 90 degrees to the right, then of 50 m: T = R tan 45, the side is the sum.
     RoadDesign reversed;
     Fill(reversed, {At(0, 0), At(200, 0, 100), At(200, 150, 50), At(300, 150)});
-    ASSERT_TRUE(kesto::GenerateFromIntersections(reversed));
+    ASSERT_TRUE(kesto::GenerateFromIntersections(reversed, reversed.elements));
     ASSERT_EQ(reversed.elements.Count(), 5) << "no straight between the two arcs";
     EXPECT_NEAR(reversed.elements[1].length, 100, 1e-9);
     EXPECT_NEAR(reversed.elements[2].length, 50 * pi, 1e-9);
@@ -94,7 +103,7 @@ TEST(IntersectionMethod, CompoundAndReversedCurvesTouch) {
     ExpectClosed(reversed, 1e-9, 1e-12);
     RoadDesign compound;
     Fill(compound, {At(0, 0), At(200, 0, 100), At(200, 150, 50), At(0, 150)});
-    ASSERT_TRUE(kesto::GenerateFromIntersections(compound));
+    ASSERT_TRUE(kesto::GenerateFromIntersections(compound, compound.elements));
     EXPECT_EQ(compound.elements[3].turnDirection, 1);
     ExpectClosed(compound, 1e-9, 1e-12);
 }
@@ -123,6 +132,12 @@ TEST(IntersectionMethod, Refusals) {
          1,
          400 / 200.0 * 180 / pi - 90},
         {"coinciding points", {At(0, 0), At(200, 0, 10), At(200, 5e-8), At(300, 0)}, KESTO_CURVE_DOES_NOT_FIT, 1, 0},
+        {"no curve at the side's end",
+         {At(0, 0), At(2000, 0, 1000), At(2100, 100), At(2500, 300)},
+         KESTO_CURVE_DOES_NOT_FIT,
+         1,
+         1000 * std::tan(pi / 8) - 100 * std::sqrt(2.0)},
+        {"point at infinity", {At(0, 0), At(1e200, 0)}, KESTO_CURVE_DOES_NOT_FIT, 1, 0},
         {"coinciding ends", {At(5, 5), At(5, 5)}, KESTO_CURVE_DOES_NOT_FIT, 1, 0},
         {"the road turns back", {At(0, 0), At(200, 0, 10), At(100, 0)}, KESTO_CURVE_DOES_NOT_FIT, 1, 0},
         {"spiral between equal radii",
@@ -138,7 +153,7 @@ TEST(IntersectionMethod, Refusals) {
         RoadDesign road;
         road.elements.Insert(kesto_test::MakeElement(1, false, 0, 0, 7));
         Fill(road, it.points);
-        const kesto::Outcome generated = kesto::GenerateFromIntersections(road);
+        const kesto::Outcome generated = kesto::GenerateFromIntersections(road, road.elements);
         ASSERT_FALSE(generated);
         EXPECT_EQ(generated.failure().status, it.status);
         EXPECT_EQ(generated.failure().record, it.record);
@@ -147,10 +162,11 @@ TEST(IntersectionMethod, Refusals) {
     }
     RoadDesign rounded;
     Fill(rounded, {At(0, 0), At(200, 0, 100), At(200, 149.9995, 50), At(300, 149.9995)});
-    EXPECT_TRUE(kesto::GenerateFromIntersections(rounded)) << "an overlap of half a millimetre is rounding";
+    EXPECT_TRUE(kesto::GenerateFromIntersections(rounded, rounded.elements))
+        << "an overlap of half a millimetre is rounding";
     RoadDesign kinked;
     Fill(kinked, {At(0, 0), At(100, 0), At(100, 100), At(100, 200, 50)});
-    ASSERT_TRUE(kesto::GenerateFromIntersections(kinked));
+    ASSERT_TRUE(kesto::GenerateFromIntersections(kinked, kinked.elements));
     EXPECT_EQ(kinked.elements.Count(), 4) << "one straight per side where there is no curve";
 }
 

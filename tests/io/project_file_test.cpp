@@ -132,6 +132,34 @@ TEST_F(ProjectFile, OpeningReplacesAllThatClearingEmpties) {
     EXPECT_FALSE(GetPositionAndAzimuth(road, 50, 0, 90, &x, &y, &azimuth, 0));
 }
 
+// Transition types outlive their change sections, so those that a road has stay where the file brings none.
+TEST_F(ProjectFile, TransitionTypesOfTheFileJoinThoseOfTheRoad) {
+    constexpr std::int32_t widening = 1;
+    const auto addChange = [](RoadDesign* road, double mileage, std::int32_t type) {
+        const double width = 4;
+        return AddChangeSectionList(road, mileage, right, widening, &width, 1, 0, type);
+    };
+    const auto types = [](RoadDesign* road) {
+        std::vector<std::int32_t> found(4, -1);
+        for (std::int32_t i = 0; i < 4; ++i) GetChangeSectionType(road, right, widening, i, &found[std::size_t(i)]);
+        return found;
+    };
+    const SectionPlate plate{};
+    const Road saved = SmallRoad();
+    const Road road = SmallRoad();
+    for (const Road* it : {&saved, &road}) ASSERT_TRUE(AddStandardSectionPlate(*it, &plate, right, -1));
+    for (const double mileage : {20.0, 40.0}) ASSERT_TRUE(addChange(saved, mileage, 2));
+    for (const double mileage : {20.0, 30.0}) ASSERT_TRUE(addChange(road, mileage, 1));
+    ASSERT_EQ(SaveProject(saved, At("a.road").c_str()), KESTO_SUCCESS);
+    EXPECT_EQ(OpenProject(road, At("missing.road").c_str()), KESTO_FILE_NOT_OPENED);
+    EXPECT_EQ(types(road), (std::vector<std::int32_t>{1, 1, 0, 0}));
+    EXPECT_EQ(OpenProject(road, At("a.road").c_str()), KESTO_SUCCESS);
+    EXPECT_EQ(types(road), (std::vector<std::int32_t>{2, 1, 2, 0}));
+    EXPECT_EQ(GetChangeSectionCount(road, right, widening), 2);
+    ASSERT_EQ(SaveProject(road, At("b.road").c_str()), KESTO_SUCCESS);
+    EXPECT_EQ(Content("b.road"), Content("a.road"));
+}
+
 TEST_F(ProjectFile, SkippedRecordsAreToldBesideSuccess) {
     Put("a.road", "0 100 0 K\r\n\r\nBrokenChain\r\n1 2\r\n1 3\r\n4 1e999\r\n");
     const Road road;

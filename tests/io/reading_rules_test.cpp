@@ -47,6 +47,14 @@ TEST(ReadingRules, KeywordsAreComparedWithoutTheirLastCharacter) {
     }
 }
 
+TEST(ReadingRules, NoKeywordShadowsAnother) {
+    for (const Section& section : Sections()) {
+        if (section.keyword.empty()) continue;
+        EXPECT_EQ(FindSection(section.keyword), &section) << section.keyword;
+        EXPECT_EQ(FindSection(section.keyword.substr(0, section.keyword.size() - 1)), &section) << section.keyword;
+    }
+}
+
 TEST(ReadingRules, ModesComeFromTheKeywords) {
     const std::pair<const char*, std::int32_t> designModes[] = {
         {"Intersection", 0}, {"Element", 1}, {"Coordinate", 2}, {"BrokenLine", 3}};

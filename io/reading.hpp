@@ -1,0 +1,48 @@
+/// What the sections of a project file are read into, and what they hand on to each other.
+#pragma once
+
+#include <array>
+#include <cstddef>
+#include <optional>
+#include <vector>
+
+#include "core/road_design.hpp"
+#include "io/record_lines.hpp"
+
+namespace kesto {
+
+/// A file on its way into a road.
+struct Reading {
+    /// Continuous mileages (m) of a table's change sections in the order of the file; nothing for a refused one.
+    using Places = std::vector<std::optional<double>>;
+
+    RoadDesign& road;
+    RecordLines& lines;
+    std::array<std::array<Places, changeKindCount>, sideCount> changes;  // of the section read last: for its types
+};
+
+/// Undoes what building the chain does to the road. Records that are placed by their stake mileage build it, but a road
+/// that is only read and saved again must still hold the elements and the start mileage that its file has.
+class ChainAsRead {
+public:
+    explicit ChainAsRead(RoadDesign& read)
+        : road(read),
+          elements(read.elements),
+          startMileage(read.settings.startMileage),
+          totalLength(read.totalLength) {}
+    ChainAsRead(const ChainAsRead&) = delete;
+    ChainAsRead& operator=(const ChainAsRead&) = delete;
+    ~ChainAsRead() {
+        road.elements.Swap(elements);
+        road.settings.startMileage = startMileage;
+        road.totalLength = totalLength;
+    }
+
+private:
+    RoadDesign& road;
+    CountedList<Element> elements;
+    double startMileage;  // m
+    double totalLength;   // m
+};
+
+}  // namespace kesto
