@@ -120,6 +120,8 @@ private:
     sigset_t maskBefore{};
 };
 
+inline constexpr uid_t keepOwner = static_cast<uid_t>(-1);
+
 bool WriteAll(int file, std::string_view text) noexcept {
     while (!text.empty()) {
         const ssize_t written = write(file, text.data(), text.size());
@@ -139,9 +141,13 @@ bool FillNewFile(const fs::path& path, std::string_view text, const struct stat*
     Descriptor file(open(path.c_str(), O_WRONLY | O_CREAT | O_EXCL | O_CLOEXEC, mode));
     if (!file.IsOpen()) return false;
     if (like != nullptr) {
-        // Another owner can be set by the superuser only; everybody else goes on as the file's new owner.
-        static_cast<void>(fchown(file.Number(), like->st_uid, like->st_gid) == 0);
-        if (fchmod(file.Number(), mode) != 0) return false;
+        // Another owner can be set by the superuser only; everybody else goes on as the file's new owner, in its group
+        // if they belong to it. Another group gets no more than everybody.
+        const bool inGroup = fchown(file.Number(), like->st_uid, like->st_gid) == 0 ||
+                             fchown(file.Number(), keepOwner, like->st_gid) == 0;
+        const mode_t others = mode & S_IRWXO;
+        const mode_t allowed = inGroup ? mode : (mode & ~static_cast<mode_t>(S_IRWXG)) | (mode & (others << 3U));
+        if (fchmod(file.Number(), allowed) != 0) return false;
     }
     return WriteAll(file.Number(), text) && Sync(file.Number()) && file.Close();
 }
@@ -153,7 +159,7 @@ bool WriteNewFile(const fs::path& path, std::string_view text, const fs::path& p
     const bool exists = stat(permissions.c_str(), &like) == 0;
     if (exists && access(permissions.c_str(), W_OK) != 0) return false;
     const HeldSignals held;
-    unlink(path.c_str());  // a new file, not what the name may lead to
+    unlink(path.c_str());  // the leftover of a killed save: a new file, not what the name may lead to
     if (FillNewFile(path, text, exists ? &like : nullptr)) return true;
     unlink(path.c_str());
     return false;

@@ -31,9 +31,17 @@ std::vector<std::string_view> Tokens(std::string_view text) {
 
 }  // namespace
 
+/// Whether a line is laid out as the writer does: of exactly its width, every cell right-aligned.
+bool LineShape::IsWritten(std::string_view line) const noexcept {
+    return line.size() == width && std::all_of(columns.begin(), columns.end(), [&](const Column& column) {
+               const std::string_view cell = line.substr(column.start, column.width);
+               return blanks.find(cell.back()) == std::string_view::npos || FirstToken(cell).empty();
+           });
+}
+
 std::vector<std::string_view> LineShape::Split(std::string_view line) const {
     std::vector<std::string_view> cells = Tokens(line);
-    if (cells.size() < columns.size() && line.size() == width) {
+    if (IsWritten(line) || (cells.size() < columns.size() && line.size() == width)) {
         cells.clear();
         for (const Column& column : columns) {
             cells.push_back(FirstToken(line.substr(column.start, column.width)));
@@ -43,10 +51,6 @@ std::vector<std::string_view> LineShape::Split(std::string_view line) const {
         const auto nameCount = std::find_if_not(columns.begin(), columns.end(), isName) - columns.begin();
         const auto surplus = static_cast<std::ptrdiff_t>(cells.size() - columns.size());
         cells.erase(cells.begin() + nameCount, cells.begin() + nameCount + surplus);
-        // Of several names only the columns tell which of them has the blanks.
-        for (std::size_t i = 0; line.size() == width && columns[i].isName; ++i) {
-            cells[i] = FirstToken(line.substr(columns[i].start, columns[i].width));
-        }
     }
     cells.resize(columns.size());
     return cells;
@@ -107,11 +111,6 @@ LineWriter& LineWriter::Keyword(std::string_view keyword) {
     return *this;
 }
 
-LineWriter& LineWriter::Label(std::string_view label) {
-    OneLine(label, wideColumn);
-    return *this;
-}
-
 void LineWriter::End() { text += lineEnd; }
 
 LineReader& LineReader::Real(double& value) {
@@ -137,7 +136,8 @@ LineReader& LineReader::Integer(std::uint8_t& value, std::size_t columnWidth) {
     std::int32_t number = 0;
     Integer(number, columnWidth);
     const bool fits = number >= 0 && number <= std::numeric_limits<std::uint8_t>::max();
-    value = fits ? static_cast<std::uint8_t>(number) : std::uint8_t{1};
+    readable = readable && fits;
+    value = fits ? static_cast<std::uint8_t>(number) : std::uint8_t{0};
     return *this;
 }
 

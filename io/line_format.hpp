@@ -48,18 +48,21 @@ public:
     }
     LineShape& Name(const NameField&) { return Add(nameColumn, true); }
     LineShape& NameOrNull(const NameField&) { return Add(nameColumn, true); }
-    LineShape& Text(const std::string&) { return Add(wideColumn, true); }
+    LineShape& Text(const std::string&) { return Add(wideColumn, false); }
     LineShape& Gap() {
         ++width;
         return *this;
     }
 
-    /// The cells of a line (without its line end), one for each column. A line with fewer tokens than columns is cut at
-    /// the columns where it has exactly their width; otherwise its tokens go to the columns in order. Where it has more
-    /// tokens, a name with blanks is meant: numbers keep their places and the name is its first token.
+    /// The cells of a line (without its line end), one for each column. A line as the writer lays it out is cut at the
+    /// columns, and so is one of exactly its width with fewer tokens than columns; otherwise tokens go to the columns
+    /// in order. Where there are more of them, a name with blanks is meant: numbers keep their places and the name is
+    /// its first token.
     std::vector<std::string_view> Split(std::string_view line) const;
 
 private:
+    bool IsWritten(std::string_view line) const noexcept;
+
     LineShape& Add(std::size_t columnWidth, bool isName) {
         columns.push_back({width, columnWidth, isName});
         width += columnWidth;
@@ -86,8 +89,6 @@ public:
     LineWriter& Gap();
     /// A keyword as it stands, without padding.
     LineWriter& Keyword(std::string_view keyword);
-    /// A keyword in front of its value, right-aligned in 18 characters.
-    LineWriter& Label(std::string_view label);
     /// Ends the line.
     void End();
 
@@ -110,7 +111,7 @@ public:
     LineReader& Real(double& value);
     LineReader& Repeated(const double&);
     LineReader& Integer(std::int32_t& value, std::size_t columnWidth);
-    /// A small number: what does not fit is stored as 1, for what counts is whether it is 0.
+    /// A small number, 0 to 255.
     LineReader& Integer(std::uint8_t& value, std::size_t columnWidth);
     LineReader& Name(NameField& field);
     LineReader& NameOrNull(NameField& field);

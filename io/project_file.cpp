@@ -79,6 +79,7 @@ Outcome OpenRoad(RoadDesign& road, const char* path) {
     const auto opened = std::make_unique<RoadDesign>();
     Outcome read = ParseProject(*text, *opened, CodePage::Local());
     TakeOver(road, *opened);
+    road.lastFailure.reset();  // as when the road is cleared: what is told from now on concerns this file
     return read;
 }
 

@@ -18,10 +18,9 @@ namespace {
 inline constexpr std::size_t longestHeader = keywordLineBuffer - 1;  // bytes, its carriage return included
 inline constexpr std::string_view byteOrderMark = "\xEF\xBB\xBF";
 
-/// Whether the first line holds the stake settings: a file of another origin may begin with a keyword.
+/// Whether the first line holds the stake settings: a file of another origin may begin with a section or a blank line.
 bool IsHeader(std::string_view line) noexcept {
-    line.remove_prefix(std::min(line.find_first_not_of(" \t"), line.size()));
-    return BeginsWithNumber(line);
+    return line.find_first_not_of(" \t\r") != std::string_view::npos && FindSection(line) == nullptr;
 }
 
 void ReadHeader(std::string_view line, RoadDesign& road, RecordLines& lines) {

@@ -44,6 +44,10 @@ struct ElementLine : ListedRecord<Element, &RoadDesign::elements> {
         line.Integer(element.type, smallColumn).Real(element.startRadius).Real(element.endRadius);
         line.Integer(element.flag, smallColumn);
     }
+    static Outcome Insert(RoadDesign& road, Record element) {
+        if (element.type == 0) element.secondAzimuth = element.startAzimuth;  // a start record repeats it
+        return ListedRecord::Insert(road, element);
+    }
 };
 
 struct BrokenChainLine : ListedRecord<BrokenChain, &RoadDesign::brokenChains> {

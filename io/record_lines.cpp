@@ -15,13 +15,14 @@ inline constexpr std::size_t shortestRecord = 2;  // bytes: one of them may be a
 std::optional<std::string_view> RecordLines::Next(std::size_t buffer) noexcept {
     if (at >= text.size()) return std::nullopt;
     const std::size_t end = std::min(text.find('\n', at), text.size());
+    ++lineNumber;
     if (end - at >= buffer) {
         at = text.size();
+        Skip(KESTO_LIST_NONE);
         return std::nullopt;
     }
     const std::string_view line = text.substr(at, end - at);
     at = end + 1;
-    ++lineNumber;
     return line.substr(0, line.find('\0'));  // no text holds a zero byte: what follows one is no part of it
 }
 

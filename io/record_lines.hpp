@@ -15,7 +15,7 @@ namespace kesto {
 inline constexpr std::size_t keywordLineBuffer = 256;   // bytes: a line outside the sections must be shorter
 inline constexpr std::size_t recordLineBuffer = 16384;  // bytes: a line inside a section must be shorter
 
-/// Walks a file's text. A line that does not fit its buffer ends the reading of the whole file.
+/// Walks a file's text. A line that does not fit its buffer ends the reading of the whole file and counts as skipped.
 class RecordLines {
 public:
     /// @param file      the whole file

@@ -34,6 +34,9 @@ inline constexpr Colour arc{0.80, 0.16, 0.12};
 inline constexpr Colour spiral{0.10, 0.38, 0.78};
 inline constexpr Colour verticalCurve{0.05, 0.52, 0.32};
 inline constexpr Colour brokenChain{0.65, 0.10, 0.60};
+inline constexpr Colour leftSide{0.00, 0.45, 0.62};
+inline constexpr Colour rightSide{0.88, 0.43, 0.00};
+inline constexpr Colour pavement{0.90, 0.91, 0.92};
 }  // namespace colours
 
 struct Pen {

@@ -17,7 +17,8 @@ struct ReportOptions {
 ExitCode RunReport(const ReportOptions& options);
 
 struct MakeOptions {
-    std::string start, elements, broken, profile;  ///< tables; broken and profile may be empty
+    std::string start, elements;
+    std::string broken, profile, plates, changes;  ///< tables that may be missing: empty
     std::string road;                              ///< project file to write
     std::string prefix = "K";
     double interval = 100;  ///< spacing of regular stakes (m)
@@ -47,13 +48,23 @@ struct AtOptions {
 /// Position, azimuth and height at a mileage, or a list of them. @throws Problem
 ExitCode RunAt(const AtOptions& options);
 
+struct SectionOptions {
+    std::string road, mileage;
+    std::optional<int> occurrence;
+    int decimals = 4;
+};
+/// The cross section at a mileage. @throws Problem
+ExitCode RunSection(const SectionOptions& options);
+
 struct PlotOptions {
     std::string road;
-    std::string out;           ///< .svg, .pdf or .png
-    std::string paper = "A3";  ///< A3 or A4, landscape
-    std::string title;         ///< empty: the file's name
+    std::string out;                     ///< .svg, .pdf or .png
+    std::string paper = "A3";            ///< A3 or A4, landscape
+    std::string title;                   ///< empty: the file's name
+    std::optional<std::string> section;  ///< mileage: draw the cross section there instead
+    std::optional<int> occurrence;       ///< of that mileage
 };
-/// Draws plan and profile. @throws Problem
+/// Draws plan, profile and the diagrams of the cross sections, or one cross section. @throws Problem
 ExitCode RunPlot(const PlotOptions& options);
 
 }  // namespace kesto::host

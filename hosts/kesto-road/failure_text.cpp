@@ -24,6 +24,8 @@ std::string RecordName(const Failure& failure) {
         case KESTO_LIST_STAKES: return "stake " + std::to_string(failure.record + 1);
         case KESTO_LIST_INTERSECTIONS: return "intersection " + std::to_string(failure.record + 1);
         case KESTO_LIST_COORDINATES: return "coordinate point " + std::to_string(failure.record + 1);
+        case KESTO_LIST_PLATES: return "plate " + std::to_string(failure.record + 1);
+        case KESTO_LIST_CHANGE_SECTIONS: return "change section " + std::to_string(failure.record + 1);
         default: return "record " + std::to_string(failure.record + 1);
     }
 }

@@ -111,6 +111,8 @@ private:
     Stake lower, upper;
 };
 
+constexpr const char* noResults = ",,,,,,,";  // the fields of a row, but for what was read and the note
+
 struct PointColumns {
     CsvReader::Column name, x, y, height;
 };
@@ -127,7 +129,9 @@ public:
         std::error_code unknown;
         const auto size = std::filesystem::file_size(options.points, unknown);
         Progress progress(unknown ? 0 : size);
-        out.Write("name,x,y,height,mileage,stake,occurrence,offset,design_height,difference,note\n");
+        out.Write(
+            "name,x,y,height,mileage,stake,occurrence,offset,design_height,difference,"
+            "design_height_at_offset,difference_at_offset,note\n");
         while (Row()) progress.Update(reader.BytesRead());
         out.Finish();
         return tally;
@@ -155,7 +159,7 @@ private:
             if (problem.Code() != ExitCode::Data) throw;
             ++tally.unreadable;
             PrintError(problem.what());
-            WriteRow(",,,,,", problem.what());
+            WriteRow(noResults, problem.what());
             return true;
         }
         try {
@@ -164,7 +168,7 @@ private:
             WriteRow(Results(foot, height), Note(foot));
         } catch (const Problem& problem) {
             ++tally.offRoad;
-            WriteRow(",,,,,", problem.what());
+            WriteRow(noResults, problem.what());
         }
         return true;
     }
@@ -172,15 +176,22 @@ private:
     std::string Results(const Foot& foot, std::optional<double> height) {
         const int decimals = options.decimals;
         const auto design = locator.Line().HeightAt(foot.stake);
+        // The nearest corner of the line gives a distance, but no side of the road.
+        const auto own = IsSquare(foot) ? locator.Line().HeightAt(foot.stake, foot.offset) : std::nullopt;
+        const auto heights = [&](const std::optional<double>& designed) {
+            return (designed ? FormatReal(*designed, decimals) : "") + "," +
+                   (designed && height ? FormatReal(*height - *designed, decimals) : "");
+        };
         return FormatReal(foot.stake.mileage, decimals) + "," +
                CsvField(FormatMileage(locator.Line().Prefix(), foot.stake)) + "," +
-               std::to_string(foot.stake.occurrence) + "," + FormatReal(foot.offset, decimals) + "," +
-               (design ? FormatReal(*design, decimals) : "") + "," +
-               (design && height ? FormatReal(*height - *design, decimals) : "");
+               std::to_string(foot.stake.occurrence) + "," + FormatReal(foot.offset, decimals) + "," + heights(design) +
+               "," + heights(own);
     }
 
+    static bool IsSquare(const Foot& foot) { return std::fabs(foot.ahead) <= footTolerance; }
+
     static std::string Note(const Foot& foot) {
-        if (std::fabs(foot.ahead) <= footTolerance) return "";
+        if (IsSquare(foot)) return "";
         return "nearest at a corner of the line: the offset is the distance, without a side";
     }
 

@@ -54,6 +54,8 @@ void SetUpMake(CLI::App& app, MakeOptions& options, ExitCode& result) {
     command->add_option("ELEMENTS", options.elements, "Table with one element a line")->required();
     command->add_option("--broken", options.broken, "Table of broken chains");
     command->add_option("--profile", options.profile, "Table of grade-change points");
+    command->add_option("--plates", options.plates, "Table of the plates of both sides");
+    command->add_option("--changes", options.changes, "Table of change sections: widening and superelevation");
     command->add_option("-o,--out", options.road, "Project file to write (.road)")->required();
     command->add_option("--prefix", options.prefix, "Text before stake mileages")->capture_default_str();
     command->add_option("--interval", options.interval, "Spacing of regular stakes (m)")
@@ -94,9 +96,23 @@ void SetUpAt(CLI::App& app, AtOptions& options, ExitCode& result) {
     command->callback([&] { result = RunAt(options); });
 }
 
-void SetUpPlot(CLI::App& app, PlotOptions& options, ExitCode& result) {
-    auto* command = AddCommand(app, "plot", "Draw plan and profile", "demo.road -o demo.pdf --paper A3");
+void SetUpSection(CLI::App& app, SectionOptions& options, ExitCode& result) {
+    auto* command =
+        AddCommand(app, "section", "Print the cross section at a mileage", "demo.road --mileage K0+374.719");
     command->add_option("ROAD", options.road, "Project file (.road)")->required();
+    command->add_option("--mileage", options.mileage, "Metres or a stake text")->required();
+    command->add_option("--occurrence", options.occurrence, "Which of the equal mileages, from 0");
+    AddDecimals(command, options.decimals);
+    command->callback([&] { result = RunSection(options); });
+}
+
+void SetUpPlot(CLI::App& app, PlotOptions& options, ExitCode& result) {
+    auto* command = AddCommand(app, "plot", "Draw plan, profile and diagrams, or a cross section",
+                               "demo.road -o demo.pdf --paper A3\n"
+                               "  kesto-road plot demo.road --section K12+345.678 -o section.pdf");
+    command->add_option("ROAD", options.road, "Project file (.road)")->required();
+    command->add_option("--section", options.section, "Draw the cross section at this mileage instead");
+    command->add_option("--occurrence", options.occurrence, "Which of the equal mileages, from 0");
     command->add_option("-o,--out", options.out, "Picture to write: .svg, .pdf or .png")->required();
     command->add_option("--paper", options.paper, "Sheet, landscape")
         ->check(CLI::IsMember({"A3", "A4"}, CLI::ignore_case))
@@ -134,12 +150,14 @@ int Run(int count, char** values) {
     MakeOptions make;
     LocateOptions locate;
     AtOptions at;
+    SectionOptions section;
     PlotOptions plot;
     ExitCode result = ExitCode::Ok;
     SetUpReport(app, report, result);
     SetUpMake(app, make, result);
     SetUpLocate(app, locate, result);
     SetUpAt(app, at, result);
+    SetUpSection(app, section, result);
     SetUpPlot(app, plot, result);
     try {
         app.parse(Arguments(count, values));

@@ -6,11 +6,13 @@
 #include <vector>
 
 #include "commands.hpp"
+#include "cross_section.hpp"
 #include "failure_text.hpp"
 #include "make_tables.hpp"
 #include "numbers.hpp"
 #include "road_file.hpp"
 #include "road_line.hpp"
+#include "section_tables.hpp"
 
 namespace kesto::host {
 
@@ -26,6 +28,8 @@ struct Tables {
     std::vector<ElementRow> elements;
     std::vector<FromLine<BrokenChain>> brokenChains;
     ProfileTable profile;
+    std::vector<FromLine<PlateRow>> plates;
+    std::vector<FromLine<ChangeRow>> changes;
 };
 
 /// Prints every message but the last, which ends the run.
@@ -42,6 +46,8 @@ Tables ReadTables(const MakeOptions& options) {
     tables.elements = ReadElements(options.elements, problems);
     if (!options.broken.empty()) tables.brokenChains = ReadBrokenChains(options.broken, options.prefix, problems);
     if (!options.profile.empty()) tables.profile = ReadProfile(options.profile, options.prefix, problems);
+    if (!options.plates.empty()) tables.plates = ReadPlates(options.plates, problems);
+    if (!options.changes.empty()) tables.changes = ReadChanges(options.changes, options.prefix, problems);
     RefuseProblems(problems);
     return tables;
 }
@@ -115,6 +121,35 @@ void Fill(RoadDesign* road, const Tables& tables, const MakeOptions& options) {
     if (!DesignRoad(road)) throw Problem(ExitCode::Road, "no road can be built: " + DescribeLastFailure(road));
 }
 
+void AddChange(RoadDesign* road, const FromLine<ChangeRow>& row) {
+    const ChangeRow& it = row.record;
+    std::vector<double> values;
+    for (const SectionPlate& plate : StandardPlates(road, it.side)) {
+        values.push_back(it.kind == widening ? plate.width : plate.crossSlope);
+    }
+    for (std::size_t i = 0; i < it.values.size(); ++i) {
+        if (!it.values[i]) continue;
+        if (i >= values.size()) {
+            throw Problem(ExitCode::Data,
+                          row.where + ": value_" + std::to_string(i + 1) + " is given, but plates of the " +
+                              sideNames[static_cast<std::size_t>(it.side)] + " side: " + std::to_string(values.size()));
+        }
+        values[i] = *it.values[i];
+    }
+    if (!AddChangeSectionList(road, it.mileage, it.side, it.kind, values.data(),
+                              static_cast<std::int32_t>(values.size()), it.occurrence, it.type)) {
+        RefuseRecord(road, row.where);
+    }
+}
+
+/// The cross sections: their places are told by the built road, broken chains and all.
+void AddSections(RoadDesign* road, const Tables& tables) {
+    for (const auto& row : tables.plates) {
+        if (!AddStandardSectionPlate(road, &row.record.plate, row.record.side, -1)) RefuseRecord(road, row.where);
+    }
+    for (const auto& row : tables.changes) AddChange(road, row);
+}
+
 /// What builds, but is hardly meant.
 void WarnOfStrays(RoadDesign* road, const RoadLine& line, const Tables& tables) {
     const auto breaks = line.Breaks();
@@ -149,6 +184,7 @@ ExitCode RunMake(const MakeOptions& options) {
     const RoadHandle road = NewRoad();
     CompleteElements(road.get(), tables);
     Fill(road.get(), tables, options);
+    AddSections(road.get(), tables);
     const RoadLine line(road.get());
     WarnOfStrays(road.get(), line, tables);
     const std::string length = FormatReal(line.Length(), 3);
@@ -160,7 +196,11 @@ ExitCode RunMake(const MakeOptions& options) {
     }
     std::cout << options.road << ": " << length << " m, " << tables.elements.size() << " elements, "
               << tables.brokenChains.size() << " broken chains, " << tables.profile.points.size()
-              << " grade-change points\n";
+              << " grade-change points";
+    if (!tables.plates.empty()) {
+        std::cout << ", " << tables.plates.size() << " plates, " << tables.changes.size() << " change sections";
+    }
+    std::cout << "\n";
     return ExitCode::Ok;
 }
 

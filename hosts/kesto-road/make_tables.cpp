@@ -12,20 +12,6 @@ namespace {
 
 constexpr double infiniteRadius = 1e-7;  // m: a smaller radius stands for a straight end
 
-/// Calls the body for every row; a bad one becomes a message.
-template <class Body>
-void ForEachRow(CsvReader& reader, std::vector<std::string>& problems, Body&& body) {
-    for (bool more = true; more;) {
-        try {
-            more = reader.Next();
-            if (more) body();
-        } catch (const Problem& problem) {
-            if (problem.Code() != ExitCode::Data) throw;
-            problems.emplace_back(problem.what());
-        }
-    }
-}
-
 [[noreturn]] void Refuse(const CsvReader& reader, const std::string& what) {
     throw Problem(ExitCode::Data, reader.Where() + ": " + what);
 }

@@ -6,7 +6,9 @@
 #include <string>
 #include <vector>
 
+#include "csv.hpp"
 #include "kesto_road/kesto_road.h"
+#include "problem.hpp"
 
 namespace kesto::host {
 
@@ -33,6 +35,20 @@ struct ProfileTable {
     std::vector<FromLine<VerticalCurve>> points;
     std::int32_t mode = 0;  ///< 0 curves by radius, 1 by their ends
 };
+
+/// Calls the body for every row; a bad one becomes a message.
+template <class Body>
+void ForEachRow(CsvReader& reader, std::vector<std::string>& problems, Body&& body) {
+    for (bool more = true; more;) {
+        try {
+            more = reader.Next();
+            if (more) body();
+        } catch (const Problem& problem) {
+            if (problem.Code() != ExitCode::Data) throw;
+            problems.emplace_back(problem.what());
+        }
+    }
+}
 
 /// Each reader appends one message for each bad line to the problems and leaves that line out.
 /// @throws Problem when the table cannot be read at all or lacks a column

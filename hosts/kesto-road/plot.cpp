@@ -1,15 +1,20 @@
-// kesto-road plot: one sheet with the plan, and the profile below it where the road has one.
+// kesto-road plot: one sheet with the plan, below it the profile and the diagrams of the cross sections where the road
+// has them; or one cross section.
+#include <algorithm>
 #include <filesystem>
 #include <iostream>
 #include <string>
 
 #include "canvas.hpp"
 #include "commands.hpp"
+#include "cross_section.hpp"
 #include "numbers.hpp"
 #include "plan_drawing.hpp"
 #include "profile_drawing.hpp"
 #include "road_file.hpp"
 #include "road_line.hpp"
+#include "section_diagrams.hpp"
+#include "section_drawing.hpp"
 
 namespace kesto::host {
 
@@ -20,6 +25,12 @@ constexpr double titleHeight = 11;     // mm
 constexpr double columnWidth = 44;     // mm, for legends, north arrow and scale bar
 constexpr double gap = 3;              // mm between frame and content
 constexpr double profileShare = 0.42;  // of the height below the title
+constexpr double sharedShare = 0.33;   // the same with diagrams below it
+constexpr double leastProfile = 74;    // mm: less leaves no graph between labels and bands
+constexpr double diagramShare = 0.29;  // of the height below the title
+constexpr double planLegend = 83;      // mm that the column needs at least
+constexpr double profileLegend = 38;   // mm
+constexpr double leastDiagrams = 48;   // mm
 
 struct Paper {
     double width, height;  // mm
@@ -27,48 +38,114 @@ struct Paper {
 
 Paper PaperOf(const std::string& name) { return name == "A4" || name == "a4" ? Paper{297, 210} : Paper{420, 297}; }
 
-void DrawTitle(Canvas& canvas, const Box& sheet, const std::string& title, const RoadLine& line) {
-    const std::string prefix = line.Prefix();
+void DrawTitle(Canvas& canvas, const Box& sheet, const std::string& title, const std::string& subject) {
+    canvas.Text({sheet.left + gap, sheet.top + titleHeight / 2}, title, {.size = 4.2, .anchorY = 0.5, .bold = true});
+    canvas.Text({sheet.right - gap, sheet.top + titleHeight / 2}, subject, {.size = 2.8, .anchorX = 1, .anchorY = 0.5});
+    canvas.Line({sheet.left, sheet.top + titleHeight}, {sheet.right, sheet.top + titleHeight}, {.width = 0.35});
+}
+
+std::string Extent(const RoadLine& line) {
     const CentrePoint first = line.At(line.Pieces().front(), 0);
     const CentrePoint last = line.At(line.Pieces().back(), line.Pieces().back().Length());
-    canvas.Text({sheet.left + gap, sheet.top + titleHeight / 2}, title, {.size = 4.2, .anchorY = 0.5, .bold = true});
-    canvas.Text({sheet.right - gap, sheet.top + titleHeight / 2},
-                FormatMileage(prefix, first.stake) + " to " + FormatMileage(prefix, last.stake) + ", " +
-                    FormatReal(line.Length(), 3) + " m",
-                {.size = 2.8, .anchorX = 1, .anchorY = 0.5});
-    canvas.Line({sheet.left, sheet.top + titleHeight}, {sheet.right, sheet.top + titleHeight}, {.width = 0.35});
+    return FormatMileage(line.Prefix(), first.stake) + " to " + FormatMileage(line.Prefix(), last.stake) + ", " +
+           FormatReal(line.Length(), 3) + " m";
+}
+
+/// A sheet with frame, title and a column at its right, that is divided from top to bottom.
+class Sheet {
+public:
+    Sheet(const PlotOptions& options, const Paper& paper, const std::string& subject)
+        : canvas(options.out, paper.width, paper.height),
+          frame{margin, margin, paper.width - margin, paper.height - margin} {
+        canvas.Rectangle(frame, {.width = 0.5});
+        const std::string name = std::filesystem::path(options.road).stem().string();
+        DrawTitle(canvas, frame, options.title.empty() ? name : options.title, subject);
+        top = frame.top + titleHeight;
+        canvas.Line({ColumnLeft(), top}, {ColumnLeft(), frame.bottom}, {.width = 0.35});
+    }
+
+    [[nodiscard]] double Room() const noexcept { return frame.bottom - top; }
+
+    /// Takes the next part of the sheet and lets it be drawn, with its part of the column. On a small sheet a legend
+    /// may reach further down than its drawing; the next one begins below it.
+    /// @param legend mm that the part needs in the column
+    template <class Draw>
+    void Part(double height, double legend, Draw&& draw) {
+        const double bottom = std::min(top + height, frame.bottom);
+        columnTop = std::max(columnTop, top);
+        if (top > frame.top + titleHeight) {
+            canvas.Line({frame.left, top}, {ColumnLeft(), top}, {.width = 0.35});
+            canvas.Line({ColumnLeft(), columnTop}, {frame.right, columnTop}, {.width = 0.35});
+        }
+        draw(canvas, Box{frame.left + gap, top + gap, ColumnLeft() - gap, bottom - gap},
+             Box{ColumnLeft() + gap, columnTop + gap, frame.right - gap, std::max(bottom, columnTop + legend) - gap});
+        columnTop += legend;
+        top = bottom;
+    }
+
+    void Finish() { canvas.Finish(); }
+
+private:
+    [[nodiscard]] double ColumnLeft() const noexcept { return frame.right - columnWidth; }
+
+    Canvas canvas;
+    Box frame;
+    double top = 0;        ///< of the next part (mm)
+    double columnTop = 0;  ///< of its legend (mm)
+};
+
+void PlotSection(RoadDesign* road, const RoadLine& line, const PlotOptions& options) {
+    const Stake stake = ResolveMileage(*options.section, line.Prefix(), options.occurrence, "--section");
+    const CrossSection section = SectionAt(road, line, stake);
+    const std::string stakeText = FormatMileage(line.Prefix(), stake);
+    Sheet sheet(options, PaperOf(options.paper), "section at " + stakeText);
+    std::string scales;
+    sheet.Part(sheet.Room(), 0, [&](Canvas& canvas, const Box& box, const Box& column) {
+        scales = DrawSection(canvas, section, stakeText, box, column);
+    });
+    sheet.Finish();
+    std::cout << options.out << ": section " << scales << "\n";
+}
+
+void PlotRoad(RoadDesign* road, const RoadLine& line, const PlotOptions& options) {
+    Sheet sheet(options, PaperOf(options.paper), Extent(line));
+    const double room = sheet.Room();
+    const bool hasPlates = HasPlates(road);
+    const bool hasProfile = GetVerticalCurveCount(road) > 0;
+    const double diagrams = hasPlates ? std::max(diagramShare * room, leastDiagrams) : 0;
+    const double shared = std::max(sharedShare * room, leastProfile);
+    const double profile = !hasProfile ? 0 : hasPlates ? shared : profileShare * room;
+    std::string scales;
+    sheet.Part(room - profile - diagrams, planLegend, [&](Canvas& canvas, const Box& box, const Box& column) {
+        scales = DrawPlan(canvas, road, line, box, column);
+    });
+    if (hasProfile) {
+        sheet.Part(profile, profileLegend, [&](Canvas& canvas, const Box& box, const Box& column) {
+            scales += ", profile " + DrawProfile(canvas, road, line, box, column);
+        });
+    }
+    if (hasPlates) {
+        sheet.Part(diagrams, 0, [&](Canvas& canvas, const Box& box, const Box& column) {
+            DrawSectionDiagrams(canvas, road, line, box, column);
+        });
+    }
+    sheet.Finish();
+    std::cout << options.out << ": plan " << scales << "\n";
 }
 
 }  // namespace
 
 ExitCode RunPlot(const PlotOptions& options) {
+    if (options.occurrence && !options.section) {
+        throw Problem(ExitCode::Usage, "an occurrence needs its mileage: --occurrence goes with --section");
+    }
     const RoadHandle road = OpenRoad(options.road);
     const RoadLine line(road.get());
-    const Paper paper = PaperOf(options.paper);
-    Canvas canvas(options.out, paper.width, paper.height);
-    const Box sheet{margin, margin, paper.width - margin, paper.height - margin};
-    canvas.Rectangle(sheet, {.width = 0.5});
-    const std::string title =
-        options.title.empty() ? std::filesystem::path(options.road).stem().string() : options.title;
-    DrawTitle(canvas, sheet, title, line);
-
-    const bool hasProfile = GetVerticalCurveCount(road.get()) > 0;
-    const double top = sheet.top + titleHeight;
-    const double divide = hasProfile ? sheet.bottom - profileShare * (sheet.bottom - top) : sheet.bottom;
-    const double columnLeft = sheet.right - columnWidth;
-    canvas.Line({columnLeft, top}, {columnLeft, sheet.bottom}, {.width = 0.35});
-    std::string scales =
-        DrawPlan(canvas, road.get(), line, {sheet.left + gap, top + gap, columnLeft - gap, divide - gap},
-                 {columnLeft + gap, top + gap, sheet.right - gap, divide - gap});
-    if (hasProfile) {
-        canvas.Line({sheet.left, divide}, {sheet.right, divide}, {.width = 0.35});
-        const std::string profile = DrawProfile(
-            canvas, road.get(), line, {sheet.left + gap, divide + gap, columnLeft - gap, sheet.bottom - gap},
-            {columnLeft + gap, divide + gap, sheet.right - gap, sheet.bottom - gap});
-        scales += ", profile " + profile;
+    if (options.section) {
+        PlotSection(road.get(), line, options);
+    } else {
+        PlotRoad(road.get(), line, options);
     }
-    canvas.Finish();
-    std::cout << options.out << ": plan " << scales << "\n";
     return ExitCode::Ok;
 }
 

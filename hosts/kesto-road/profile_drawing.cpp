@@ -6,6 +6,7 @@
 #include <optional>
 #include <vector>
 
+#include "length_axis.hpp"
 #include "numbers.hpp"
 #include "sheet.hpp"
 
@@ -13,7 +14,6 @@ namespace kesto::host {
 
 namespace {
 
-constexpr double axisRoom = 17;        // mm left of the graph, for heights and the names of the bands
 constexpr double bandHeight = 6;       // mm
 constexpr int bands = 3;               // stakes, heights, plan
 constexpr double pointRoom = 31;       // mm above the graph, for the labels of grade-change points
@@ -23,6 +23,7 @@ constexpr double sampleOnSheet = 0.5;  // mm between two drawn points of the des
 constexpr double gridOnSheet = 7;      // mm, least distance of height lines
 constexpr double stakeOnSheet = 15;    // mm, least distance of labelled stakes
 constexpr double leastRange = 1;       // m of height that the graph shows at least
+constexpr double breakWidth = 3;       // mm of a broken chain's line with the text at its left
 constexpr double percent = 100;
 
 struct GradePoint {
@@ -48,27 +49,11 @@ std::vector<GradePoint> GradePoints(RoadDesign* road) {
     return points;
 }
 
-/// Horizontal stretches of a band that are taken by texts.
-class Row {
-public:
-    bool Take(double from, double to) {
-        for (const auto& [left, right] : taken) {
-            if (from < right && left < to) return false;
-        }
-        taken.emplace_back(from, to);
-        return true;
-    }
-
-private:
-    std::vector<std::pair<double, double>> taken;
-};
-
 class Profile {
 public:
     Profile(Canvas& sheet, RoadDesign* designed, const RoadLine& walked, const Box& box)
-        : canvas(sheet), line(walked), points(GradePoints(designed)), frame(box) {
-        graph = {box.left + axisRoom, box.top + pointRoom, box.right - 4, box.bottom - bands * bandHeight};
-        horizontal = UsualScale(line.Length() * millimetresPerMetre / graph.Width());
+        : canvas(sheet), line(walked), points(GradePoints(designed)), frame(box), axis(box, walked) {
+        graph = {axis.left, box.top + pointRoom, axis.right, box.bottom - bands * bandHeight};
         Sample();
         FitHeights();
     }
@@ -113,17 +98,11 @@ public:
 
     void DrawBreaks() {
         for (const Break& it : line.Breaks()) {
-            const double x = X(it.continuous);
-            canvas.Line({x, graph.top}, {x, graph.bottom + bandHeight},
-                        {.colour = colours::brokenChain, .width = 0.3, .dashed = true});
-            const std::string text =
-                FormatMileage(line.Prefix(), {it.back, 0}) + " = " + FormatMileage(line.Prefix(), {it.ahead, 0});
-            canvas.Text({x - 0.8, graph.bottom - 1.5}, text,
-                        {.size = 2,
-                         .angle = -std::numbers::pi / 2,
-                         .colour = colours::brokenChain,
-                         .bold = true,
-                         .halo = true});
+            const double x = axis.X(it.continuous);
+            DrawBreak(canvas, x, graph.top, graph.bottom + bandHeight);
+            TextStyle style = breakStyle;
+            style.angle = -std::numbers::pi / 2;
+            canvas.Text({x - 0.8, graph.bottom - 1.5}, BreakText(line, it), style);
         }
     }
 
@@ -149,12 +128,10 @@ public:
         }
     }
 
-    [[nodiscard]] std::string Scales() const { return ScaleText(horizontal) + " / " + ScaleText(vertical); }
+    [[nodiscard]] std::string Scales() const { return ScaleText(axis.denominator) + " / " + ScaleText(vertical); }
 
 private:
-    [[nodiscard]] double X(double continuous) const {
-        return graph.left + (continuous - line.Start()) * millimetresPerMetre / horizontal;
-    }
+    [[nodiscard]] double X(double continuous) const { return axis.X(continuous); }
     [[nodiscard]] double Y(double height) const {
         return graph.bottom - (height - base) * millimetresPerMetre / vertical;
     }
@@ -164,7 +141,7 @@ private:
     }
 
     void Sample() {
-        const double step = sampleOnSheet * horizontal / millimetresPerMetre;
+        const double step = sampleOnSheet * axis.denominator / millimetresPerMetre;
         const auto count = static_cast<int>(std::ceil(line.Length() / step));
         for (int i = 0; i <= count; ++i) {
             const double at = std::min(line.Start() + i * step, line.End());
@@ -196,9 +173,9 @@ private:
     }
 
     void DrawStakes() {
-        Row stakes;
-        Row heights;
-        const double step = UsualStep(std::max(stakeOnSheet * horizontal / millimetresPerMetre, 1.0));
+        TextRow stakes;
+        TextRow heights;
+        const double step = UsualStep(std::max(stakeOnSheet * axis.denominator / millimetresPerMetre, 1.0));
         const CentrePoint ends[] = {line.At(line.Start()),
                                     line.At(line.Pieces().back(), line.Pieces().back().Length())};
         for (const auto& end : ends) DrawStake(end, 3, stakes, heights);
@@ -210,10 +187,10 @@ private:
         });
     }
 
-    void DrawStake(const CentrePoint& point, int decimals, Row& stakes, Row& heights) {
+    void DrawStake(const CentrePoint& point, int decimals, TextRow& stakes, TextRow& heights) {
         const double x = X(point.continuous);
         const TextStyle style{.size = 2, .anchorX = 0.5, .anchorY = 0.5};
-        const auto write = [&](const std::string& text, Row& row, double y) {
+        const auto write = [&](const std::string& text, TextRow& row, double y) {
             const double half = canvas.TextWidth(text, style) / 2 + 0.6;
             // At the ends of the graph the text moves inwards.
             const double middle = std::clamp(x, graph.left + half, std::max(X(line.End()) - half, graph.left + half));
@@ -261,6 +238,27 @@ private:
         }
     }
 
+    /// Where along a tangent a label stands clear of the broken chains, as near to the middle as can be: in the middle
+    /// when there is no such place.
+    [[nodiscard]] double ShareWithoutBreak(double left, double right, double half) const {
+        const auto breaks = line.Breaks();
+        const auto clear = [&](double at) {
+            return at - half > left && at + half < right &&
+                   std::none_of(breaks.begin(), breaks.end(), [&](const Break& it) {
+                       return std::fabs(X(it.continuous) - breakWidth / 2 - at) < half + breakWidth / 2;
+                   });
+        };
+        constexpr double middle = 0.5;
+        constexpr int steps = 25;
+        for (int i = 0; i < steps; ++i) {
+            const double shift = middle * i / steps;
+            for (const double share : {middle - shift, middle + shift}) {
+                if (clear(left + share * (right - left))) return share;
+            }
+        }
+        return middle;
+    }
+
     void DrawGrade(const GradePoint& from, const GradePoint& to) {
         const Place left{X(from.at), Y(from.record.elevation)};
         const Place right{X(to.at), Y(to.record.elevation)};
@@ -272,9 +270,11 @@ private:
         const std::string full = grade + "   " + FormatReal(from.record.distanceToNext, 2) + " m";
         const bool roomForFull = canvas.TextWidth(full, style) + 6 < room;
         if (!roomForFull && canvas.TextWidth(grade, style) + 3 > room) return;
-        canvas.Text({(left.x + right.x) / 2 + 1.2 * std::sin(style.angle),
-                     (left.y + right.y) / 2 - 1.2 * std::cos(style.angle)},
-                    roomForFull ? full : grade, style);
+        const std::string& text = roomForFull ? full : grade;
+        const double share = ShareWithoutBreak(left.x, right.x, canvas.TextWidth(text, style) / 2 + 1);
+        canvas.Text({left.x + share * (right.x - left.x) + 1.2 * std::sin(style.angle),
+                     left.y + share * (right.y - left.y) - 1.2 * std::cos(style.angle)},
+                    text, style);
     }
 
     static std::string CurveText(const GradePoint& point) {
@@ -291,8 +291,8 @@ private:
     std::vector<GradePoint> points;
     std::vector<Place> samples;  ///< continuous mileage and height while fitting, then places on the sheet
     Box frame, graph;
+    LengthAxis axis;
     std::optional<double> curvature;  ///< where the last element of the plan band ended (mm)
-    double horizontal = 1;            ///< scale denominator
     double vertical = 1;              ///< scale denominator
     double base = 0;                  ///< height of the graph's lower edge (m)
     double heightStep = 1;            ///< m

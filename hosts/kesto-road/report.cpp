@@ -6,11 +6,13 @@
 #include <vector>
 
 #include "commands.hpp"
+#include "cross_section.hpp"
 #include "csv.hpp"
 #include "numbers.hpp"
 #include "output.hpp"
 #include "road_file.hpp"
 #include "road_line.hpp"
+#include "text_table.hpp"
 
 namespace kesto::host {
 
@@ -19,34 +21,9 @@ namespace {
 constexpr int lengthDecimals = 3;    // millimetres
 constexpr int azimuthDecimals = 6;   // degrees
 constexpr int gradeDecimals = 4;     // per cent
+constexpr int slopeDecimals = 3;     // per cent
 constexpr double squareOffset = 90;  // degrees
 constexpr double percent = 100;
-
-/// Columns as wide as their widest cell; the first one is left-aligned, the others right-aligned.
-class Table {
-public:
-    explicit Table(std::vector<std::string> header) { rows.push_back(std::move(header)); }
-    void Add(std::vector<std::string> row) { rows.push_back(std::move(row)); }
-    [[nodiscard]] std::string Text(const std::string& title) const {
-        std::string text = "\n" + title + " (" + std::to_string(rows.size() - 1) + ")\n";
-        if (rows.size() == 1) return text + "  none\n";
-        std::vector<std::size_t> widths(rows.front().size(), 0);
-        for (const auto& row : rows) {
-            for (std::size_t i = 0; i < row.size(); ++i) widths[i] = std::max(widths[i], row[i].size());
-        }
-        for (const auto& row : rows) {
-            for (std::size_t i = 0; i < row.size(); ++i) {
-                const std::string padding(widths[i] - row[i].size() + 2, ' ');
-                text += i == 0 ? "  " + row[i] + padding.substr(2) : padding + row[i];
-            }
-            text += '\n';
-        }
-        return text;
-    }
-
-private:
-    std::vector<std::vector<std::string>> rows;
-};
 
 std::string Metres(double number) { return FormatReal(number, lengthDecimals); }
 
@@ -61,7 +38,7 @@ std::string Overview(const std::string& path, const RoadLine& line) {
 }
 
 std::string Elements(const RoadLine& line) {
-    Table table({"type", "turn", "from", "length", "start radius", "end radius", "x", "y", "azimuth"});
+    TextTable table({"type", "turn", "from", "length", "start radius", "end radius", "x", "y", "azimuth"});
     for (const Piece& piece : line.Pieces()) {
         const Element& it = piece.element;
         const char* turn = it.turnDirection == 0 ? "left" : "right";
@@ -74,7 +51,7 @@ std::string Elements(const RoadLine& line) {
 }
 
 std::string MainPoints(RoadDesign* road, const RoadLine& line) {
-    Table table({"point", "mileage", "occurrence", "x", "y"});
+    TextTable table({"point", "mileage", "occurrence", "x", "y"});
     StakeCoordinate stake{};
     for (std::int32_t i = 0; GetStakeCoordinate(road, i, &stake); ++i) {
         if (stake.label[0] == '\0') continue;
@@ -85,7 +62,7 @@ std::string MainPoints(RoadDesign* road, const RoadLine& line) {
 }
 
 std::string BrokenChains(RoadDesign* road, const RoadLine& line) {
-    Table table({"kind", "back", "ahead", "jump"});
+    TextTable table({"kind", "back", "ahead", "jump"});
     BrokenChain chain{};
     for (std::int32_t i = 0; GetBrokenChain(road, i, &chain); ++i) {
         const double jump = chain.aheadMileage - chain.backMileage;
@@ -97,7 +74,7 @@ std::string BrokenChains(RoadDesign* road, const RoadLine& line) {
 }
 
 std::string GradePoints(RoadDesign* road, const RoadLine& line) {
-    Table table({"curve", "mileage", "occurrence", "elevation", "grade out %", "radius", "from", "to"});
+    TextTable table({"curve", "mileage", "occurrence", "elevation", "grade out %", "radius", "from", "to"});
     const bool byRadius = GetVerticalCurveMode(road) == 0;
     VerticalCurve point{};
     for (std::int32_t i = 0; GetVerticalCurve(road, i, &point); ++i) {
@@ -112,6 +89,33 @@ std::string GradePoints(RoadDesign* road, const RoadLine& line) {
                    end(point.startMileage, point.startOccurrence), end(point.endMileage, point.endOccurrence)});
     }
     return table.Text("Grade-change points");
+}
+
+std::string Plates(RoadDesign* road, std::int32_t side) {
+    TextTable table({"plate", "code", "width", "cross slope %", "step"});
+    const auto text = [](const char* name) { return std::string(*name == '\0' ? "-" : name); };
+    for (const SectionPlate& it : StandardPlates(road, side)) {
+        table.Add({text(it.name), text(it.code), Metres(it.width), FormatReal(it.crossSlope, slopeDecimals),
+                   Metres(it.step)});
+    }
+    return table.Text(side == leftSide ? "Plates of the left side, from the centre line outwards"
+                                       : "Plates of the right side, from the centre line outwards");
+}
+
+std::string ChangeSections(RoadDesign* road, const RoadLine& line) {
+    TextTable table({"side", "kind", "mileage", "occurrence", "transition to it", "values"});
+    for (const std::int32_t side : bothSides) {
+        for (const std::int32_t kind : bothKinds) {
+            for (const Change& it : Changes(road, side, kind)) {
+                std::string values;
+                for (const double value : it.values) values += (values.empty() ? "" : "  ") + Metres(value);
+                table.Add({sideNames[static_cast<std::size_t>(side)], kindNames[static_cast<std::size_t>(kind)],
+                           it.stake ? FormatMileage(line.Prefix(), *it.stake) : "not on the road",
+                           it.stake ? std::to_string(it.stake->occurrence) : "-", TransitionName(it.type), values});
+            }
+        }
+    }
+    return table.Text("Change sections: cross slopes (%) or widths (m), from the centre line outwards");
 }
 
 std::int32_t WriteStakes(RoadDesign* road, const RoadLine& line, const std::string& path, int decimals) {
@@ -146,6 +150,8 @@ ExitCode RunReport(const ReportOptions& options) {
     out.Write(MainPoints(road.get(), line));
     out.Write(BrokenChains(road.get(), line));
     out.Write(GradePoints(road.get(), line));
+    for (const std::int32_t side : bothSides) out.Write(Plates(road.get(), side));
+    out.Write(ChangeSections(road.get(), line));
     const std::string path = (std::filesystem::path(options.folder) / "stakes.csv").string();
     const std::int32_t count = WriteStakes(road.get(), line, path, options.decimals);
     out.Write("\n");

@@ -60,6 +60,14 @@ CentrePoint RoadLine::At(double continuous) const {
     return At(*next, std::clamp(continuous - next->from, 0.0, next->Length()));
 }
 
+std::optional<CentrePoint> RoadLine::At(const Stake& stake) const {
+    CentrePoint point{stake, stake.mileage, 0, 0, 0};
+    const bool found = GetPositionAndAzimuth(road, stake.mileage, 0, squareOffset, &point.x, &point.y, &point.azimuth,
+                                             stake.occurrence) &&
+                       GetSrcMileage(road, &point.continuous, stake.occurrence);
+    return found ? std::optional(point) : std::nullopt;
+}
+
 std::vector<Break> RoadLine::Breaks() const {
     std::vector<Break> breaks;
     for (std::size_t i = 1; i < pieces.size(); ++i) {
@@ -88,9 +96,9 @@ void RoadLine::ForEachMultiple(double step, const std::function<void(const Centr
     visit(At(pieces.back(), pieces.back().Length()));
 }
 
-std::optional<double> RoadLine::HeightAt(const Stake& stake) const {
+std::optional<double> RoadLine::HeightAt(const Stake& stake, double offset) const {
     double height = 0;
-    if (!hasProfile || !GetHeight(road, stake.mileage, stake.occurrence, 0, &height)) return std::nullopt;
+    if (!hasProfile || !GetHeight(road, stake.mileage, stake.occurrence, offset, &height)) return std::nullopt;
     return height;
 }
 

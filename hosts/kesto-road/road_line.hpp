@@ -52,14 +52,17 @@ public:
     [[nodiscard]] CentrePoint At(const Piece& piece, double distance) const;
     /// The centre line at a continuous mileage, limited to the road.
     [[nodiscard]] CentrePoint At(double continuous) const;
+    /// The centre line at a stake; nothing when the road does not have this place.
+    [[nodiscard]] std::optional<CentrePoint> At(const Stake& stake) const;
     [[nodiscard]] std::vector<Break> Breaks() const;
 
     /// Visits the road's start, every whole multiple of the step in stake mileage in order of travel (each occurrence
     /// of it), and the road's end.
     void ForEachMultiple(double step, const std::function<void(const CentrePoint&)>& visit) const;
 
-    /// Design height on the centre line; nothing where the road has no profile.
-    [[nodiscard]] std::optional<double> HeightAt(const Stake& stake) const;
+    /// Design height at an offset (m, positive to the right); nothing where the road has no profile, or no section
+    /// that holds the offset.
+    [[nodiscard]] std::optional<double> HeightAt(const Stake& stake, double offset = 0) const;
     /// The road's stake prefix.
     [[nodiscard]] std::string Prefix() const;
 

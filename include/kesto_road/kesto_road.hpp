@@ -6,7 +6,7 @@
  *
  *  Failures:
  *  - the constructor throws std::bad_alloc;
- *  - what builds a road (Start, Straight, Arc, Spiral, BrokenChain, GradePoint) throws kesto::Error
+ *  - what builds a road (Start, Straight, Arc, Spiral, BrokenChain, GradePoint, Plate, Change) throws kesto::Error
  *    and adds nothing, so a road cannot silently miss a piece;
  *  - queries return an empty optional, Design and Update return false, Open and Save a status: LastFailure() tells why.
  */
@@ -44,6 +44,19 @@ struct Location {
 
 /** Side to which an arc or a spiral turns, looking along it. */
 enum class Turn : std::uint8_t { Left = 0, Right = 1 };
+
+/** Side of the road, looking towards increasing mileage. */
+enum class Side : std::int32_t { Left = 0, Right = 1 };
+
+/** What a change section alters. */
+enum class ChangeOf : std::int32_t {
+    CrossSlope = 0, /**< superelevation: the values are cross slopes (per cent) */
+    Width = 1       /**< widening: the values are widths (m) */
+};
+
+/** How the values pass from the change section before, or from the road's start, to this one: with t from 0 to 1 along
+ *  the stretch the share t, t^2 (3 - 2t) or t^3 (4 - 3t) of the difference. */
+enum class Transition : std::int32_t { Linear = 0, Cubic = 1, FourthDegree = 2 };
 
 /** A status code as an English sentence: static text, never null. */
 inline const char* Describe(std::int32_t status) { return DescribeStatus(status); }
@@ -148,6 +161,43 @@ public:
         return *this;
     }
 
+    /** Adds a plate to the standard section, outside the plates that its side has.
+     *  @param side       side of the road
+     *  @param width      horizontal width (m)
+     *  @param crossSlope cross slope (per cent), positive when the outer edge is higher
+     *  @param step       vertical step at its inner edge (m)
+     *  @param name       shown, never interpreted; cut to 31 bytes, without blanks if it is to be saved whole
+     *  @throws Error when a number is not finite or memory runs out */
+    Road& Plate(Side side, double width, double crossSlope, double step = 0, const std::string& name = {}) {
+        RequireFinite({width, crossSlope, step});
+        SectionPlate plate{};
+        plate.width = width;
+        plate.crossSlope = crossSlope;
+        plate.step = step;
+        name.copy(plate.name, sizeof plate.name - 1);
+        Require(AddStandardSectionPlate(Handle(), &plate, static_cast<std::int32_t>(side), atEnd));
+        return *this;
+    }
+
+    /** Adds a change section: the plates of a side take other widths or cross slopes here. Add the elements, broken
+     *  chains and plates first.
+     *  @param side       side of the road
+     *  @param what       what the values are
+     *  @param mileage    stake mileage (m)
+     *  @param values     one for each plate of the side, from the centre line outwards
+     *  @param transition how the values of the stretch that ends here come to these
+     *  @param occurrence which of the equal stake mileages, 0-based
+     *  @throws Error when the mileage is not on the road, the number of values is not that of the plates, a change
+     *          section is there already, a number is not finite, or memory runs out */
+    Road& Change(Side side, ChangeOf what, double mileage, const std::vector<double>& values,
+                 Transition transition = Transition::Linear, std::int32_t occurrence = 0) {
+        for (const double value : values) RequireFinite({value});
+        Require(AddChangeSectionList(
+            Handle(), mileage, static_cast<std::int32_t>(side), static_cast<std::int32_t>(what), values.data(),
+            static_cast<std::int32_t>(values.size()), occurrence, static_cast<std::int32_t>(transition)));
+        return *this;
+    }
+
     /** Stores the spacing of regular stakes (m), at least 1; 100 by default. */
     Road& StakeInterval(double interval) {
         SetMileageInterval(Handle(), interval);
@@ -209,6 +259,25 @@ public:
     std::optional<double> Height(double mileage, std::int32_t occurrence = 0, double offset = 0) {
         double height = 0;
         return When(GetHeight(Handle(), mileage, occurrence, offset, &height), height);
+    }
+
+    /** The cross section of one side, from the centre line outwards: every plate with its width and cross slope here,
+     * and the offset (positive on both sides), point and design height of its outer edge. Design() must have run.
+     *  @param mileage    stake mileage (m)
+     *  @param side       side of the road
+     *  @param occurrence which of the equal stake mileages, 0-based
+     *  @return heights counted from the centre line for a road without grade points; empty: no plates, no such place,
+     * or no stakes yet */
+    std::optional<std::vector<SectionPlate>> RoadSide(double mileage, Side side, std::int32_t occurrence = 0) {
+        std::vector<SectionPlate> plates;
+        SectionPlateArray array{nullptr, GetStandardSectionPlateCount(Handle(), static_cast<std::int32_t>(side)), 0};
+        bool found = false;
+        do {
+            plates.resize(static_cast<std::size_t>(array.count));
+            array = {plates.data(), 0, static_cast<std::int32_t>(plates.size())};
+            found = GetRoadSide(Handle(), mileage, occurrence, static_cast<std::int32_t>(side), &array);
+        } while (!found && array.count > array.capacity);
+        return When(found, plates);
     }
 
     /** Continuous mileage (start mileage plus distance along the road) of a stake mileage.
@@ -276,6 +345,7 @@ private:
     static constexpr std::int32_t arcType = 2;
     static constexpr std::int32_t spiralType = 3;
     static constexpr std::int32_t notSet = -1;
+    static constexpr std::int32_t atEnd = -1;
     static constexpr double squareAngle = 90;    // degrees
     static constexpr double mostWritten = 1e12;  // m: stake texts of larger mileages have no exact millimetres
 
@@ -324,7 +394,7 @@ private:
         element.endRadius = endRadius;
         element.length = length;
         EndOf(element);  // what cannot be evaluated must not enter the road
-        Require(AddElement(Handle(), &element, -1));
+        Require(AddElement(Handle(), &element, atEnd));
         SetRoadDesignMode(Handle(), elementMode);
         return *this;
     }

@@ -100,6 +100,44 @@ TEST(RoadWrapper, QueriesWithoutAnswerAreEmptyAndSayWhy) {
     EXPECT_EQ(road.Open("no_such.road"), KESTO_FILE_NOT_OPENED);
 }
 
+TEST(RoadWrapper, SectionsPassFromPlatesToChanges) {
+    using kesto::ChangeOf;
+    using kesto::Side;
+    using kesto::Transition;
+    Road road = QuarterTurn();
+    EXPECT_FALSE(road.RoadSide(540, Side::Right));
+    EXPECT_EQ(road.LastFailure()->status, KESTO_NO_CROSS_SECTION);
+    road.Plate(Side::Right, 3, -2, 0.1, "lane").Plate(Side::Right, 1, -6).GradePoint(500, 20).GradePoint(700, 22);
+    ASSERT_TRUE(road.Design());
+    road.Change(Side::Right, ChangeOf::Width, 600, {4, 1});
+    road.Change(Side::Right, ChangeOf::CrossSlope, 600, {4, -6}, Transition::Cubic);
+
+    // 40 of the 100 m to the change sections, on a straight to the north: the width has 0.4 of its change, the slope
+    // 0.4 squared times (3 - 0.8).
+    const double slope = -2 + 6 * 0.352;
+    const double height = 20.4 + 0.1 + 3.4 * slope / 100;
+    const auto right = road.RoadSide(540, Side::Right);
+    ASSERT_TRUE(right);
+    ASSERT_EQ(right->size(), 2U);
+    EXPECT_STREQ(right->front().name, "lane");
+    EXPECT_NEAR(right->front().width, 3.4, tiny);
+    EXPECT_NEAR(right->front().crossSlope, slope, tiny);
+    EXPECT_NEAR(right->front().height, height, tiny);
+    EXPECT_NEAR(right->back().offset, 4.4, tiny);
+    EXPECT_NEAR(right->back().x, 1040, tiny);
+    EXPECT_NEAR(right->back().y, 2004.4, tiny);
+    EXPECT_NEAR(right->back().height, height - 0.06, tiny);
+    EXPECT_NEAR(road.Height(540, 0, 3.9).value_or(0), height - 0.03, tiny);
+    EXPECT_FALSE(road.RoadSide(540, Side::Left));
+
+    EXPECT_EQ(StatusOf([&] { road.Change(Side::Right, ChangeOf::Width, 650, {4}); }), KESTO_VALUE_COUNT_DIFFERS);
+    EXPECT_EQ(StatusOf([&] { road.Change(Side::Right, ChangeOf::Width, 499, {4, 1}); }), KESTO_MILEAGE_OFF_ROAD);
+    EXPECT_EQ(StatusOf([&] { road.Change(Side::Right, ChangeOf::Width, 600, {4, 1}); }), KESTO_DUPLICATE_MILEAGE);
+    const double nan = std::numeric_limits<double>::quiet_NaN();
+    EXPECT_EQ(StatusOf([&] { road.Plate(Side::Left, nan, 0); }), KESTO_ARGUMENT_NOT_FINITE);
+    EXPECT_EQ(StatusOf([&] { road.Change(Side::Right, ChangeOf::Width, 650, {4, nan}); }), KESTO_ARGUMENT_NOT_FINITE);
+}
+
 TEST(RoadWrapper, StartBeginsAnewAndHandlesMove) {
     Road road = QuarterTurn();
     ASSERT_TRUE(road.Design());

@@ -20,6 +20,14 @@ protected:
         Write("good.csv", "name,x,y\nA,6721800,161260\n");
         Write("empty.csv", "");
         Write("utf16.csv", std::string("\xFF\xFEn\0a\0m\0e\0\n\0", 12));
+        Write("plates.csv", "side,name,width,cross_slope\nleft,lane,3,-2\n");
+        Write("blank.csv", "side,name,width,cross_slope\nleft,edge strip,3,-2\n");
+        Write("middle.csv", "side,width,cross_slope\nmiddle,3,-2\n");
+        const std::string changes = "side,kind,mileage,type,value_1,value_2\n";
+        Write("far.csv", changes + "left,widening,161,linear,4,\n");
+        Write("again.csv", changes + "left,widening,50,linear,4,\nleft,widening,50,cubic,5,\n");
+        Write("more.csv", changes + "left,widening,50,linear,4,5\n");
+        Write("quintic.csv", changes + "left,widening,50,quintic,4,\n");
         Write("one.road", "        0.00000000       100.00000000                  0                  K\r\n\r\n");
     }
 };
@@ -61,6 +69,23 @@ TEST_F(Mistakes, GiveOneLineAndTheirCode) {
         {"make start.csv elements.csv --broken twice.csv -o x.road", 4, {"twice.csv line 3", "mileage"}},
         {"make start.csv elements.csv -o x.txt", 3, {"'x.txt' has the wrong extension"}},
         {"make start.csv elements.csv -o nowhere/x.road", 3, {"'nowhere/x.road' cannot be written"}},
+        {"make start.csv elements.csv --plates blank.csv -o x.road", 4, {"blank.csv line 2: 'edge strip' has a blank"}},
+        {"make start.csv elements.csv --plates middle.csv -o x.road", 4, {"'middle', which is not left or right"}},
+        {"make start.csv elements.csv --plates plates.csv --changes far.csv -o x.road",
+         4,
+         {"far.csv line 2: it lies 1.000 m beyond the road's end at K0+160.000"}},
+        {"make start.csv elements.csv --plates plates.csv --changes again.csv -o x.road",
+         4,
+         {"again.csv line 3", "(change section 1)"}},
+        {"make start.csv elements.csv --plates plates.csv --changes more.csv -o x.road", 4, {"value_2 is given"}},
+        {"make start.csv elements.csv --changes far.csv -o x.road", 4, {"value_1 is given"}},
+        {"make start.csv elements.csv --plates plates.csv --changes quintic.csv -o x.road",
+         4,
+         {"quintic.csv line 2: column 'type' holds 'quintic', which is not linear, cubic or fourth"}},
+        {"section it.road --mileage K27+300", 4, {"the road has no plates"}},
+        {"section it.road", 2, {"--mileage"}},
+        {"plot it.road --section K27+300 -o it.svg", 4, {"the road has no plates"}},
+        {"plot it.road --occurrence 1 -o it.svg", 2, {"--occurrence goes with --section"}},
         {"plot it.road -o it.jpg", 2, {"'it.jpg'", ".svg, .pdf or .png"}},
         {"plot it.road -o nowhere/it.svg", 3, {"'nowhere/it.svg' cannot be written"}},
         {"plot it.road -o nowhere/it.png", 3, {"'nowhere/it.png' cannot be written"}},
@@ -73,6 +98,18 @@ TEST_F(Mistakes, GiveOneLineAndTheirCode) {
     }
     EXPECT_FALSE(std::filesystem::exists(folder / "x.road"));
     EXPECT_EQ(ReadFile(folder / "good.csv"), "name,x,y\nA,6721800,161260\n");
+}
+
+TEST_F(Mistakes, SectionsOffTheRoadSaySo) {
+    ASSERT_EQ(Run(SectionTables() + " -o s.road").code, 0);
+    for (const std::string command : {"section s.road --mileage ", "plot s.road -o s.svg --section "}) {
+        const auto beyond = Run(command + "870");
+        EXPECT_EQ(beyond.code, 4);
+        EXPECT_NE(beyond.err.find("K0+870.000 (occurrence 0) is not on the road: it lies 3.632 m beyond"),
+                  std::string::npos)
+            << beyond.err;
+        EXPECT_EQ(Run(command + "485 --occurrence 2").code, 4);
+    }
 }
 
 TEST_F(Mistakes, BadRowsOfPointsLoseNoGoodOnes) {

@@ -78,6 +78,14 @@ protected:
         return arguments;
     }
 
+    /// The same for the sample road with cross sections.
+    static std::string SectionTables() {
+        const std::string data = std::string(KESTO_SAMPLE_ROADS) + "/superelevated/";
+        return "make '" + data + "start.csv' '" + data + "elements.csv' --broken '" + data +
+               "broken_chains.csv' --profile '" + data + "profile.csv' --plates '" + data + "plates.csv' --changes '" +
+               data + "changes.csv' --interval 20";
+    }
+
     /// Makes a road of a sample alignment.
     void Make(const std::string& sample, const std::string& road) const {
         const auto made = Run(Tables(sample) + " -o " + road);

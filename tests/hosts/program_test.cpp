@@ -129,8 +129,8 @@ TEST_F(Program, LocatesThePointsOfTheSampleRoad) {
     EXPECT_NEAR(std::stod(tenth[7]), 3.580, 1e-3);
     EXPECT_NEAR(std::stod(tenth[9]), 0.047, 1e-3);
     const auto last = Fields(rows[13]);
-    EXPECT_EQ(last[4] + last[5] + last[6] + last[7] + last[8] + last[9], "");
-    EXPECT_EQ(last[10], "off the road: 14.200 m beyond the road's end at K28+406.153");
+    for (std::size_t i = 4; i < 12; ++i) EXPECT_EQ(last[i], "");
+    EXPECT_EQ(last[12], "off the road: 14.200 m beyond the road's end at K28+406.153");
 }
 
 TEST_F(Program, LocateBetweenLimitsFindsTheChosenOccurrence) {
@@ -203,6 +203,107 @@ TEST_F(Program, CurvesGivenByTheirEndsMakeTheProfileSo) {
     EXPECT_GT(heights, 0);
 }
 
+// The second K0+485 of the sample lies 495 m along the road, 26.816117 m into the transitions of 40 m that lead out of
+// the left curve: cubic from 4 and -4 to -2.5 per cent, fourth degree from 3.8 to 3.5 m on the left. The grade line
+// falls from 5 m at 349.9981 by 3 m in 300.0038 m.
+struct Expected {
+    double leftSlope, rightSlope, leftWidth, centre;
+};
+Expected SecondK0485() {
+    const double t = 26.816117 / 40;
+    const double cubic = t * t * (3 - 2 * t);
+    return {-4 + 1.5 * cubic, 4 - 6.5 * cubic, 3.8 - 0.3 * t * t * t * (4 - 3 * t),
+            5 - 3 * (495 - 349.9981) / 300.0038};
+}
+
+TEST_F(Program, SectionInsideATransitionBehindABrokenChain) {
+    ASSERT_EQ(Run(SectionTables() + " -o s.road").code, 0);
+    EXPECT_EQ(ReadFile(folder / "s.road"), ReadFile(std::string(KESTO_SAMPLE_ROADS) + "/superelevated.road"));
+    const auto run = Run("section s.road --mileage +K0+485 --decimals 6");
+    ASSERT_EQ(run.code, 0) << run.err;
+    std::vector<std::vector<std::string>> rows;  // plate, code, width, slope, step, offset, x, y, height
+    for (const auto& line : Lines(run.out)) {
+        std::istringstream stream(line);
+        std::vector<std::string> cells;
+        for (std::string cell; stream >> cell;) cells.push_back(cell);
+        if (cells.size() == 9 && (cells[0] == "lane" || cells[0] == "strip" || cells[0] == "verge"))
+            rows.push_back(cells);
+    }
+    ASSERT_EQ(rows.size(), 6U) << run.out;
+    const Expected is = SecondK0485();
+    const double leftStrip = is.centre + (is.leftWidth + 0.5) * is.leftSlope / 100;
+    const double rightStrip = is.centre + (3.5 + 0.5) * is.rightSlope / 100;
+    const double expected[][4] = {
+        // width, slope, offset, height of the outer edge
+        {is.leftWidth, is.leftSlope, -is.leftWidth, is.centre + is.leftWidth * is.leftSlope / 100},
+        {0.5, is.leftSlope, -is.leftWidth - 0.5, leftStrip},
+        {1.5, -6, -is.leftWidth - 2, leftStrip - 0.03 - 0.09},
+        {3.5, is.rightSlope, 3.5, is.centre + 3.5 * is.rightSlope / 100},
+        {0.5, is.rightSlope, 4, rightStrip},
+        {1.5, -6, 5.5, rightStrip - 0.03 - 0.09}};
+    constexpr double printed = 1.5e-6;
+    for (std::size_t i = 0; i < rows.size(); ++i) {
+        const std::size_t columns[] = {2, 3, 5, 8};
+        for (std::size_t k = 0; k < 4; ++k) {
+            EXPECT_NEAR(std::stod(rows[i][columns[k]]), expected[i][k], printed) << i << " " << columns[k];
+        }
+        const auto edge = At("s.road +K0+485 --decimals 6 --offset " + rows[i][5]);
+        EXPECT_NEAR(std::stod(rows[i][6]), std::stod(edge[3]), printed);
+        EXPECT_NEAR(std::stod(rows[i][7]), std::stod(edge[4]), printed);
+    }
+}
+
+TEST_F(Program, LocateTellsCutAndFillAtThePointsOwnOffset) {
+    ASSERT_EQ(Run(SectionTables() + " -o s.road").code, 0);
+    const Expected is = SecondK0485();
+    const auto point = [&](const std::string& offset) {
+        const auto at = At("s.road +K0+485 --decimals 6 --offset " + offset);
+        return "P," + at[3] + "," + at[4] + ",4\n";
+    };
+    Write("p.csv", "name,x,y,height\n" + point("-2") + point("5") + point("6"));
+    const auto rows = Lines(Run("locate s.road p.csv --decimals 6").out);
+    ASSERT_EQ(rows.size(), 4U);
+    EXPECT_EQ(rows[0].substr(rows[0].find("design_height")),
+              "design_height,difference,design_height_at_offset,difference_at_offset,note");
+    const double designs[] = {is.centre + 2 * is.leftSlope / 100, is.centre + 4 * is.rightSlope / 100 - 0.03 - 0.06};
+    for (std::size_t i = 0; i < 2; ++i) {
+        const auto row = Fields(rows[i + 1]);
+        EXPECT_NEAR(std::stod(row[9]), 4 - is.centre, 2e-6);
+        EXPECT_NEAR(std::stod(row[10]), designs[i], 2e-6);
+        EXPECT_NEAR(std::stod(row[11]), 4 - designs[i], 2e-6);
+    }
+    const auto beyond = Fields(rows[3]);  // the verge ends at 5.5 m
+    EXPECT_NE(beyond[8], "");
+    EXPECT_EQ(beyond[10] + beyond[11], "");
+}
+
+TEST_F(Program, SectionsOfARoadWithoutAProfileCountFromTheCentreLine) {
+    Write("plates.csv", "side,width,cross_slope\nright,3,-2\n");
+    ASSERT_EQ(Run(Tables("finland-m3") + " --plates plates.csv -o s.road").code, 0);
+    const auto run = Run("section s.road --mileage 50");
+    EXPECT_EQ(run.code, 0) << run.err;
+    EXPECT_NE(run.out.find("Heights are counted from the centre line: the road has no profile."), std::string::npos);
+    EXPECT_NE(run.out.find(" -0.0600\n"), std::string::npos) << run.out;
+    EXPECT_NE(run.out.find("(0)\n  none\n"), std::string::npos) << run.out;  // the left side
+}
+
+TEST_F(Program, ReportListsPlatesAndChangeSections) {
+    ASSERT_EQ(Run(SectionTables() + " -o s.road").code, 0);
+    const auto run = Run("report s.road");
+    for (const char* part : {"left side, from the centre line outwards (3)", "outwards (24)"}) {
+        EXPECT_NE(run.out.find(part), std::string::npos) << part << " in\n" << run.out;
+    }
+    const auto row = [&](const std::string& start, const std::string& end) {
+        const auto lines = Lines(run.out);
+        return std::any_of(lines.begin(), lines.end(), [&](const auto& line) {
+            return line.find(start) != std::string::npos && line.ends_with(end);
+        });
+    };
+    EXPECT_TRUE(row("left   heightening  K0+498.184           0             cubic", "-2.500  -2.500  -6.000"));
+    EXPECT_TRUE(row("right     widening  K0+577.165           0             cubic", "3.800  0.500  1.500"));
+    EXPECT_TRUE(row("left      widening  K0+274.719           0            fourth", "3.800  0.500  1.500"));
+}
+
 TEST_F(Program, PlotsInEveryFormat) {
     Make("trafikverket-crossover", "it.road");
     const std::pair<std::string, std::string> formats[] = {{"a.svg", "<?xml"}, {"a.pdf", "%PDF"}, {"a.PNG", "\x89PNG"}};
@@ -214,12 +315,18 @@ TEST_F(Program, PlotsInEveryFormat) {
         EXPECT_GT(picture.size(), 5000U);
     }
     EXPECT_NE(ReadFile(folder / "a.svg").find("width=\"841"), std::string::npos);  // 297 mm in points
+    ASSERT_EQ(Run(SectionTables() + " -o s.road").code, 0);
+    EXPECT_EQ(Run("plot s.road --section 300 -o s.svg").out, "s.svg: section 1:40 / 1:8\n");
+    ASSERT_EQ(Run("plot s.road -o t.svg").code, 0);
+    ASSERT_EQ(Run(SectionTables().replace(SectionTables().find("--plates"), std::string::npos, "-o u.road")).code, 0);
+    ASSERT_EQ(Run("plot u.road -o u.svg").code, 0);
+    EXPECT_GT(ReadFile(folder / "t.svg").size(), ReadFile(folder / "u.svg").size() + 10000);  // the diagrams
     Make("finland-m3", "plan.road");
     EXPECT_EQ(Run("plot plan.road -o plan.svg").out, "plan.svg: plan 1:4000\n");  // no profile, so plan only
 }
 
 TEST_F(Program, HelpHasAnExampleForEveryCommand) {
-    for (const std::string command : {"report", "make", "locate", "at", "plot"}) {
+    for (const std::string command : {"report", "make", "locate", "at", "section", "plot"}) {
         const auto run = Run(command + " --help");
         EXPECT_EQ(run.code, 0);
         EXPECT_NE(run.out.find("Example:\n  kesto-road " + command + " "), std::string::npos) << run.out;

@@ -171,6 +171,9 @@ TEST_F(ProjectFile, SkippedRecordsAreToldBesideSuccess) {
     EXPECT_EQ(failure.record, 5);
     EXPECT_EQ(failure.value, 2);
     EXPECT_EQ(GetBrokenChainCount(road), 1);
+    Put("b.road", "0 100 0 K\r\n\r\nBrokenChain\r\n1 2\r\n");
+    EXPECT_EQ(OpenProject(road, At("b.road").c_str()), KESTO_SUCCESS);
+    EXPECT_FALSE(GetLastFailure(road, &failure)) << "a whole file leaves nothing of the one before";
 }
 
 TEST_F(ProjectFile, AFailingDesignRunKeepsWhatWasRead) {

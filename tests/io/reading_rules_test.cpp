@@ -131,7 +131,9 @@ TEST(ReadingRules, ALineBeyondItsBufferEndsReading) {
     for (const Case& it : cases) {
         const std::string text =
             std::string(it.outside - 1, '-') + "\r\nBrokenChain\r\n1 2\r\n" + Wide("3 4\r", it.inside) + "\n5 6\r\n";
-        EXPECT_EQ(Opened(text).road.brokenChains.Count(), it.chains) << it.outside << ' ' << it.inside;
+        const Opened opened(text);
+        EXPECT_EQ(opened.road.brokenChains.Count(), it.chains) << it.outside << ' ' << it.inside;
+        EXPECT_EQ(static_cast<bool>(opened.outcome), it.chains == 3) << "what was cut off is told";
     }
     EXPECT_EQ(Opened("BrokenChain\n" + Wide("3 4", 16383)).road.brokenChains.Count(), 1);  // no line end at all
 }
@@ -174,6 +176,23 @@ TEST(ReadingRules, TokensAndColumns) {
     }
 }
 
+TEST(ReadingRules, TheWritersOwnColumnsHold) {
+    // Numbers that run into one another, beside a name with a blank: eight tokens for eight fields, yet the columns
+    // tell.
+    const std::string name = std::string(28, ' ') + "JD 1";
+    const std::string numbers = "4000000.00000000-38512345.25000000";
+    const std::string line = name + "  " + numbers + "      300.00000000" + std::string(4, ' ') + "    0.00000000" +
+                             "        0.00000000        0.00000000        0.00000000";
+    ASSERT_EQ(line.size(), 32U + 7 * 18);
+    const Opened opened(Lines({"Intersection", line}));
+    ASSERT_EQ(opened.road.intersections.Count(), 1);
+    const Intersection& point = opened.road.intersections[0];
+    EXPECT_EQ(TextOf(point.name), "JD");
+    EXPECT_EQ(point.x, 4000000);
+    EXPECT_EQ(point.y, -38512345.25);
+    EXPECT_EQ(point.radius, 300);
+}
+
 TEST(ReadingRules, ANameAtTheEndLeavesTheNumbersInPlace) {
     const Opened opened(Lines({"Coordinate", "1 0 10 20 30 first point", "2 1 11 21 31", "3 1 12 22"}));
     ASSERT_EQ(opened.road.coordinates.Count(), 3);
@@ -185,7 +204,8 @@ TEST(ReadingRules, ANameAtTheEndLeavesTheNumbersInPlace) {
 }
 
 TEST(ReadingRules, ElementFieldsInTheirOrder) {
-    const Opened opened(Lines({"Element", "1 2 30 40 1 99 3 500 400 7", "0 0 0 1 256 x 1 0 0 0"}));
+    const Opened opened(
+        Lines({"Element", "1 2 30 40 1 99 3 500 400 7", "0 0 25 0 255 x 0 0 0 0", "0 0 0 1 256 x 1 0 0 0"}));
     ASSERT_EQ(opened.road.elements.Count(), 2);
     const Element& spiral = opened.road.elements[0];
     EXPECT_EQ(spiral.startX, 1);
@@ -198,6 +218,7 @@ TEST(ReadingRules, ElementFieldsInTheirOrder) {
     EXPECT_EQ(spiral.endRadius, 400);
     EXPECT_EQ(spiral.flag, 7);
     EXPECT_EQ(spiral.secondAzimuth, 0);
+    EXPECT_EQ(opened.road.elements[1].secondAzimuth, 25) << "a start record repeats its azimuth";
     EXPECT_NE(opened.road.elements[1].turnDirection, 0);  // 256 does not turn left
 }
 
