@@ -30,7 +30,7 @@ Outcome InsertPlate(RoadDesign& road, const SectionPlate& plate, std::int32_t si
 
 /// Appends plates and discards the change sections of the side. The plates that are there stay, deliberately.
 /// @return fails for an unknown side
-Outcome AppendPlates(RoadDesign& road, std::span<const SectionPlate> plates, std::int32_t side);
+Outcome AppendPlates(RoadDesign& road, std::span<const SectionPlate> added, std::int32_t side);
 
 /// Removes a plate, and its value from every change section of the side that lies on the road. With the last plate the
 /// side's change sections go; their transition types stay.
