@@ -67,7 +67,7 @@ Result<double> PlacedCentreHeight(RoadDesign& road, StakeMileage stake) {
 }  // namespace
 
 Result<std::vector<SectionPlate>> RoadSide(RoadDesign& road, StakeMileage stake, std::int32_t side, HeightBase base) {
-    Result<std::vector<SectionPlate>> plates = SectionAtMileage(road, stake, side);
+    Result<std::vector<SectionPlate>> plates = GetSectionAtMileage(road, stake, side);
     if (!plates) return plates;
     double centreHeight = 0;
     if (base == HeightBase::Profile) {
@@ -106,7 +106,7 @@ Outcome FindHeight(RoadDesign& road, StakeMileage stake, double offset, double& 
         return {};
     }
     const auto side = static_cast<std::int32_t>(offset < 0 ? Side::Left : Side::Right);
-    const Result<std::vector<SectionPlate>> plates = SectionAtMileage(road, stake, side);
+    const Result<std::vector<SectionPlate>> plates = GetSectionAtMileage(road, stake, side);
     if (!plates) {
         Failure failure = plates.failure();
         if (failure.status == KESTO_NO_CROSS_SECTION) failure.value = failure.excess = std::fabs(offset);

@@ -15,7 +15,7 @@ enum class HeightBase { Profile, CentreLine };
 
 /// The plates of one side with their outer edges: offset, point and height, from the centre line outwards. A plate's
 /// step stands at its inner edge. Makes the road current. Side slopes are to continue outwards from the last plate.
-/// @return fails as SectionAtMileage(), where the profile gives no height, and where an edge would not be finite
+/// @return fails as GetSectionAtMileage(), where the profile gives no height, and where an edge would not be finite
 Result<std::vector<SectionPlate>> RoadSide(RoadDesign& road, StakeMileage stake, std::int32_t side, HeightBase base);
 
 /// Design height at a stake mileage and offset (m): on the centre line that of the profile, away from it on the plate

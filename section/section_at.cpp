@@ -108,7 +108,7 @@ Result<std::vector<SectionPlate>> ChainageSection() { return Fail(KESTO_NO_CROSS
 
 }  // namespace
 
-Result<std::vector<SectionPlate>> SectionAtMileage(RoadDesign& road, StakeMileage stake, std::int32_t side) {
+Result<std::vector<SectionPlate>> GetSectionAtMileage(RoadDesign& road, StakeMileage stake, std::int32_t side) {
     switch (static_cast<SectionMode>(road.settings.sectionMode)) {
         case SectionMode::ChangeSections: return ChangedSection(road, stake, side);
         case SectionMode::ChainageSections: return ChainageSection();

@@ -14,6 +14,6 @@ namespace kesto {
 /// slopes passing from one change section to the next by the transition of the later one. Makes the road current.
 /// @return plates from the centre line outwards, their outputs as stored. Fails for an unknown side or section mode,
 ///         where there are no plates or no stakes (run the design first), and off the road
-Result<std::vector<SectionPlate>> SectionAtMileage(RoadDesign& road, StakeMileage stake, std::int32_t side);
+Result<std::vector<SectionPlate>> GetSectionAtMileage(RoadDesign& road, StakeMileage stake, std::int32_t side);
 
 }  // namespace kesto

@@ -24,7 +24,7 @@ void AddChange(RoadDesign& road, kesto::ChangeTable which, double mileage, std::
 }
 
 double SlopeAt(RoadDesign& road, double mileage, std::int32_t occurrence = 0) {
-    const auto plates = kesto::SectionAtMileage(road, {mileage, occurrence}, left);
+    const auto plates = kesto::GetSectionAtMileage(road, {mileage, occurrence}, left);
     return plates ? plates->front().crossSlope : -999;
 }
 
@@ -54,7 +54,7 @@ TEST(SectionAtMileage, WideningAndHeighteningAreIndependent) {
     ASSERT_TRUE(kesto::InsertPlate(road, MakePlate(1, -4), right, -1));
     AddChange(road, {right, heightening}, 600, {2, -4}, 0);
     AddChange(road, {right, widening}, 700, {5, 1}, 0);
-    const auto plates = kesto::SectionAtMileage(road, {600, 0}, right);
+    const auto plates = kesto::GetSectionAtMileage(road, {600, 0}, right);
     ASSERT_TRUE(plates);
     EXPECT_DOUBLE_EQ((*plates)[0].crossSlope, 2);
     EXPECT_DOUBLE_EQ((*plates)[0].width, 4);
@@ -65,20 +65,20 @@ TEST(SectionAtMileage, WideningAndHeighteningAreIndependent) {
 TEST(SectionAtMileage, WhereThereIsNone) {
     RoadDesign road;
     MakeStraightRoad(road);
-    EXPECT_EQ(kesto::SectionAtMileage(road, {5, 0}, left).failure().status, KESTO_NO_CROSS_SECTION);
+    EXPECT_EQ(kesto::GetSectionAtMileage(road, {5, 0}, left).failure().status, KESTO_NO_CROSS_SECTION);
     ASSERT_TRUE(kesto::InsertPlate(road, MakePlate(3, -2), left, -1));
-    EXPECT_TRUE(kesto::SectionAtMileage(road, {1000, 0}, left));
-    EXPECT_FALSE(kesto::SectionAtMileage(road, {1000.001, 0}, left));
-    EXPECT_FALSE(kesto::SectionAtMileage(road, {-0.001, 0}, left));
-    EXPECT_FALSE(kesto::SectionAtMileage(road, {5, 1}, left));
-    EXPECT_EQ(kesto::SectionAtMileage(road, {5, 0}, 2).failure().status, KESTO_UNKNOWN_SIDE);
+    EXPECT_TRUE(kesto::GetSectionAtMileage(road, {1000, 0}, left));
+    EXPECT_FALSE(kesto::GetSectionAtMileage(road, {1000.001, 0}, left));
+    EXPECT_FALSE(kesto::GetSectionAtMileage(road, {-0.001, 0}, left));
+    EXPECT_FALSE(kesto::GetSectionAtMileage(road, {5, 1}, left));
+    EXPECT_EQ(kesto::GetSectionAtMileage(road, {5, 0}, 2).failure().status, KESTO_UNKNOWN_SIDE);
     for (const std::int32_t mode : {1, 5, -1}) {
         road.settings.sectionMode = mode;
-        EXPECT_FALSE(kesto::SectionAtMileage(road, {5, 0}, left)) << mode;
+        EXPECT_FALSE(kesto::GetSectionAtMileage(road, {5, 0}, left)) << mode;
     }
     road.settings.sectionMode = 0;
     road.stakes.Clear();
-    EXPECT_EQ(kesto::SectionAtMileage(road, {5, 0}, left).failure().status, KESTO_NO_STAKES);
+    EXPECT_EQ(kesto::GetSectionAtMileage(road, {5, 0}, left).failure().status, KESTO_NO_STAKES);
 }
 
 TEST(SectionAtMileage, TransitionRunsThroughABrokenChain) {
@@ -159,7 +159,7 @@ TEST(Plates, ChangeSectionOffTheRoadIsLeftAlone) {
     EXPECT_EQ(table.at(900).values, (std::vector<double>{6}));
     EXPECT_FALSE(kesto::ChangeAt(road, {left, heightening}, 1));
     // Between the two only the inner plate has a value at both ends.
-    const auto plates = kesto::SectionAtMileage(road, {500, 0}, left);
+    const auto plates = kesto::GetSectionAtMileage(road, {500, 0}, left);
     ASSERT_TRUE(plates);
     EXPECT_DOUBLE_EQ((*plates)[0].crossSlope, -7 + 13 * 0.5);
     EXPECT_DOUBLE_EQ((*plates)[1].crossSlope, -2);
