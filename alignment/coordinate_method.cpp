@@ -108,8 +108,10 @@ std::optional<Piece> Join(const Coordinate& from, const Coordinate& to, double c
     switch (piece.type) {
         case ElementType::Straight: return Piece{.length = chord};
         case ElementType::Arc: {
-            if (IsInfiniteRadius(from.radius) || !(chord - 2 * from.radius <= tolerance::meetsPoint))
+            // A half circle may come out longer than its diameter by the rounding of its points.
+            if (IsInfiniteRadius(from.radius) || !(chord - 2 * from.radius <= tolerance::meetsPoint)) {
                 return std::nullopt;
+            }
             piece.startRadius = piece.endRadius = from.radius;
             piece.length = 2 * from.radius * std::asin(std::min(chord / (2 * from.radius), 1.0));
             return piece;

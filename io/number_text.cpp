@@ -89,8 +89,6 @@ double WrittenReal(double number) noexcept {
 
 void AppendInteger(std::string& text, std::int32_t number) { text += std::to_string(number); }
 
-bool BeginsWithNumber(std::string_view text) noexcept { return !NumberPart(text, true).empty(); }
-
 std::optional<double> ParseReal(std::string_view text) noexcept {
     const std::string_view part = NumberPart(text, true);
     if (part.empty()) return 0.0;

@@ -18,9 +18,6 @@ double WrittenReal(double number) noexcept;
 /// Appends an integer in decimal notation.
 void AppendInteger(std::string& text, std::int32_t number);
 
-/// Whether a text begins with a decimal number.
-bool BeginsWithNumber(std::string_view text) noexcept;
-
 /// The longest decimal number that a text begins with: 0 where there is none (hexadecimal, inf and nan are none) and
 /// for one that is too small for a double.
 /// @return nothing when the number is too large for a double
