@@ -10,14 +10,17 @@ namespace kesto::host {
 
 struct ReportOptions {
     std::string road;
-    std::string folder = ".";  ///< where stakes.csv goes
-    int decimals = 4;          ///< of coordinates and mileages in stakes.csv
+    std::string folder = ".";  ///< where stakes.csv and curves.csv go
+    int decimals = 4;          ///< of coordinates and mileages in these tables
 };
-/// Prints a summary of a road and writes its stakes as stakes.csv. @throws Problem
+/// Prints a summary of a road and writes its stakes, and the curves of a road made from intersections, as tables.
+/// @throws Problem
 ExitCode RunReport(const ReportOptions& options);
 
 struct MakeOptions {
-    std::string start, elements;
+    std::string start;                             ///< empty: from mileage 0, where the plan needs no more
+    std::string elements, intersections, points;   ///< the plan: one of them
+    bool straights = false;                        ///< the points are joined by straights
     std::string broken, profile, plates, changes;  ///< tables that may be missing: empty
     std::string road;                              ///< project file to write
     std::string prefix = "K";

@@ -39,19 +39,27 @@ CLI::App* AddCommand(CLI::App& app, const std::string& name, const std::string& 
 }
 
 void SetUpReport(CLI::App& app, ReportOptions& options, ExitCode& result) {
-    auto* command = AddCommand(app, "report", "Print a summary of a road and write its stakes to stakes.csv",
+    auto* command = AddCommand(app, "report",
+                               "Print a summary of a road and write its stakes to stakes.csv, its curves to curves.csv",
                                "demo.road --out results");
     command->add_option("ROAD", options.road, "Project file (.road)")->required();
-    command->add_option("--out", options.folder, "Folder for stakes.csv, which must exist")->capture_default_str();
+    command->add_option("--out", options.folder, "Folder for these tables, which must exist")->capture_default_str();
     AddDecimals(command, options.decimals);
     command->callback([&] { result = RunReport(options); });
 }
 
 void SetUpMake(CLI::App& app, MakeOptions& options, ExitCode& result) {
-    auto* command = AddCommand(app, "make", "Make a road from tables",
-                               "start.csv elements.csv --broken broken_chains.csv --profile profile.csv -o demo.road");
-    command->add_option("START", options.start, "Table with the start mileage, point and azimuth")->required();
-    command->add_option("ELEMENTS", options.elements, "Table with one element a line")->required();
+    auto* command =
+        AddCommand(app, "make", "Make a road from tables",
+                   "start.csv elements.csv --broken broken_chains.csv --profile profile.csv -o demo.road\n  "
+                   "kesto-road make start.csv --intersections intersections.csv -o demo.road\n  "
+                   "kesto-road make --points points.csv --straights -o demo.road");
+    command->add_option("START", options.start, "Table with the start mileage, and for ELEMENTS point and azimuth");
+    command->add_option("ELEMENTS", options.elements, "Table with one element a line");
+    command->add_option("--intersections", options.intersections,
+                        "Instead of ELEMENTS: table of tangent intersections");
+    command->add_option("--points", options.points, "Instead of ELEMENTS: table of main points");
+    command->add_flag("--straights", options.straights, "Join the points by straights, whatever their types");
     command->add_option("--broken", options.broken, "Table of broken chains");
     command->add_option("--profile", options.profile, "Table of grade-change points");
     command->add_option("--plates", options.plates, "Table of the plates of both sides");

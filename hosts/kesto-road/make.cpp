@@ -10,6 +10,7 @@
 #include "failure_text.hpp"
 #include "make_tables.hpp"
 #include "numbers.hpp"
+#include "plan_tables.hpp"
 #include "road_file.hpp"
 #include "road_line.hpp"
 #include "section_tables.hpp"
@@ -21,11 +22,19 @@ namespace {
 constexpr double joinTolerance = 0.01;    // m: a start point further from the element before is worth a warning
 constexpr double breakTolerance = 1e-3;   // m: a broken chain that shows on the road is found this near
 constexpr double beyondTolerance = 1e-3;  // m: a grade-change point further off the road is worth a warning
+
+/// Road design modes.
+constexpr std::int32_t intersectionMode = 0;
 constexpr std::int32_t elementMode = 1;
+constexpr std::int32_t pointMode = 2;
+constexpr std::int32_t straightsMode = 3;
 
 struct Tables {
+    std::int32_t mode = elementMode;
     StartRow start;
-    std::vector<ElementRow> elements;
+    std::vector<ElementRow> elements;  ///< one of the three forms of plan is filled
+    std::vector<FromLine<Intersection>> intersections;
+    std::vector<FromLine<Coordinate>> points;
     std::vector<FromLine<BrokenChain>> brokenChains;
     ProfileTable profile;
     std::vector<FromLine<PlateRow>> plates;
@@ -39,11 +48,27 @@ void RefuseProblems(const std::vector<std::string>& problems) {
     throw Problem(ExitCode::Data, problems.back());
 }
 
+/// The form of plan that the options name.
+std::int32_t ModeOf(const MakeOptions& options) {
+    const int plans = static_cast<int>(!options.elements.empty()) + static_cast<int>(!options.intersections.empty()) +
+                      static_cast<int>(!options.points.empty());
+    if (plans != 1) {
+        throw Problem(ExitCode::Usage, "a road has one plan: give START and ELEMENTS, --intersections, or --points");
+    }
+    if (options.straights && options.points.empty()) throw Problem(ExitCode::Usage, "--straights goes with --points");
+    if (!options.intersections.empty()) return intersectionMode;
+    if (options.points.empty()) return elementMode;
+    return options.straights ? straightsMode : pointMode;
+}
+
 Tables ReadTables(const MakeOptions& options) {
     std::vector<std::string> problems;
     Tables tables;
-    tables.start = ReadStart(options.start, options.prefix, problems);
-    tables.elements = ReadElements(options.elements, problems);
+    tables.mode = ModeOf(options);
+    if (!options.start.empty()) tables.start = ReadStart(options.start, options.prefix, problems);
+    if (!options.elements.empty()) tables.elements = ReadElements(options.elements, problems);
+    if (!options.intersections.empty()) tables.intersections = ReadIntersections(options.intersections, problems);
+    if (!options.points.empty()) tables.points = ReadPlanPoints(options.points, options.straights, problems);
     if (!options.broken.empty()) tables.brokenChains = ReadBrokenChains(options.broken, options.prefix, problems);
     if (!options.profile.empty()) tables.profile = ReadProfile(options.profile, options.prefix, problems);
     if (!options.plates.empty()) tables.plates = ReadPlates(options.plates, problems);
@@ -105,12 +130,36 @@ void AddElements(RoadDesign* road, const Tables& tables) {
     }
 }
 
+void AddPlan(RoadDesign* road, const Tables& tables) {
+    if (tables.mode == elementMode) AddElements(road, tables);
+    for (const auto& row : tables.intersections) {
+        if (!AddIntersection(road, &row.record, -1)) RefuseRecord(road, row.where);
+    }
+    for (const auto& row : tables.points) {
+        if (!AddCoordinate(road, &row.record, -1)) RefuseRecord(road, row.where);
+    }
+}
+
+/// Runs the design; where it fails, the message begins with the line that is to blame.
+void Design(RoadDesign* road, const Tables& tables) {
+    if (DesignRoad(road)) return;
+    const Failure failure = LastFailure(road);
+    const auto record = static_cast<std::size_t>(failure.record);
+    std::string where;
+    if (failure.list == KESTO_LIST_INTERSECTIONS && record < tables.intersections.size()) {
+        where = tables.intersections[record].where + ": ";
+    } else if (failure.list == KESTO_LIST_COORDINATES && record < tables.points.size()) {
+        where = tables.points[record].where + ": ";
+    }
+    throw Problem(ExitCode::Road, where + "no road can be built: " + DescribeLastFailure(road));
+}
+
 void Fill(RoadDesign* road, const Tables& tables, const MakeOptions& options) {
     SetStartMileage(road, tables.start.mileage);
     SetMileageInterval(road, options.interval);
     SetMakeStakePerfix(road, options.prefix.c_str());
-    SetRoadDesignMode(road, elementMode);
-    AddElements(road, tables);
+    SetRoadDesignMode(road, tables.mode);
+    AddPlan(road, tables);
     for (const auto& chain : tables.brokenChains) {
         if (!AddBrokenChain(road, &chain.record)) RefuseRecord(road, chain.where);
     }
@@ -118,7 +167,7 @@ void Fill(RoadDesign* road, const Tables& tables, const MakeOptions& options) {
     for (const auto& point : tables.profile.points) {
         if (!AddVerticalCurve(road, &point.record)) RefuseRecord(road, point.where);
     }
-    if (!DesignRoad(road)) throw Problem(ExitCode::Road, "no road can be built: " + DescribeLastFailure(road));
+    Design(road, tables);
 }
 
 void AddChange(RoadDesign* road, const FromLine<ChangeRow>& row) {
@@ -152,6 +201,13 @@ void AddSections(RoadDesign* road, const Tables& tables) {
 
 /// What builds, but is hardly meant.
 void WarnOfStrays(RoadDesign* road, const RoadLine& line, const Tables& tables) {
+    const Element& first = line.Pieces().front().element;
+    const double gap = std::hypot(tables.start.x.value_or(first.startX) - first.startX,
+                                  tables.start.y.value_or(first.startY) - first.startY);
+    if (gap > joinTolerance) {
+        PrintWarning(tables.start.where + ": the start point lies " + FormatReal(gap, 3) +
+                     " m from the first point of the plan, where the road starts");
+    }
     const auto breaks = line.Breaks();
     for (const auto& chain : tables.brokenChains) {
         const bool shows = std::any_of(breaks.begin(), breaks.end(), [&](const Break& it) {
@@ -169,11 +225,20 @@ void WarnOfStrays(RoadDesign* road, const RoadLine& line, const Tables& tables) 
     }
 }
 
-/// The design run has split elements at the broken chains; the file keeps them as they were entered.
+/// The design run has split elements at the broken chains; the file keeps them as they were entered. Of any other plan
+/// it keeps the points, not the elements that they make.
 void RestoreElements(RoadDesign* road, const Tables& tables) {
+    if (tables.mode != elementMode) return;
     while (GetElementCount(road) > 0) DeleteElement(road, GetElementCount(road) - 1);
     AddElements(road, tables);
     SetStartMileage(road, tables.start.mileage);
+}
+
+/// "14 elements", "10 intersections" or "7 points".
+std::string PlanSize(const Tables& tables) {
+    if (!tables.intersections.empty()) return std::to_string(tables.intersections.size()) + " intersections";
+    if (!tables.points.empty()) return std::to_string(tables.points.size()) + " points";
+    return std::to_string(tables.elements.size()) + " elements";
 }
 
 }  // namespace
@@ -182,7 +247,7 @@ ExitCode RunMake(const MakeOptions& options) {
     CheckRoadExtension(options.road);
     Tables tables = ReadTables(options);
     const RoadHandle road = NewRoad();
-    CompleteElements(road.get(), tables);
+    if (tables.mode == elementMode) CompleteElements(road.get(), tables);
     Fill(road.get(), tables, options);
     AddSections(road.get(), tables);
     const RoadLine line(road.get());
@@ -194,9 +259,8 @@ ExitCode RunMake(const MakeOptions& options) {
         throw Problem(ExitCode::File, "'" + options.road + "' cannot be written: " + DescribeStatus(status) +
                                           ": check the folder, its permissions and the disk");
     }
-    std::cout << options.road << ": " << length << " m, " << tables.elements.size() << " elements, "
-              << tables.brokenChains.size() << " broken chains, " << tables.profile.points.size()
-              << " grade-change points";
+    std::cout << options.road << ": " << length << " m, " << PlanSize(tables) << ", " << tables.brokenChains.size()
+              << " broken chains, " << tables.profile.points.size() << " grade-change points";
     if (!tables.plates.empty()) {
         std::cout << ", " << tables.plates.size() << " plates, " << tables.changes.size() << " change sections";
     }

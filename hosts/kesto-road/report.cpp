@@ -1,4 +1,4 @@
-// kesto-road report: a summary of the road, and its stakes as a table.
+// kesto-road report: a summary of the road; its stakes and, where it has intersections, its curves as tables.
 #include <algorithm>
 #include <array>
 #include <filesystem>
@@ -8,6 +8,8 @@
 #include "commands.hpp"
 #include "cross_section.hpp"
 #include "csv.hpp"
+#include "curve_tables.hpp"
+#include "curves.hpp"
 #include "numbers.hpp"
 #include "output.hpp"
 #include "road_file.hpp"
@@ -148,14 +150,22 @@ ExitCode RunReport(const ReportOptions& options) {
     out.Write(Overview(options.road, line));
     out.Write(Elements(line));
     out.Write(MainPoints(road.get(), line));
+    const auto intersections = FiguresOfIntersections(road.get(), line);
+    if (!intersections.empty()) out.Write(CurveTables(intersections, line.Prefix()));
     out.Write(BrokenChains(road.get(), line));
     out.Write(GradePoints(road.get(), line));
     for (const std::int32_t side : bothSides) out.Write(Plates(road.get(), side));
     out.Write(ChangeSections(road.get(), line));
-    const std::string path = (std::filesystem::path(options.folder) / "stakes.csv").string();
-    const std::int32_t count = WriteStakes(road.get(), line, path, options.decimals);
+    const auto pathOf = [&](const char* name) { return (std::filesystem::path(options.folder) / name).string(); };
+    const std::string stakes = pathOf("stakes.csv");
+    const std::int32_t count = WriteStakes(road.get(), line, stakes, options.decimals);
     out.Write("\n");
-    out.Write(std::to_string(count) + " stakes written to " + path + "\n");
+    out.Write(std::to_string(count) + " stakes written to " + stakes + "\n");
+    if (!intersections.empty()) {
+        const std::string curves = pathOf("curves.csv");
+        WriteCurves(intersections, curves, options.decimals);
+        out.Write(std::to_string(intersections.size()) + " intersections written to " + curves + "\n");
+    }
     out.Finish();
     return ExitCode::Ok;
 }

@@ -1,43 +1,13 @@
 #include "section_tables.hpp"
 
-#include <algorithm>
-#include <array>
-#include <string_view>
-
 #include "cross_section.hpp"
 #include "csv.hpp"
 #include "problem.hpp"
+#include "table_cells.hpp"
 
 namespace kesto::host {
 
 namespace {
-
-/// A field that names one of a few things, by its name or its number.
-template <std::size_t count>
-std::int32_t Choice(const CsvReader& reader, std::string_view column, const std::array<const char*, count>& names) {
-    const auto field = reader.Text(reader.Require(column));
-    std::string all;
-    for (std::size_t i = 0; i < count; ++i) {
-        if (field == names[i] || field == std::to_string(i)) return static_cast<std::int32_t>(i);
-        all += (i == 0 ? "" : i + 1 < count ? ", " : " or ") + std::string(names[i]);
-    }
-    throw Problem(ExitCode::Data, reader.Where() + ": column '" + std::string(column) + "' holds '" +
-                                      std::string(field) + "', which is not " + all);
-}
-
-/// Copies a text into a record's field. The project file separates its fields by blanks.
-template <std::size_t size>
-void CopyText(const CsvReader& reader, std::string_view column, char (&text)[size]) {
-    const auto field = reader.Text(reader.Find(column));
-    const std::string start = reader.Where() + ": '" + std::string(field) + "' ";
-    if (field.size() >= size) {
-        throw Problem(ExitCode::Data, start + "is too long: a text has at most " + std::to_string(size - 1) + " bytes");
-    }
-    if (field.find_first_of(" \t") != std::string_view::npos) {
-        throw Problem(ExitCode::Data, start + "has a blank, which a project file cannot keep: write an underscore");
-    }
-    std::copy(field.begin(), field.end(), text);
-}
 
 std::vector<CsvReader::Column> ValueColumns(const CsvReader& reader) {
     std::vector<CsvReader::Column> columns{reader.Require("value_1")};
