@@ -85,6 +85,14 @@ void Canvas::Use(const TextStyle& style) {
     cairo_set_font_size(context.get(), style.size);
 }
 
+void Canvas::ClipTo(const Box& box) {
+    cairo_save(context.get());
+    cairo_rectangle(context.get(), box.left, box.top, box.Width(), box.Height());
+    cairo_clip(context.get());
+}
+
+void Canvas::EndClip() { cairo_restore(context.get()); }
+
 void Canvas::Line(Place from, Place to, const Pen& pen) { Polyline({from, to}, pen); }
 
 void Canvas::Polyline(const std::vector<Place>& places, const Pen& pen) {

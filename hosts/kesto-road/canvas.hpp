@@ -32,6 +32,8 @@ inline constexpr Colour dim{0.42, 0.44, 0.48};
 inline constexpr Colour straight{0.20, 0.22, 0.25};
 inline constexpr Colour arc{0.80, 0.16, 0.12};
 inline constexpr Colour spiral{0.10, 0.38, 0.78};
+inline constexpr Colour polygon{0.50, 0.53, 0.57};
+inline constexpr Colour polygonName{0.05, 0.42, 0.38};
 inline constexpr Colour verticalCurve{0.05, 0.52, 0.32};
 inline constexpr Colour brokenChain{0.65, 0.10, 0.60};
 inline constexpr Colour leftSide{0.00, 0.45, 0.62};
@@ -60,6 +62,10 @@ class Canvas {
 public:
     /// @throws Problem for another extension, or when the file cannot be made
     Canvas(std::string filePath, double widthMm, double heightMm);
+
+    /// Draws only inside the box until EndClip().
+    void ClipTo(const Box& box);
+    void EndClip();
 
     void Line(Place from, Place to, const Pen& pen);
     void Polyline(const std::vector<Place>& places, const Pen& pen);

@@ -11,13 +11,18 @@ namespace kesto::host {
 
 namespace {
 
-constexpr int lengthDecimals = 3;   // millimetres, in messages
-constexpr int angleDecimals = 4;    // of degrees
-constexpr double samePoint = 1e-7;  // m: the library's own equality of points
-constexpr double sameSide = 1e-9;   // relative: two evaluations of one polygon side
+constexpr int lengthDecimals = 3;        // millimetres, in messages
+constexpr int angleDecimals = 4;         // of degrees
+constexpr double samePoint = 1e-7;       // m: the library's own equality of points
+constexpr double infiniteRadius = 1e-7;  // m: a smaller radius stands for infinite
+constexpr double sameSide = 1e-9;        // relative: two evaluations of one polygon side
 constexpr std::int32_t spiralType = 3;
 
 std::string Metres(double metres) { return FormatReal(metres, lengthDecimals) + " m"; }
+
+std::string Radius(double radius) {
+    return radius < infiniteRadius ? "an infinite radius" : "a radius of " + Metres(radius);
+}
 
 std::string Degrees(double degrees) { return FormatReal(degrees, angleDecimals) + " degrees"; }
 
@@ -112,7 +117,7 @@ std::string PointMisfit(RoadDesign* road, const Failure& failure) {
     Coordinate to{};
     if (!GetCoordinate(road, failure.record, &from) || !GetCoordinate(road, failure.record + 1, &to)) return text;
     if (from.type != spiralType) return text + ": its type is unknown, or its radius is negative";
-    return text + ": no spiral from radius " + Metres(from.radius) + " to " + Metres(to.radius) + " meets it";
+    return text + ": no spiral from " + Radius(from.radius) + " to " + Radius(to.radius) + " meets it";
 }
 
 /// A road has start record and elements; from points it needs as many as it has ends.

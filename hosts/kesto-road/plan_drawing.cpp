@@ -5,6 +5,7 @@
 #include <numbers>
 #include <vector>
 
+#include "curves.hpp"
 #include "label_placer.hpp"
 #include "numbers.hpp"
 #include "sheet.hpp"
@@ -15,6 +16,7 @@ namespace {
 
 constexpr double degree = std::numbers::pi / 180;
 constexpr double rightAngle = std::numbers::pi / 2;
+constexpr double fullTurn = 2 * std::numbers::pi;
 constexpr double roomAtSides = 17;        // mm left and right of the road for labels
 constexpr double roomAbove = 26;          // mm above and below it
 constexpr double worthTurning = 1.35;     // how much larger a turned plan must be
@@ -27,6 +29,7 @@ constexpr double lineClearance = 1.2;     // mm kept free about the road
 constexpr double labelHeight = 2.7;       // mm from one label to the next
 constexpr int mostShifts = 40;            // places tried along the road for a label
 constexpr double steepestLeader = 4;      // shift of a label along the road, in distances from it
+constexpr double worthShrinking = 1.25;   // how much smaller a plan may be to show all intersections
 constexpr double kilometre = 1000;        // m
 
 /// Ground to sheet.
@@ -52,6 +55,8 @@ struct View {
 Place Moved(Place place, double direction, double distance) noexcept {
     return {place.x + distance * std::cos(direction), place.y + distance * std::sin(direction)};
 }
+
+double DirectionTo(Place from, Place to) noexcept { return std::atan2(to.y - from.y, to.x - from.x); }
 
 /// The part of the sheet that a view of the road covers.
 Box Extent(const std::vector<Place>& ground, const View& view) {
@@ -85,10 +90,20 @@ double FittingScale(const std::vector<Place>& ground, double turn, const Box& bo
     return std::min(box.Width() / width, box.Height() / height);
 }
 
-View FitView(const RoadLine& line, const Box& whole, double& denominator) {
+/// The points that the plan shows: the road, and the intersections unless they lie so far out that the road would
+/// become small.
+std::vector<Place> Shown(const RoadLine& line, const std::vector<Intersection>& polygon, const Box& box) {
+    std::vector<Place> road = Outline(line);
+    std::vector<Place> all = road;
+    for (const Intersection& it : polygon) all.insert(all.end() - 1, {it.x, it.y});
+    const double shrinking = FittingScale(road, 0, box) / FittingScale(all, 0, box);
+    return shrinking > worthShrinking ? road : all;
+}
+
+View FitView(const RoadLine& line, const std::vector<Intersection>& polygon, const Box& whole, double& denominator) {
     const double above = std::min(roomAbove, whole.Height() / 3);
     const Box box{whole.left + roomAtSides, whole.top + above, whole.right - roomAtSides, whole.bottom - above};
-    const auto ground = Outline(line);
+    const auto ground = Shown(line, polygon, box);
     const Place first = ground.front();
     const Place last = ground.back();
     const double sideways = rightAngle - std::atan2(last.y - first.y, last.x - first.x);  // takes start left, end right
@@ -110,6 +125,29 @@ class Plan {
 public:
     Plan(Canvas& sheet, const RoadLine& walked, const View& fitted, const Box& box)
         : canvas(sheet), line(walked), view(fitted), placer(box) {}
+
+    /// The tangent polygon, as far as the sheet reaches.
+    void DrawPolygon(const std::vector<Intersection>& polygon, const Box& box) {
+        for (const Intersection& it : polygon) corners.push_back(view(it.x, it.y));
+        if (corners.empty()) return;
+        canvas.ClipTo(box);
+        canvas.Polyline(corners, {.colour = colours::polygon, .width = 0.18});
+        canvas.EndClip();
+    }
+
+    /// Circles at the intersections, with their names on the outer side of the curve.
+    void DrawIntersections(const std::vector<Intersection>& polygon, const Box& box) {
+        canvas.ClipTo(box);
+        for (std::size_t i = 1; i + 1 < corners.size(); ++i) {
+            const double back = DirectionTo(corners[i], corners[i - 1]);
+            const double inwards = back + std::remainder(DirectionTo(corners[i], corners[i + 1]) - back, fullTurn) / 2;
+            canvas.Dot(corners[i], 0.6, colours::polygon, false);
+            const Quad circle = TextQuad({corners[i].x - 0.8, corners[i].y}, 0, 1.6, 1.6);
+            if (placer.IsFree(circle)) placer.Take(circle);  // a kink lies on the road: its leader begins there
+            LabelCorner(corners[i], inwards + fullTurn / 2, IntersectionName(polygon[i], i));
+        }
+        canvas.EndClip();
+    }
 
     void DrawElements() {
         for (const Piece& piece : line.Pieces()) {
@@ -220,6 +258,27 @@ private:
         ++omitted;
     }
 
+    /// Writes a level label about a corner of the polygon, first in the direction that leads away from the road.
+    void LabelCorner(Place corner, double away, const std::string& text) {
+        const TextStyle style{.size = 2.3, .anchorY = 0.5, .colour = colours::polygonName, .bold = true};
+        const double width = canvas.TextWidth(text, style);
+        for (const double standOff : {1.6, 3.5, 6.0}) {
+            for (const double turn : {0.0, 0.5, -0.5, 1.0, -1.0, 1.5, -1.5}) {
+                // The text's middle lies so far out that its frame stays off the corner.
+                const Place ray{std::cos(away + turn), std::sin(away + turn)};
+                const Place middle{corner.x + ray.x * (standOff + width / 2),
+                                   corner.y + ray.y * (standOff + labelHeight / 2)};
+                const Place start{middle.x - width / 2, middle.y};
+                const Quad room = TextQuad(start, 0, width, labelHeight);
+                if (!placer.IsFree(room)) continue;
+                placer.Take(room);
+                canvas.Text(start, text, style);
+                return;
+            }
+        }
+        ++omitted;
+    }
+
     void DrawCross(Place place, const std::string& x, const std::string& y) {
         constexpr double arm = 1.5;  // mm
         const Pen pen{.colour = colours::dim, .width = 0.15};
@@ -252,6 +311,7 @@ private:
         const double across = std::cos(normal);
         const bool flip = across < -1e-6 || (across < 1e-6 && std::sin(normal) > 0);
         style.angle = flip ? normal + std::numbers::pi : normal;
+        style.halo = !corners.empty();  // the polygon may run below
         style.anchorX = flip ? 1 : 0;
         style.anchorY = 0.5;
         canvas.Text(start, text, style);
@@ -261,6 +321,7 @@ private:
     const RoadLine& line;
     View view;
     LabelPlacer placer;
+    std::vector<Place> corners;  ///< of the tangent polygon (mm)
     int omitted = 0;
 };
 
@@ -294,7 +355,7 @@ void DrawScaleBar(Canvas& canvas, Place start, double scale, double room) {
     canvas.Text({start.x + metres * scale, start.y + 2.6}, FormatShort(metres) + " m", style);
 }
 
-void DrawLegend(Canvas& canvas, Place place, bool hasBreaks) {
+void DrawLegend(Canvas& canvas, Place place, bool hasBreaks, bool hasPolygon) {
     struct Entry {
         const char* text;
         Colour colour;
@@ -303,6 +364,7 @@ void DrawLegend(Canvas& canvas, Place place, bool hasBreaks) {
     std::vector<Entry> entries{
         {"straight", colours::straight, 0.55}, {"circular arc", colours::arc, 0.55}, {"spiral", colours::spiral, 0.55}};
     if (hasBreaks) entries.push_back({"broken chain", colours::brokenChain, 0.5});
+    if (hasPolygon) entries.push_back({"tangent polygon", colours::polygon, 0.18});
     canvas.Text(place, "Plan", {.size = 2.8, .bold = true});
     for (const Entry& entry : entries) {
         place.y += 4.6;
@@ -316,14 +378,17 @@ void DrawLegend(Canvas& canvas, Place place, bool hasBreaks) {
 
 std::string DrawPlan(Canvas& canvas, RoadDesign* road, const RoadLine& line, const Box& box, const Box& column) {
     double denominator = 1;
-    const View view = FitView(line, box, denominator);
+    const std::vector<Intersection> polygon = IntersectionsOf(road);
+    const View view = FitView(line, polygon, box, denominator);
     Plan plan(canvas, line, view, box);
+    plan.DrawPolygon(polygon, box);
     plan.DrawElements();
+    plan.DrawIntersections(polygon, box);
     plan.DrawBreaks();
     plan.DrawMainPoints(road);
     plan.DrawStakes();
     plan.DrawGrid(box);
-    DrawLegend(canvas, {column.left, column.top + 4}, !line.Breaks().empty());
+    DrawLegend(canvas, {column.left, column.top + 4}, !line.Breaks().empty(), !polygon.empty());
     DrawNorthArrow(canvas, {(column.left + column.right) / 2, column.top + 44}, view.turn);
     DrawScaleBar(canvas, {column.left, column.top + 60}, view.scale, column.Width() - 8);
     canvas.Text({column.left, column.top + 70}, ScaleText(denominator), {.size = 2.6, .bold = true});
