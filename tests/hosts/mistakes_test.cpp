@@ -28,6 +28,19 @@ protected:
         Write("again.csv", changes + "left,widening,50,linear,4,\nleft,widening,50,cubic,5,\n");
         Write("more.csv", changes + "left,widening,50,linear,4,5\n");
         Write("quintic.csv", changes + "left,widening,50,quintic,4,\n");
+        const std::string polygon = "name,x,y,radius,spiral_in,spiral_out\nA,0,0,,,\n";
+        Write("touch.csv", polygon + "JD1,300,0,200,,\nJD2,300,250,100,,\nE,600,250,,,\n");
+        Write("wound.csv", polygon + "JD1,900,0,100,200,200\nE,900,900,,,\n");
+        Write("upon.csv", polygon + ",0,0,9,,\nE,0,900,,,\n");
+        Write("back.csv", polygon + "JD1,900,0,9,,\nE,100,0,,,\n");
+        Write("short_end.csv", polygon + "JD1,2000,0,1000\nJD2,2100,100\nE,2500,300\n");
+        Write("single.csv", polygon);
+        Write("inwards.csv", polygon + "JD1,300,0,-200,,\n");
+        const std::string points = "name,type,turn,x,y,radius\nA,straight,,0,0,\n";
+        Write("wide.csv", points + "B,arc,left,100,0,50\nC,,,200,100,\n");
+        Write("twin.csv", points + "B,straight,,0,0,\n");
+        Write("flat.csv", points + "B,spiral,right,100,0,\nC,,,200,0,\n");
+        Write("loop.csv", points + "B,loop,left,100,0,50\nC,,,200,100,\n");
         Write("one.road", "        0.00000000       100.00000000                  0                  K\r\n\r\n");
     }
 };
@@ -82,6 +95,38 @@ TEST_F(Mistakes, GiveOneLineAndTheirCode) {
         {"make start.csv elements.csv --plates plates.csv --changes quintic.csv -o x.road",
          4,
          {"quintic.csv line 2: column 'type' holds 'quintic', which is not linear, cubic or fourth"}},
+        {"make --intersections touch.csv -o x.road",
+         5,
+         {"touch.csv line 4: no road can be built: the curve of intersection 3 'JD2' does not fit: the tangents "
+          "between it and intersection 2 'JD1' take 300.000 m of 250.000 m, 50.000 m too much"}},
+        {"make start.csv --intersections wound.csv -o x.road",
+         5,
+         {"wound.csv line 3", "spirals turn 114.5916 degrees of 90.0000 degrees, 24.5916 degrees"}},
+        {"make --intersections upon.csv -o x.road",
+         5,
+         {"upon.csv line 3", "intersection 2 lies on intersection 1 'A'"}},
+        {"make --intersections back.csv -o x.road", 5, {"back.csv line 3", "'JD1' does not fit: the road turns back"}},
+        {"make --intersections short_end.csv -o x.road",
+         5,
+         {"'JD1'", "and intersection 3 'JD2' take 414.214 m of 141.421 m"}},
+        {"make --intersections single.csv -o x.road", 4, {"single.csv: a road needs two points"}},
+        {"make --intersections inwards.csv -o x.road", 4, {"inwards.csv line 3: column 'radius' is negative"}},
+        {"make --intersections points.csv -o x.road", 4, {"points.csv line 1: the column 'y' is missing"}},
+        {"make --points wide.csv -o x.road",
+         5,
+         {"wide.csv line 3", "point 2 'B' cannot be joined to point 3 'C', 141.421 m away",
+          "arc is 100.000 m, 41.421 m"}},
+        {"make --points twin.csv --straights -o x.road", 5, {"twin.csv line 2", "they are one point"}},
+        {"make --points flat.csv -o x.road",
+         5,
+         {"flat.csv line 3", "no spiral from an infinite radius to an infinite radius"}},
+        {"make --points loop.csv -o x.road",
+         4,
+         {"loop.csv line 3: column 'type' holds 'loop', which is not straight, arc or spiral"}},
+        {"make --points good.csv -o x.road", 4, {"good.csv line 1: the column 'type' is missing"}},
+        {"make start.csv elements.csv --points wide.csv -o x.road", 2, {"one plan"}},
+        {"make start.csv -o x.road", 2, {"one plan"}},
+        {"make --intersections touch.csv --straights -o x.road", 2, {"--straights goes with --points"}},
         {"section it.road --mileage K27+300", 4, {"the road has no plates"}},
         {"section it.road", 2, {"--mileage"}},
         {"plot it.road --section K27+300 -o it.svg", 4, {"the road has no plates"}},
@@ -98,6 +143,18 @@ TEST_F(Mistakes, GiveOneLineAndTheirCode) {
     }
     EXPECT_FALSE(std::filesystem::exists(folder / "x.road"));
     EXPECT_EQ(ReadFile(folder / "good.csv"), "name,x,y\nA,6721800,161260\n");
+}
+
+TEST_F(Mistakes, EveryBadPointOfAPlanIsNamed) {
+    Write("bad.csv", "type,turn,x,y,radius\n,,0,0,\narc,,100,0,\nspiral,middle,200,0,\nspiral,left,300,z,\n,,400,0,\n");
+    const auto run = Run("make --points bad.csv -o x.road");
+    EXPECT_EQ(run.code, 4);
+    EXPECT_EQ(Lines(run.err).size(), 5U) << run.err;
+    for (const char* part :
+         {"line 2: column 'type' is empty", "line 3: column 'turn' is empty", "line 3: an arc needs a radius",
+          "line 4: column 'turn' holds 'middle'", "line 5: column 'y' holds 'z'"}) {
+        EXPECT_NE(run.err.find(part), std::string::npos) << part << " in " << run.err;
+    }
 }
 
 TEST_F(Mistakes, SectionsOffTheRoadSaySo) {
@@ -147,6 +204,14 @@ TEST_F(Mistakes, WhatIsHardlyMeantIsWarnedOf) {
           "type,turn,start_x,start_y,start_radius,end_radius,length\n1,0,500,600,0,0,100\n1,0,500,700,0,0,5\n");
     Write("stray.csv", "back_mileage,ahead_mileage\n500,400\n");
     Write("high.csv", "mileage,elevation\n0,10\n200,12\n");
+    Write("line.csv", "x,y\n500,600\n500,800\n");
+    const auto moved = Run("make start.csv --intersections line.csv -o y.road");
+    EXPECT_EQ(moved.code, 0) << moved.err;
+    EXPECT_EQ(moved.err, "");
+    Write("line.csv", "x,y\n503,604\n500,800\n");
+    EXPECT_NE(
+        Run("make start.csv --points line.csv --straights -o y.road").err.find("lies 5.000 m from the first point"),
+        std::string::npos);
     const auto run = Run("make start.csv apart.csv --broken stray.csv --profile high.csv -o x.road");
     EXPECT_EQ(run.code, 0) << run.err;
     for (const char* part : {"apart.csv line 3: the start point lies 76.537 m from the end",

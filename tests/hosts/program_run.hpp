@@ -78,6 +78,12 @@ protected:
         return arguments;
     }
 
+    /// The same for a sample that is given by its intersections.
+    static std::string IntersectionTables(const std::string& sample) {
+        const std::string data = std::string(KESTO_TEST_DATA) + "/intersections-" + sample + "/";
+        return "make '" + data + "start.csv' --intersections '" + data + "intersections.csv'";
+    }
+
     /// The same for the sample road with cross sections.
     static std::string SectionTables() {
         const std::string data = std::string(KESTO_SAMPLE_ROADS) + "/superelevated/";
