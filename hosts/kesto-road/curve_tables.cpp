@@ -4,6 +4,7 @@
 #include <optional>
 #include <utility>
 
+#include "conventions.hpp"
 #include "csv.hpp"
 #include "numbers.hpp"
 #include "output.hpp"
@@ -13,10 +14,9 @@ namespace kesto::host {
 
 namespace {
 
-constexpr int lengthDecimals = 3;        // millimetres
-constexpr int angleDecimals = 6;         // degrees
-constexpr double smallestTurn = 1e-7;    // degrees: less is no turn
-constexpr double infiniteRadius = 1e-7;  // m
+constexpr int lengthDecimals = 3;      // millimetres
+constexpr int angleDecimals = 6;       // degrees
+constexpr double smallestTurn = 1e-7;  // degrees: less is no turn
 
 std::string Metres(double number) { return FormatReal(number, lengthDecimals); }
 std::string MetresOrNone(double number) { return number < infiniteRadius ? "-" : Metres(number); }

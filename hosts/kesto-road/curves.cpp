@@ -6,13 +6,12 @@
 #include <numbers>
 #include <utility>
 
+#include "conventions.hpp"
+
 namespace kesto::host {
 
 namespace {
 
-constexpr std::int32_t intersectionMode = 0;
-constexpr std::int32_t straightType = 1;
-constexpr std::int32_t arcType = 2;
 constexpr double samePlace = 1e-6;  // m along the road: a stake of the design run and a curve's own point
 constexpr double degree = std::numbers::pi / 180;
 constexpr double fullCircle = 360;  // degrees

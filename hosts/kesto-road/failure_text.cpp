@@ -4,6 +4,7 @@
 #include <cstring>
 #include <optional>
 
+#include "conventions.hpp"
 #include "mileage_text.hpp"
 #include "numbers.hpp"
 
@@ -11,12 +12,9 @@ namespace kesto::host {
 
 namespace {
 
-constexpr int lengthDecimals = 3;        // millimetres, in messages
-constexpr int angleDecimals = 4;         // of degrees
-constexpr double samePoint = 1e-7;       // m: the library's own equality of points
-constexpr double infiniteRadius = 1e-7;  // m: a smaller radius stands for infinite
-constexpr double sameSide = 1e-9;        // relative: two evaluations of one polygon side
-constexpr std::int32_t spiralType = 3;
+constexpr int lengthDecimals = 3;  // millimetres, in messages
+constexpr int angleDecimals = 4;   // of degrees
+constexpr double sameSide = 1e-9;  // relative: two evaluations of one polygon side
 
 std::string Metres(double metres) { return FormatReal(metres, lengthDecimals) + " m"; }
 

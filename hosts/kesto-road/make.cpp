@@ -6,6 +6,7 @@
 #include <vector>
 
 #include "commands.hpp"
+#include "conventions.hpp"
 #include "cross_section.hpp"
 #include "failure_text.hpp"
 #include "make_tables.hpp"
@@ -22,12 +23,6 @@ namespace {
 constexpr double joinTolerance = 0.01;    // m: a start point further from the element before is worth a warning
 constexpr double breakTolerance = 1e-3;   // m: a broken chain that shows on the road is found this near
 constexpr double beyondTolerance = 1e-3;  // m: a grade-change point further off the road is worth a warning
-
-/// Road design modes.
-constexpr std::int32_t intersectionMode = 0;
-constexpr std::int32_t elementMode = 1;
-constexpr std::int32_t pointMode = 2;
-constexpr std::int32_t straightsMode = 3;
 
 struct Tables {
     std::int32_t mode = elementMode;

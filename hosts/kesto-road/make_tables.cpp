@@ -3,14 +3,13 @@
 #include <algorithm>
 #include <cmath>
 
+#include "conventions.hpp"
 #include "csv.hpp"
 #include "problem.hpp"
 
 namespace kesto::host {
 
 namespace {
-
-constexpr double infiniteRadius = 1e-7;  // m: a smaller radius stands for a straight end
 
 [[noreturn]] void Refuse(const CsvReader& reader, const std::string& what) {
     throw Problem(ExitCode::Data, reader.Where() + ": " + what);

@@ -3,6 +3,7 @@
 #include <algorithm>
 #include <array>
 
+#include "conventions.hpp"
 #include "cross_section.hpp"
 #include "csv.hpp"
 #include "problem.hpp"
@@ -12,10 +13,7 @@ namespace kesto::host {
 
 namespace {
 
-constexpr double infiniteRadius = 1e-7;  // m: a smaller radius stands for infinite
 constexpr std::size_t fewestPoints = 2;
-constexpr std::int32_t straight = 1;
-constexpr std::int32_t arc = 2;
 constexpr std::array<const char*, 3> typeNames{"straight", "arc", "spiral"};  // numbered from 1
 
 /// A radius or length: 0 where the cell is empty or the column is missing.
@@ -37,9 +35,9 @@ void RequirePoints(const std::string& path, std::size_t count, std::vector<std::
 void CheckPoint(const FromLine<Coordinate>& row, bool hasTurn, std::vector<std::string>& problems) {
     const Coordinate& point = row.record;
     if (point.type == 0) problems.push_back(row.where + ": column 'type' is empty: straight, arc or spiral");
-    if (point.type <= straight) return;
+    if (point.type <= straightType) return;
     if (!hasTurn) problems.push_back(row.where + ": column 'turn' is empty: left or right");
-    if (point.type == arc && point.radius < infiniteRadius) {
+    if (point.type == arcType && point.radius < infiniteRadius) {
         problems.push_back(row.where + ": an arc needs a radius");
     }
 }
@@ -81,7 +79,7 @@ std::vector<FromLine<Coordinate>> ReadPlanPoints(const std::string& path, bool s
         CopyText(reader, "name", point.name);
         point.x = reader.Real(x);
         point.y = reader.Real(y);
-        if (!reader.Text(type).empty()) point.type = Choice(reader, "type", typeNames, straight);
+        if (!reader.Text(type).empty()) point.type = Choice(reader, "type", typeNames, straightType);
         if (!reader.Text(turn).empty()) point.turnDirection = Choice(reader, "turn", sideNames);
         point.radius = Length(reader, "radius");
         rows.push_back({point, reader.Where()});
@@ -89,7 +87,8 @@ std::vector<FromLine<Coordinate>> ReadPlanPoints(const std::string& path, bool s
     });
     RequirePoints(path, rows.size(), problems);
     for (std::size_t i = 0; !straights && i + 1 < rows.size(); ++i) CheckPoint(rows[i], hasTurn[i], problems);
-    for (auto& row : rows) row.record.type = std::max(row.record.type, straight);  // no element starts at the last one
+    for (auto& row : rows)
+        row.record.type = std::max(row.record.type, straightType);  // no element starts at the last one
     return rows;
 }
 

@@ -6,6 +6,7 @@
 #include <vector>
 
 #include "commands.hpp"
+#include "conventions.hpp"
 #include "cross_section.hpp"
 #include "csv.hpp"
 #include "curve_tables.hpp"
@@ -29,7 +30,7 @@ constexpr double percent = 100;
 
 std::string Metres(double number) { return FormatReal(number, lengthDecimals); }
 
-std::string Radius(double radius) { return radius < 1e-7 ? "-" : Metres(radius); }
+std::string Radius(double radius) { return radius < infiniteRadius ? "-" : Metres(radius); }
 
 std::string Overview(const std::string& path, const RoadLine& line) {
     const std::string prefix = line.Prefix();
