@@ -10,17 +10,20 @@ namespace kesto {
 
 namespace {
 
-inline constexpr int decimals = 8;
+inline constexpr int projectDecimals = 8;
+inline constexpr int shortDigits = 6;                       // what "%g" writes
 inline constexpr std::size_t longestReal = 352;             // characters: room for the largest double in fixed notation
 inline constexpr std::int64_t exponentCap = 1'000'000'000;  // far beyond what the digits of a line can weigh up
 
 using Digits = std::array<char, longestReal>;
 
-std::string_view Format(Digits& digits, double number) noexcept {
-    const double written = std::isfinite(number) ? number : 0;
-    const auto end =
-        std::to_chars(digits.data(), digits.data() + digits.size(), written, std::chars_format::fixed, decimals);
+std::string_view Write(Digits& digits, double number, std::chars_format format, int precision) noexcept {
+    const auto end = std::to_chars(digits.data(), digits.data() + digits.size(), number, format, precision);
     return {digits.data(), static_cast<std::size_t>(end.ptr - digits.data())};
+}
+
+std::string_view Format(Digits& digits, double number) noexcept {
+    return Write(digits, std::isfinite(number) ? number : 0, std::chars_format::fixed, projectDecimals);
 }
 
 bool IsDigit(char character) noexcept { return character >= '0' && character <= '9'; }
@@ -85,6 +88,16 @@ void AppendReal(std::string& text, double number) {
 double WrittenReal(double number) noexcept {
     Digits digits{};
     return ParseReal(Format(digits, number)).value_or(0) + 0.0;  // takes the sign off a zero
+}
+
+std::string FixedReal(double number, int decimals) {
+    Digits digits{};
+    return std::string(Write(digits, number, std::chars_format::fixed, decimals));
+}
+
+std::string ShortReal(double number) {
+    Digits digits{};
+    return std::string(Write(digits, number, std::chars_format::general, shortDigits));
 }
 
 void AppendInteger(std::string& text, std::int32_t number) { text += std::to_string(number); }

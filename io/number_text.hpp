@@ -1,4 +1,4 @@
-/// Numbers as the project file holds them, independent of the process locale.
+/// Numbers as files hold them, independent of the process locale.
 #pragma once
 
 #include <cstdint>
@@ -8,12 +8,19 @@
 
 namespace kesto {
 
-/// Appends a number in fixed notation with 8 decimals. What is no finite number is written as 0: a file holds no such
-/// number, and for a radius 0 means infinite.
+/// Appends a number as a project file holds it: in fixed notation with 8 decimals. What is no finite number is written
+/// as 0: a file holds no such number, and for a radius 0 means infinite.
 void AppendReal(std::string& text, double number);
 
 /// The number that AppendReal()'s text of a number reads back as, 0 for one that is not finite. Never a negative zero.
 double WrittenReal(double number) noexcept;
+
+/// A finite number in fixed notation.
+/// @param decimals at most 8
+std::string FixedReal(double number, int decimals);
+
+/// A finite number as printf("%g") writes it in the "C" locale: six significant digits, without closing zeros.
+std::string ShortReal(double number);
 
 /// Appends an integer in decimal notation.
 void AppendInteger(std::string& text, std::int32_t number);

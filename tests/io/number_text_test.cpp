@@ -4,8 +4,12 @@
 
 #include <gtest/gtest.h>
 
+#include <bit>
 #include <cmath>
+#include <cstdio>
 #include <limits>
+#include <random>
+#include <vector>
 
 namespace kesto {
 namespace {
@@ -92,6 +96,22 @@ TEST(NumberText, WritesEightDecimalsAndNothingThatIsNoNumber) {
     AppendReal(largest, -std::numeric_limits<double>::max());
     EXPECT_EQ(largest.size(), 1U + 309 + 1 + 8);
     EXPECT_EQ(ParseReal(largest), -std::numeric_limits<double>::max());
+}
+
+TEST(NumberText, ShortRealIsWhatPrintfWrites) {
+    std::mt19937_64 random(5);
+    std::vector<double> numbers{0.0, -0.0, 999999.5, 999999.4, 1e-4,  99999.95e-10,
+                                1e5, 1e6,  0.1,      1 / 3.0,  1e300, 5e-324};
+    for (int i = 0; i < 10000; ++i) {
+        const double number = std::bit_cast<double>(random());
+        numbers.push_back(std::isfinite(number) ? number : 0);
+        numbers.push_back(static_cast<double>(random() % 2000000) / 2);  // ties and ends of the six digits
+    }
+    for (const double number : numbers) {
+        char expected[32];
+        std::snprintf(expected, sizeof(expected), "%g", number);
+        ASSERT_EQ(ShortReal(number), expected);
+    }
 }
 
 }  // namespace
