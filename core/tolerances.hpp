@@ -44,6 +44,9 @@ inline constexpr double paddedMetres = 1e-7;    // m: this close below 10 or 100
 // Vertical profile
 inline constexpr double profileEnd = 1e-7;  // m: how far past the road's end, or around the last point, heights hold
 
+// Exchange files
+inline constexpr double curveLength = 1e-7;  // m: a vertical curve shorter than this is written as a point
+
 // Cross section
 inline constexpr double plateEdge = 1e-7;  // m: this close beyond a plate's edge an offset still lies on the plate
 

@@ -1,6 +1,7 @@
-// Exported functions of the project file.
+// Exported functions of the files.
 
 #include "core/guard.hpp"
+#include "io/landxml.hpp"
 #include "io/project_file.hpp"
 
 using kesto::GuardFile;
@@ -9,4 +10,5 @@ using kesto::GuardFile;
 int32_t KESTO_CALL SaveProject(RoadDesign* h, const char* path) { return GuardFile(h, path, kesto::SaveRoad); }
 int32_t KESTO_CALL OpenProject(RoadDesign* h, const char* path) { return GuardFile(h, path, kesto::OpenRoad); }
 int32_t KESTO_CALL OpenProject2(RoadDesign* h, const char* path) { return GuardFile(h, path, kesto::OpenAndDesignRoad); }
+int32_t KESTO_CALL ExportLandXMLFile(RoadDesign* h, const char* path) { return GuardFile(h, path, kesto::ExportLandXml); }
 // clang-format on

@@ -693,6 +693,13 @@ KESTO_API int32_t KESTO_CALL OpenProject(RoadDesign* road, const char* path);
  *  @return as OpenProject(), or the design run's own code (1 to 9); what was read is then kept */
 KESTO_API int32_t KESTO_CALL OpenProject2(RoadDesign* road, const char* path);
 
+/** Runs the design, then writes alignment and profile as a LandXML 1.1 document. The earlier file stays whole until the
+ *  new one is complete. Numbers in attributes have six significant digits, points six decimals.
+ *  @param path file path in the local code page, taken as it stands: no extension is added
+ *  @return 0; 12 null handle or path, 15 not written whole, 16 out of memory, 30 a number of the road is not finite
+ *          (the last failure names the record), or the design run's own code (1 to 9); nothing is written then */
+KESTO_API int32_t KESTO_CALL ExportLandXMLFile(RoadDesign* road, const char* path);
+
 #ifdef __cplusplus
 }
 #endif

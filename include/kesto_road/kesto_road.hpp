@@ -8,7 +8,8 @@
  *  - the constructor throws std::bad_alloc;
  *  - what builds a road (Start, Straight, Arc, Spiral, BrokenChain, GradePoint, Plate, Change) throws kesto::Error
  *    and adds nothing, so a road cannot silently miss a piece;
- *  - queries return an empty optional, Design and Update return false, Open and Save a status: LastFailure() tells why.
+ *  - queries return an empty optional, Design and Update return false, Open, Save and ExportLandXml a status:
+ *    LastFailure() tells why.
  */
 #ifndef KESTO_ROAD_KESTO_ROAD_HPP
 #define KESTO_ROAD_KESTO_ROAD_HPP
@@ -336,6 +337,10 @@ public:
      *  @param path file path; ".road" is appended where it is missing
      *  @return a KestoStatus: 0, or as SaveProject() */
     std::int32_t Save(const std::string& path) { return SaveProject(Handle(), path.c_str()); }
+
+    /** Runs the design and writes alignment and profile as a LandXML 1.1 document.
+     *  @return a KestoStatus: 0, or as ExportLandXMLFile() */
+    std::int32_t ExportLandXml(const std::string& path) { return ExportLandXMLFile(Handle(), path.c_str()); }
 
     // NOLINTEND(readability-make-member-function-const)
 

@@ -237,6 +237,7 @@ TEST(NullArguments, EveryExportGivesItsFailureValue) {
     table.Needs("SaveProject", SaveProject, refused, refused, "null.road");
     table.Needs("OpenProject", OpenProject, refused, refused, "null.road");
     table.Needs("OpenProject2", OpenProject2, refused, refused, "null.road");
+    table.Needs("ExportLandXMLFile", ExportLandXMLFile, refused, refused, "null.xml");
 
     std::set<std::string> exported;
     std::ifstream list(KESTO_EXPORTS_LIST);
