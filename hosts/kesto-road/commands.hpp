@@ -70,4 +70,11 @@ struct PlotOptions {
 /// Draws plan, profile and the diagrams of the cross sections, or one cross section. @throws Problem
 ExitCode RunPlot(const PlotOptions& options);
 
+struct ExportOptions {
+    std::string road;
+    std::string out;  ///< LandXML file to write
+};
+/// Writes a road's alignment and profile as a LandXML file. @throws Problem
+ExitCode RunExport(const ExportOptions& options);
+
 }  // namespace kesto::host

@@ -129,6 +129,13 @@ void SetUpPlot(CLI::App& app, PlotOptions& options, ExitCode& result) {
     command->callback([&] { result = RunPlot(options); });
 }
 
+void SetUpExport(CLI::App& app, ExportOptions& options, ExitCode& result) {
+    auto* command = AddCommand(app, "export", "Write alignment and profile as LandXML", "demo.road -o demo.xml");
+    command->add_option("ROAD", options.road, "Project file (.road)")->required();
+    command->add_option("-o,--out", options.out, "LandXML file to write (.xml)")->required();
+    command->callback([&] { result = RunExport(options); });
+}
+
 /// "-K0+012.500" is a mileage, not an option: the typographic minus keeps the parser from taking it for one.
 std::vector<std::string> Arguments(int count, char** values) {
     std::vector<std::string> arguments(values + (count > 0 ? 1 : 0), values + count);
@@ -160,6 +167,7 @@ int Run(int count, char** values) {
     AtOptions at;
     SectionOptions section;
     PlotOptions plot;
+    ExportOptions exported;
     ExitCode result = ExitCode::Ok;
     SetUpReport(app, report, result);
     SetUpMake(app, make, result);
@@ -167,6 +175,7 @@ int Run(int count, char** values) {
     SetUpAt(app, at, result);
     SetUpSection(app, section, result);
     SetUpPlot(app, plot, result);
+    SetUpExport(app, exported, result);
     try {
         app.parse(Arguments(count, values));
     } catch (const CLI::Success& success) {

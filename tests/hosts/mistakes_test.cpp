@@ -132,6 +132,9 @@ TEST_F(Mistakes, GiveOneLineAndTheirCode) {
         {"plot it.road --section K27+300 -o it.svg", 4, {"the road has no plates"}},
         {"plot it.road --occurrence 1 -o it.svg", 2, {"--occurrence goes with --section"}},
         {"plot it.road -o it.jpg", 2, {"'it.jpg'", ".svg, .pdf or .png"}},
+        {"export it.road", 2, {"--out"}},
+        {"export it.road -o nowhere/it.xml", 3, {"'nowhere/it.xml' cannot be written"}},
+        {"export it.road -o ./it.road", 2, {"'./it.road' is the road itself"}},
         {"plot it.road -o nowhere/it.svg", 3, {"'nowhere/it.svg' cannot be written"}},
         {"plot it.road -o nowhere/it.png", 3, {"'nowhere/it.png' cannot be written"}},
     };
