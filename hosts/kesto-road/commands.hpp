@@ -59,6 +59,13 @@ struct SectionOptions {
 /// The cross section at a mileage. @throws Problem
 ExitCode RunSection(const SectionOptions& options);
 
+struct CheckOptions {
+    std::string road;
+    bool json = false;
+};
+/// What is to be known of a project file before it is trusted. @throws Problem
+ExitCode RunCheck(const CheckOptions& options);
+
 struct PlotOptions {
     std::string road;
     std::string out;                     ///< .svg, .pdf or .png

@@ -114,6 +114,13 @@ void SetUpSection(CLI::App& app, SectionOptions& options, ExitCode& result) {
     command->callback([&] { result = RunSection(options); });
 }
 
+void SetUpCheck(CLI::App& app, CheckOptions& options, ExitCode& result) {
+    auto* command = AddCommand(app, "check", "Find what is wrong or doubtful in a project file", "demo.road --json");
+    command->add_option("ROAD", options.road, "Project file (.road)")->required();
+    command->add_flag("--json", options.json, "Print the findings as one JSON object");
+    command->callback([&] { result = RunCheck(options); });
+}
+
 void SetUpPlot(CLI::App& app, PlotOptions& options, ExitCode& result) {
     auto* command = AddCommand(app, "plot", "Draw plan, profile and diagrams, or a cross section",
                                "demo.road -o demo.pdf --paper A3\n"
@@ -159,13 +166,15 @@ int Run(int count, char** values) {
     app.require_subcommand(1);
     app.footer(
         "Example:\n  kesto-road at demo.road K12+345.678 --offset 3.5\n"
-        "Exit codes: 0 done, 1 some rows have no result, 2 wrong command line, 3 a file cannot be read or "
+        "Exit codes: 0 done, 1 some rows have no result or a check has warnings, 2 wrong command line, 3 a file cannot "
+        "be read or "
         "written,\n  4 wrong data, 5 no road can be built. 'kesto-road COMMAND --help' tells more.");
     ReportOptions report;
     MakeOptions make;
     LocateOptions locate;
     AtOptions at;
     SectionOptions section;
+    CheckOptions check;
     PlotOptions plot;
     ExportOptions exported;
     ExitCode result = ExitCode::Ok;
@@ -174,6 +183,7 @@ int Run(int count, char** values) {
     SetUpLocate(app, locate, result);
     SetUpAt(app, at, result);
     SetUpSection(app, section, result);
+    SetUpCheck(app, check, result);
     SetUpPlot(app, plot, result);
     SetUpExport(app, exported, result);
     try {

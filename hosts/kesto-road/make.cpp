@@ -21,7 +21,6 @@ namespace kesto::host {
 namespace {
 
 constexpr double joinTolerance = 0.01;    // m: a start point further from the element before is worth a warning
-constexpr double breakTolerance = 1e-3;   // m: a broken chain that shows on the road is found this near
 constexpr double beyondTolerance = 1e-3;  // m: a grade-change point further off the road is worth a warning
 
 struct Tables {
@@ -203,13 +202,9 @@ void WarnOfStrays(RoadDesign* road, const RoadLine& line, const Tables& tables) 
         PrintWarning(tables.start.where + ": the start point lies " + FormatReal(gap, 3) +
                      " m from the first point of the plan, where the road starts");
     }
-    const auto breaks = line.Breaks();
     for (const auto& chain : tables.brokenChains) {
-        const bool shows = std::any_of(breaks.begin(), breaks.end(), [&](const Break& it) {
-            return std::fabs(it.back - chain.record.backMileage) < breakTolerance &&
-                   std::fabs(it.ahead - chain.record.aheadMileage) < breakTolerance;
-        });
-        if (!shows) PrintWarning(chain.where + ": this broken chain is not on the road and has no effect");
+        if (!line.HasBreak(chain.record))
+            PrintWarning(chain.where + ": this broken chain is not on the road and has no effect");
     }
     for (const auto& point : tables.profile.points) {
         double mileage = point.record.mileage;

@@ -10,6 +10,7 @@ namespace kesto::host {
 enum class ExitCode : int {
     Ok = 0,
     SomeRowsFailed = 1,  ///< the run is complete, but some rows have no result
+    Warnings = 1,        ///< check: the gravest finding is a warning
     Usage = 2,           ///< the command line is wrong
     File = 3,            ///< a file cannot be read or written
     Data = 4,            ///< what a file or an argument says is wrong

@@ -5,13 +5,9 @@
 
 #include "failure_text.hpp"
 #include "output.hpp"
-#include "problem.hpp"
 
 namespace kesto::host {
 
-namespace {
-
-/// A file's own trouble, told better than by a status code alone.
 Problem OpenProblem(const std::string& path, std::int32_t status) {
     std::error_code ignored;
     if (status == KESTO_FILE_NOT_OPENED && !std::filesystem::exists(path, ignored)) {
@@ -20,8 +16,6 @@ Problem OpenProblem(const std::string& path, std::int32_t status) {
     if (status == KESTO_FILE_NOT_OPENED) return FileProblem(path, "read", 0);
     return {ExitCode::File, "'" + path + "' cannot be read: " + DescribeStatus(status)};
 }
-
-}  // namespace
 
 RoadHandle NewRoad() {
     RoadHandle road(StartRoadDesign());

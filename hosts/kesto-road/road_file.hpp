@@ -5,6 +5,7 @@
 #include <string>
 
 #include "kesto_road/kesto_road.h"
+#include "problem.hpp"
 
 namespace kesto::host {
 
@@ -16,6 +17,9 @@ using RoadHandle = std::unique_ptr<RoadDesign, EndRoad>;
 
 /// An empty road. @throws Problem when memory runs out
 RoadHandle NewRoad();
+
+/// A project file's own trouble, told better than by a status code alone.
+Problem OpenProblem(const std::string& path, std::int32_t status);
 
 /// Opens a project file and runs the design; records that had to be skipped are warned of.
 /// @throws Problem when the file cannot be read or no road can be built from it

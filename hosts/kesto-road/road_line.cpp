@@ -10,10 +10,11 @@ namespace kesto::host {
 
 namespace {
 
-constexpr double sameMileage = 1e-7;   // m: the library's own equality of mileages
-constexpr double samePoint = 1e-6;     // m: two evaluations of one point
-constexpr double smallestJump = 1e-6;  // m: below it a difference of stake mileages is rounding
-constexpr double squareOffset = 90;    // degrees
+constexpr double sameMileage = 1e-7;     // m: the library's own equality of mileages
+constexpr double samePoint = 1e-6;       // m: two evaluations of one point
+constexpr double smallestJump = 1e-6;    // m: below it a difference of stake mileages is rounding
+constexpr double breakTolerance = 1e-3;  // m: a broken chain that shows on the road is found this near
+constexpr double squareOffset = 90;      // degrees
 
 }  // namespace
 
@@ -78,6 +79,14 @@ std::vector<Break> RoadLine::Breaks() const {
                           piece.element.startAzimuth});
     }
     return breaks;
+}
+
+bool RoadLine::HasBreak(const BrokenChain& chain) const {
+    const auto breaks = Breaks();
+    return std::any_of(breaks.begin(), breaks.end(), [&](const Break& it) {
+        return std::fabs(it.back - chain.backMileage) < breakTolerance &&
+               std::fabs(it.ahead - chain.aheadMileage) < breakTolerance;
+    });
 }
 
 void RoadLine::ForEachMultiple(double step, const std::function<void(const CentrePoint&)>& visit) const {

@@ -55,6 +55,8 @@ public:
     /// The centre line at a stake; nothing when the road does not have this place.
     [[nodiscard]] std::optional<CentrePoint> At(const Stake& stake) const;
     [[nodiscard]] std::vector<Break> Breaks() const;
+    /// Whether a broken chain acts on the road.
+    [[nodiscard]] bool HasBreak(const BrokenChain& chain) const;
 
     /// Visits the road's start, every whole multiple of the step in stake mileage in order of travel (each occurrence
     /// of it), and the road's end.

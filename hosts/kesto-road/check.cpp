@@ -1,0 +1,105 @@
+// kesto-road check: what a surveyor wants to know of a project file before trusting it.
+#include <array>
+#include <cerrno>
+#include <fstream>
+#include <iterator>
+#include <string>
+
+#include "check_outline.hpp"
+#include "check_road.hpp"
+#include "commands.hpp"
+#include "failure_text.hpp"
+#include "findings.hpp"
+#include "output.hpp"
+#include "road_file.hpp"
+
+namespace kesto::host {
+
+namespace {
+
+constexpr double beyondTolerance = 1e-3;  // m: mileages are published to the millimetre
+
+std::string ReadText(const std::string& path) {
+    errno = 0;
+    std::ifstream stream(path, std::ios::binary);
+    std::string text{std::istreambuf_iterator<char>(stream), {}};
+    if (!stream.is_open() || stream.bad()) throw FileProblem(path, "read", errno);
+    return text;
+}
+
+/// Records that the reader left out, and that no other finding explains.
+void TellOfSkipped(const Failure& failure, Findings& findings) {
+    if (failure.status != KESTO_RECORDS_SKIPPED) return;
+    const auto more = static_cast<std::int64_t>(failure.value) - findings.SkippedCount();
+    if (!findings.HasErrorAt(failure.record)) {
+        findings.Error(failure.record, "skipped-record", "the record is refused and skipped");
+    } else if (more > 0) {
+        findings.Error(0, "skipped-record",
+                       std::to_string(more) + " more records are skipped than are named in other errors");
+    }
+}
+
+/// The line that a failure of the design run speaks of; 0 where it speaks of none.
+std::int64_t LineOf(const Failure& failure, RoadDesign* road, const Outline& outline) {
+    constexpr std::array<std::string_view, 4> alignments{"Intersection", "Element", "Coordinate", "BrokenLine"};
+    if (failure.status == KESTO_UNKNOWN_STAKE_MODE) return 1;
+    const auto mode = static_cast<std::size_t>(GetRoadDesignMode(road));
+    if (mode >= alignments.size()) return 0;
+    const auto records = outline.Records(alignments[mode]);
+    const auto record = static_cast<std::size_t>(failure.record);
+    return failure.record >= 0 && record < records.size() ? records[record].line : outline.LineOf(alignments[mode]);
+}
+
+/// Runs the design. @return nothing, and an error among the findings, where it fails
+std::optional<RoadLine> Design(RoadDesign* road, const Outline& outline, Findings& findings) {
+    if (DesignRoad(road)) return RoadLine(road);
+    const Failure failure = LastFailure(road);
+    findings.Error(LineOf(failure, road, outline), "no-road", "no road can be built: " + DescribeLastFailure(road));
+    return std::nullopt;
+}
+
+}  // namespace
+
+Place PlaceOf(const Checked& checked, double mileage, std::int32_t occurrence) {
+    if (!checked.line) return {mileage, false, false, "there is no road"};
+    const RoadLine& line = *checked.line;
+    if (occurrence < 0) {
+        const bool found = mileage > line.Start() - beyondTolerance && mileage < line.End() + beyondTolerance;
+        return {mileage, found, !found, "this continuous mileage lies before its start or behind its end"};
+    }
+    Place place{mileage, GetSrcMileage(checked.road, &place.continuous, occurrence), false, {}};
+    if (place.found) return place;
+    const Failure failure = LastFailure(checked.road);
+    place.continuous = mileage;
+    place.beyond = failure.status == KESTO_MILEAGE_OFF_ROAD;
+    place.found = place.beyond && failure.excess < beyondTolerance;
+    place.why = DescribeLastFailure(checked.road);
+    return place;
+}
+
+ExitCode RunCheck(const CheckOptions& options) {
+    CheckRoadExtension(options.road);
+    const std::string text = ReadText(options.road);
+    Findings findings;
+    const Outline outline = ReadOutline(text, findings);
+    const RoadHandle road = NewRoad();
+    if (const std::int32_t status = OpenProject(road.get(), options.road.c_str()); status != KESTO_SUCCESS) {
+        throw OpenProblem(options.road, status);
+    }
+    const Failure skipped = LastFailure(road.get());
+    const std::optional<RoadLine> line = Design(road.get(), outline, findings);
+    const Checked checked{options.road, outline, road.get(), line, findings};
+    CheckAlignment(checked);
+    CheckChains(checked);
+    CheckProfile(checked);
+    CheckSections(checked);
+    TellOfSkipped(skipped, findings);
+    Output out("");
+    out.Write(options.json ? findings.Json(options.road) : findings.Text(options.road));
+    out.Finish();
+    if (!line) return ExitCode::Road;
+    if (findings.Count(Severity::Error) > 0) return ExitCode::Data;
+    return findings.Count(Severity::Warning) > 0 ? ExitCode::Warnings : ExitCode::Ok;
+}
+
+}  // namespace kesto::host

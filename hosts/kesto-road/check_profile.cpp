@@ -1,0 +1,130 @@
+// Checks the grade-change points and their vertical curves.
+#include <algorithm>
+#include <cmath>
+#include <vector>
+
+#include "check_road.hpp"
+#include "numbers.hpp"
+
+namespace kesto::host {
+
+namespace {
+
+constexpr double sameMileage = 1e-7;      // m: the library's own equality of mileages
+constexpr double beyondTolerance = 1e-3;  // m: profiles are published to the millimetre
+constexpr double millimetres = 1e3;
+constexpr int gapDecimals = 2;     // of millimetres
+constexpr int lengthDecimals = 3;  // of metres
+constexpr std::int32_t radiusMode = 0;
+constexpr std::string_view radiusKeyword = "VerticalCurve";
+constexpr std::string_view endsKeyword = "VerticalCurve_SECONDPARA";
+
+/// A grade-change point with its line and the ends of its curve, in continuous mileage (m).
+struct Point {
+    double mileage;
+    std::int32_t occurrence;
+    std::int64_t line;
+    double place;
+    double start, end;
+};
+
+/// The points of the file that are on their way into the road, in its order.
+std::vector<Point> PointsOfFile(const Checked& checked) {
+    const bool byRadius = GetVerticalCurveMode(checked.road) == radiusMode;
+    const std::size_t occurrenceColumn = byRadius ? 3 : 2;
+    std::vector<Point> points;
+    for (const RecordLine& it : checked.outline.Records(byRadius ? radiusKeyword : endsKeyword)) {
+        const auto occurrence = static_cast<std::int32_t>(it.numbers[occurrenceColumn]);
+        const Place place = PlaceOf(checked, it.numbers[0], occurrence);
+        const double at = place.continuous;
+        points.push_back({it.numbers[0], occurrence, it.line, at, at, at});
+        if (!checked.line || place.found) continue;
+        const Severity severity = occurrence < 0 ? Severity::Note : place.beyond ? Severity::Warning : Severity::Error;
+        checked.findings.Add(it.line, severity, "grade-point-off-road",
+                             "the grade-change point is not on the road: " + place.why);
+    }
+    std::stable_sort(points.begin(), points.end(),
+                     [](const Point& one, const Point& other) { return one.place < other.place; });
+    return points;
+}
+
+void RemoveRepeated(const Checked& checked, std::vector<Point>& points) {
+    for (std::size_t i = 1; i < points.size();) {
+        if (!(points[i].place - points[i - 1].place < sameMileage)) {
+            ++i;
+            continue;
+        }
+        checked.findings.Skipped(points[i].line, "grade-point-repeated",
+                                 "line " + std::to_string(points[i - 1].line) +
+                                     " has a grade-change point at this place already: this one is skipped");
+        points.erase(points.begin() + static_cast<std::ptrdiff_t>(i));
+    }
+}
+
+/// The ends of the curves, as the design run has derived or kept them. The first and the last point have no curve.
+void FindEnds(const Checked& checked, std::vector<Point>& points) {
+    const bool byRadius = GetVerticalCurveMode(checked.road) == radiusMode;
+    VerticalCurve curve{};
+    for (std::int32_t i = 1; GetVerticalCurve(checked.road, i, &curve); ++i) {
+        const auto point = std::find_if(points.begin(), points.end(), [&](const Point& it) {
+            return it.mileage == curve.mileage && it.occurrence == curve.occurrence;
+        });
+        if (point == points.end() || point + 1 == points.end()) continue;
+        if (byRadius) {
+            point->start -= curve.tangentLength;
+            point->end += curve.tangentLength;
+        } else {
+            point->start = PlaceOf(checked, curve.startMileage, curve.startOccurrence).continuous;
+            point->end = PlaceOf(checked, curve.endMileage, curve.endOccurrence).continuous;
+        }
+    }
+}
+
+void CheckCurves(const Checked& checked, const std::vector<Point>& points) {
+    for (std::size_t i = 1; i < points.size(); ++i) {
+        const Point& it = points[i];
+        if (!(it.start <= it.place + sameMileage && it.place <= it.end + sameMileage)) {
+            checked.findings.Error(it.line, "curve-ends", "the curve does not hold its grade-change point");
+        }
+        const double overlap = points[i - 1].end - it.start;
+        const auto grade = lengthGrades.Of(overlap);
+        if (!grade) continue;
+        checked.findings.Add(it.line, *grade, "curves-overlap",
+                             "the curve begins " + FormatReal(overlap * millimetres, gapDecimals) +
+                                 " mm before the one of line " + std::to_string(points[i - 1].line) + " ends");
+    }
+}
+
+void CheckCover(const Checked& checked, const std::vector<Point>& points) {
+    if (!checked.line || points.empty()) return;
+    const auto tell = [&](double metres, std::int64_t line, const char* where) {
+        if (!(metres > beyondTolerance)) return;
+        checked.findings.Note(line, "profile-short",
+                              std::string(where) + " the profile " + FormatReal(metres, lengthDecimals) +
+                                  " m of the road have no grade line: the height stays level there");
+    };
+    tell(points.front().place - checked.line->Start(), points.front().line, "Before");
+    tell(checked.line->End() - points.back().place, points.back().line, "Behind");
+}
+
+}  // namespace
+
+void CheckProfile(const Checked& checked) {
+    const std::int64_t byRadius = checked.outline.LineOf(radiusKeyword);
+    const std::int64_t byEnds = checked.outline.LineOf(endsKeyword);
+    if (byRadius > 0 && byEnds > 0) {
+        checked.findings.Error(std::max(byRadius, byEnds), "several-profiles",
+                               "the file gives vertical curves by their radii and by their ends: the points of both "
+                               "make one profile, which the last section's rule governs");
+        return;
+    }
+    std::vector<Point> points = PointsOfFile(checked);
+    RemoveRepeated(checked, points);
+    if (checked.line) {
+        FindEnds(checked, points);
+        CheckCurves(checked, points);
+    }
+    CheckCover(checked, points);
+}
+
+}  // namespace kesto::host

@@ -1,0 +1,58 @@
+/// What a check of a project file found: graded, with lines, as text or JSON.
+#pragma once
+
+#include <cstddef>
+#include <cstdint>
+#include <optional>
+#include <string>
+#include <string_view>
+#include <vector>
+
+namespace kesto::host {
+
+enum class Severity { Note, Warning, Error };
+
+struct Finding {
+    std::int64_t line;  ///< of the file, 1-based; 0 for the file as a whole
+    Severity severity;
+    std::string code;  ///< names the kind of fault, for programs
+    std::string text;
+};
+
+/// From which size on something is worth a note, a warning, an error.
+struct Grades {
+    double note, warning, error;
+    /// Nothing for what is too small to be told. A size that is no number is an error.
+    [[nodiscard]] std::optional<Severity> Of(double size) const noexcept;
+};
+
+/// A text between quotes.
+std::string Quoted(std::string_view text);
+
+/// The findings of one file.
+class Findings {
+public:
+    void Add(std::int64_t line, Severity severity, std::string_view code, std::string text);
+    void Note(std::int64_t line, std::string_view code, std::string text);
+    void Warning(std::int64_t line, std::string_view code, std::string text);
+    void Error(std::int64_t line, std::string_view code, std::string text);
+    /// An error of a record that the reader leaves out: counted, to be compared with the reader's own count.
+    void Skipped(std::int64_t line, std::string_view code, std::string text);
+
+    [[nodiscard]] std::int64_t SkippedCount() const noexcept { return skipped; }
+    [[nodiscard]] bool HasErrorAt(std::int64_t line) const noexcept;
+    [[nodiscard]] std::size_t Count(Severity severity) const noexcept;
+    /// All, in the order of the file.
+    [[nodiscard]] std::vector<Finding> InOrder() const;
+
+    /// One line for each finding, "demo.road:12: warning: ... [gap]", and a last line that counts them.
+    [[nodiscard]] std::string Text(const std::string& path) const;
+    /// One JSON object; what is no UTF-8 is replaced.
+    [[nodiscard]] std::string Json(const std::string& path) const;
+
+private:
+    std::vector<Finding> findings;
+    std::int64_t skipped = 0;
+};
+
+}  // namespace kesto::host
