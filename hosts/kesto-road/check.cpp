@@ -28,34 +28,32 @@ std::string ReadText(const std::string& path) {
 }
 
 /// Records that the reader left out, and that no other finding explains.
-void TellOfSkipped(const Failure& failure, Findings& findings) {
+void TellOfSkipped(const Failure& failure, bool hasRoad, Findings& findings) {
     if (failure.status != KESTO_RECORDS_SKIPPED) return;
+    // Without a road no change section has a place: that follows from the error that tells so.
+    if (!hasRoad && failure.list == KESTO_LIST_CHANGE_SECTIONS) return;
     const auto more = static_cast<std::int64_t>(failure.value) - findings.SkippedCount();
     if (!findings.HasErrorAt(failure.record)) {
         findings.Error(failure.record, "skipped-record", "the record is refused and skipped");
-    } else if (more > 0) {
+    } else if (hasRoad && more > 0) {
         findings.Error(0, "skipped-record",
                        std::to_string(more) + " more records are skipped than are named in other errors");
     }
 }
 
 /// The line that a failure of the design run speaks of; 0 where it speaks of none.
-std::int64_t LineOf(const Failure& failure, RoadDesign* road, const Outline& outline) {
+std::int64_t LineOf(const Failure& failure, RoadDesign* road, const Outline& outline, const Findings& findings) {
     constexpr std::array<std::string_view, 4> alignments{"Intersection", "Element", "Coordinate", "BrokenLine"};
     if (failure.status == KESTO_UNKNOWN_STAKE_MODE) return 1;
+    if (failure.status == KESTO_ELEMENT_NOT_EVALUABLE) {  // counted behind the splits of broken chains
+        const std::int64_t line = findings.FirstLineOf({"spiral-radii", "element-type", "element-shape"});
+        if (line > 0) return line;
+    }
     const auto mode = static_cast<std::size_t>(GetRoadDesignMode(road));
     if (mode >= alignments.size()) return 0;
     const auto records = outline.Records(alignments[mode]);
     const auto record = static_cast<std::size_t>(failure.record);
     return failure.record >= 0 && record < records.size() ? records[record].line : outline.LineOf(alignments[mode]);
-}
-
-/// Runs the design. @return nothing, and an error among the findings, where it fails
-std::optional<RoadLine> Design(RoadDesign* road, const Outline& outline, Findings& findings) {
-    if (DesignRoad(road)) return RoadLine(road);
-    const Failure failure = LastFailure(road);
-    findings.Error(LineOf(failure, road, outline), "no-road", "no road can be built: " + DescribeLastFailure(road));
-    return std::nullopt;
 }
 
 }  // namespace
@@ -67,10 +65,10 @@ Place PlaceOf(const Checked& checked, double mileage, std::int32_t occurrence) {
         const bool found = mileage > line.Start() - beyondTolerance && mileage < line.End() + beyondTolerance;
         return {mileage, found, !found, "this continuous mileage lies before its start or behind its end"};
     }
-    Place place{mileage, GetSrcMileage(checked.road, &place.continuous, occurrence), false, {}};
+    Place place{mileage, false, false, {}};
+    place.found = GetSrcMileage(checked.road, &place.continuous, occurrence);
     if (place.found) return place;
     const Failure failure = LastFailure(checked.road);
-    place.continuous = mileage;
     place.beyond = failure.status == KESTO_MILEAGE_OFF_ROAD;
     place.found = place.beyond && failure.excess < beyondTolerance;
     place.why = DescribeLastFailure(checked.road);
@@ -87,13 +85,19 @@ ExitCode RunCheck(const CheckOptions& options) {
         throw OpenProblem(options.road, status);
     }
     const Failure skipped = LastFailure(road.get());
-    const std::optional<RoadLine> line = Design(road.get(), outline, findings);
+    std::optional<RoadLine> line;
+    if (DesignRoad(road.get())) line.emplace(road.get());
+    const Failure failure = LastFailure(road.get());
+    const std::string why = DescribeLastFailure(road.get());
     const Checked checked{options.road, outline, road.get(), line, findings};
     CheckAlignment(checked);
+    if (!line) {
+        findings.Error(LineOf(failure, road.get(), outline, findings), "no-road", "no road can be built: " + why);
+    }
     CheckChains(checked);
     CheckProfile(checked);
     CheckSections(checked);
-    TellOfSkipped(skipped, findings);
+    TellOfSkipped(skipped, line.has_value(), findings);
     Output out("");
     out.Write(options.json ? findings.Json(options.road) : findings.Text(options.road));
     out.Finish();

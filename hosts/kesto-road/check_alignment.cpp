@@ -96,7 +96,7 @@ double TurnedAngle(const Element& element) noexcept {
 void CheckArc(const Element& it, std::int64_t line, Findings& findings) {
     if (it.startRadius < infiniteRadius) {
         findings.Error(line, "arc-radius", "the arc has no radius and runs straight on");
-    } else if (!(std::fabs(it.endRadius - it.startRadius) <= sameRadius)) {
+    } else if (it.endRadius >= infiniteRadius && !(std::fabs(it.endRadius - it.startRadius) <= sameRadius)) {
         findings.Warning(line, "arc-radius",
                          "the arc ends with another radius (" + Metres(it.endRadius) + ") than it begins with (" +
                              Metres(it.startRadius) + "), which holds");

@@ -64,6 +64,13 @@ bool Findings::HasErrorAt(std::int64_t line) const noexcept {
                        [&](const Finding& it) { return it.line == line && it.severity == Severity::Error; });
 }
 
+std::int64_t Findings::FirstLineOf(std::initializer_list<std::string_view> codes) const noexcept {
+    const auto found = std::find_if(findings.begin(), findings.end(), [&](const Finding& it) {
+        return it.severity == Severity::Error && std::find(codes.begin(), codes.end(), it.code) != codes.end();
+    });
+    return found == findings.end() ? 0 : found->line;
+}
+
 std::size_t Findings::Count(Severity severity) const noexcept {
     return static_cast<std::size_t>(
         std::count_if(findings.begin(), findings.end(), [&](const Finding& it) { return it.severity == severity; }));

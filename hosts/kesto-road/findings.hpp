@@ -3,6 +3,7 @@
 
 #include <cstddef>
 #include <cstdint>
+#include <initializer_list>
 #include <optional>
 #include <string>
 #include <string_view>
@@ -41,6 +42,8 @@ public:
 
     [[nodiscard]] std::int64_t SkippedCount() const noexcept { return skipped; }
     [[nodiscard]] bool HasErrorAt(std::int64_t line) const noexcept;
+    /// Line of the first error of these codes; 0 where there is none.
+    [[nodiscard]] std::int64_t FirstLineOf(std::initializer_list<std::string_view> codes) const noexcept;
     [[nodiscard]] std::size_t Count(Severity severity) const noexcept;
     /// All, in the order of the file.
     [[nodiscard]] std::vector<Finding> InOrder() const;

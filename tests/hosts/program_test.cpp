@@ -336,7 +336,7 @@ TEST_F(Program, ExportsWhatTheSchemaAccepts) {
 }
 
 TEST_F(Program, HelpHasAnExampleForEveryCommand) {
-    for (const std::string command : {"report", "make", "locate", "at", "section", "plot", "export"}) {
+    for (const std::string command : {"report", "make", "locate", "at", "section", "check", "plot", "export"}) {
         const auto run = Run(command + " --help");
         EXPECT_EQ(run.code, 0);
         EXPECT_NE(run.out.find("Example:\n  kesto-road " + command + " "), std::string::npos) << run.out;

@@ -1,0 +1,242 @@
+// The check of project files: planted faults are found where they are, and good roads have no errors.
+#include <nlohmann/json.hpp>
+#include <set>
+
+#include "kesto_road/kesto_road.hpp"
+#include "program_run.hpp"
+
+namespace kesto::test {
+namespace {
+
+using Told = std::set<std::string>;  // "12 error gap"
+
+class Check : public ProgramTest {
+protected:
+    /// The findings of a file, from the JSON output. Its counts and the exit code must go with them.
+    Told FindingsIn(const std::string& road) const {
+        const auto run = Run("check " + road + " --json");
+        const auto json = nlohmann::json::parse(run.out, nullptr, false);
+        Told told;
+        if (json.is_discarded() || json.value("file", "") != road) {
+            ADD_FAILURE() << run.out << run.err;
+            return told;
+        }
+        std::map<std::string, int> counts{{"error", 0}, {"warning", 0}, {"note", 0}};
+        for (const auto& it : json["findings"]) {
+            ++counts[it["severity"]];
+            told.insert(std::to_string(it["line"].get<int>()) + " " + it["severity"].get<std::string>() + " " +
+                        it["code"].get<std::string>());
+        }
+        for (const auto& [severity, count] : counts) EXPECT_EQ(json[severity + "s"], count);
+        const bool noRoad = run.out.find("\"no-road\"") != std::string::npos;
+        EXPECT_EQ(run.code, noRoad ? 5 : counts["error"] > 0 ? 4 : counts["warning"] > 0 ? 1 : 0) << run.out;
+        return told;
+    }
+
+    /// Each line's fields as the tests write them, with CR LF as in files.
+    void WriteRoad(const std::string& name, std::string text) const {
+        for (std::size_t i = 0; (i = text.find('\n', i)) != std::string::npos; i += 2) text.insert(i, 1, '\r');
+        Write(name, text);
+    }
+};
+
+/// A change of one line of a good road. What is replaced may be "", which puts the text in front of the line.
+struct Planted {
+    std::size_t line;
+    std::string before, after;
+    const char* told;
+};
+
+std::string Plant(const std::string& good, const Planted& fault) {
+    std::size_t at = 0;
+    for (std::size_t line = 1; line < fault.line; ++line) at = good.find('\n', at) + 1;
+    if (!fault.before.empty()) at = good.find(fault.before, at);
+    if (at == std::string::npos) return good;
+    std::string text = good;
+    return text.replace(at, fault.before.size(), fault.after);
+}
+
+const std::string gradePoint = "        0.00000000        5.00000000        0.00000000   0\r\n";
+
+const Planted faults[] = {
+    // what lines alone tell
+    {1, "", "\r\n", "1 warning no-header"},
+    {1, "20.00000000", "2e999      ", "1 error number-too-large"},
+    {3, "ExtInfo", "ExtraInfo", "3 warning unknown-section"},
+    {8, "Element", "Elements", "8 note keyword-spelling"},
+    {8, "Element", "Elemenx", "8 note keyword-spelling"},
+    {8, "Element", std::string(256, 'E'), "8 error line-too-long"},
+    {12, "193.46447100", "193.4644X100", "12 error not-a-number"},
+    {12, "1000.00000000   0", "1000.00000000", "12 warning missing-fields"},
+    {12, "1000.00000000   0", "1000.00000000   0 7", "12 warning extra-fields"},
+    {19, "\r\nBrokenChain", "BrokenChain", "19 error swallowed-section"},
+    {20, "", "BrokenChain\r\n  700 800\r\n\r\n", "23 warning repeated-section"},
+    {21, "480.00000000", std::string("480.00000000\0 ", 14), "21 warning zero-byte"},
+    {30, "lane", "l\xE4ne", "30 note names-not-utf8"},
+    {30, "  lane", "in lane", "30 warning extra-fields"},
+    {149, "0\r\n\r\n", "0", "149 warning no-line-end"},
+    // elements: 10 mm over 1 m and more, both limits of the grades from both sides
+    {11, "452634.41500000", "452634.41610000", "11 warning gap"},
+    {11, "452634.41500000", "452634.42490000", "11 warning gap"},
+    {11, "452634.41500000", "452634.42510000", "11 error gap"},
+    {12, "68.80490729", "68.79590729", "12 note kink"},
+    {12, "68.80490729", "68.79390729", "12 warning kink"},
+    {12, "68.80490729", "68.70590729", "12 warning kink"},
+    {12, "68.80490729", "68.70390729", "12 error kink"},
+    {9, "69.95082328", "69.75082328", "10 error kink"},
+    {12, "68.80490729   2", "68.90490729   2", "12 warning azimuth-differs"},
+    {12, "1000.00000000     1000.00000000", "   0.00000000        0.00000000", "12 error arc-radius"},
+    {12, "1000.00000000     1000.00000000", "1000.00000000      900.00000000", "12 warning arc-radius"},
+    {12, "1000.00000000     1000.00000000", "  30.00000000       30.00000000", "12 error turns-too-far"},
+    {12, "1000.00000000     1000.00000000", " 900.00000000      900.00000000", "12 warning radius-jump"},
+    {13, "0       57.72021031   3", "1       57.72021031   3", "13 warning radius-jump"},
+    {13, "1000.00000000        0", "1000.00000000     1000", "13 error spiral-radii"},
+    {13, "1000.00000000        0", "   0.00000000        0", "13 error spiral-radii"},
+    {13, "57.72021031   3", "57.72021031   7", "13 error element-type"},
+    {14, "38.98151600", "-8.98151600", "14 note element-length"},
+    {17, "1000.00000000        0", "1000.00000000     1000", "17 error no-road"},  // behind a broken chain
+    {9, "69.95082328   0", "69.95082328   1", "9 error no-road"},
+    {1, "0                  K", "5                  K", "1 error no-road"},
+    {20, "", "BrokenLine\r\n1 0 0 0 0 A\r\n1 0 99 0 0 B\r\n\r\n", "20 error several-alignments"},
+    // broken chains
+    {21, "490.00000000", "990.00000000", "21 error chain-off-road"},
+    {21, "490.00000000", "480.00000000", "21 note chain-without-jump"},
+    {22, "", "  490 470\r\n", "22 error chain-repeated"},
+    {22, "", "  500 600\r\n  550 560\r\n", "23 error chain-contradicts"},
+    // profile
+    {25, "349.99810000", "949.99810000", "25 warning grade-point-off-road"},
+    {25, "0.00000000   0", "0.00000000   9", "25 error grade-point-off-road"},
+    {25, "349.99810000        5.00000000     5000.00000000   0", "949.99810000        5.00000000     5000.00000000  -1",
+     "25 note grade-point-off-road"},
+    {25, "", gradePoint, "25 error grade-point-repeated"},
+    {25, "5000.00000000", "80000.0000000", "25 error curves-overlap"},
+    {24, "0.00000000        5", "9.00000000        5", "24 note profile-short"},
+    {29, "", "VerticalCurve_SECONDPARA\r\n 99 5 0 90 0 110 0\r\n\r\n", "29 error several-profiles"},
+    // cross sections
+    {30, "3.50000000", "0.00000000", "30 warning plate-width"},
+    {40, "537.16539900        1.50", "537.16539800        1.50", "42 error value-count"},
+    {33, "", "                            more  more  1 0 0 0\r\n", "41 error value-count"},
+    {60, "234.71941200", "934.71941200", "60 error change-off-road"},
+    {46, "", "537.165399 3 0 1\r\n537.165399 3 0 1\r\n537.165399 3 0 1\r\n", "46 error change-repeated"},
+    {55, "   1", "   7", "55 warning transition-type"},
+    {57, "   2\r\n", "", "53 warning type-count"},
+    {54, "", "   0\r\n", "58 error type-count"},
+    {79, "", "roadSectionMileage\r\n 990\r\n\r\n", "80 warning section-mileage-off-road"},
+};
+
+TEST_F(Check, FindsEveryPlantedFault) {
+    const std::string good = ReadFile(std::string(KESTO_SAMPLE_ROADS) + "/superelevated.road");
+    Write("it.road", good);
+    const Told already = FindingsIn("it.road");
+    EXPECT_FALSE(already.contains("12 note kink"));
+    for (const Planted& fault : faults) {
+        const std::string text = Plant(good, fault);
+        EXPECT_NE(text, good) << fault.line << " " << fault.before;
+        Write("it.road", text);
+        const Told told = FindingsIn("it.road");
+        std::string all;
+        for (const auto& it : told) all += it + "; ";
+        EXPECT_TRUE(told.contains(fault.told) && !already.contains(fault.told)) << fault.told << " in " << all;
+        EXPECT_EQ(all.find("skipped-record"), std::string::npos) << fault.told << " in " << all;
+    }
+}
+
+TEST_F(Check, FindsFaultsOfOtherForms) {
+    const struct {
+        const char* records;
+        const char* told;
+    } cases[] = {
+        {"Intersection\nA 0 0 0 0 0 0 0\nB 100 0 0 0 0 0 0\nC 200 100 0 0 0 0 0\n", "5 note kink"},
+        {"Intersection\nA 0 0 0 0 0 0 0\nB 100 0 900 0 0 0 0\nC 200 100 0 0 0 0 0\n", "5 error no-road"},
+        {"Coordinate\n1 0 0 0 0 A\n1 0 100 0 0 B\n1 0 200 1 0 C\n", "5 warning kink"},
+        {"Coordinate\n1 0 0 0 0 A\n2 0 100 0 80 B\n1 0 150 80 0 C\n1 0 200 80 0 D\n", "5 error kink"},
+        {"Coordinate\n1 0 0 0 0 A\n1 0 0 0 0 B\n1 0 200 1 0 C\n", "4 error no-road"},
+        {"Element\n0 0 0 0 0 0 0 0 0 0\n0 0 0 90 300 0 1 0 0 0\n", "5 error number-too-large"},
+        {"BrokenLine\n1 0 0 0 0 A\n1 0 99 0 0 B\n\nVerticalCurve_SECONDPARA\n0 5 0 0 0 0 0\n50 6 0 60 0 70 0\n99 5 0 "
+         "99 0 "
+         "99 0\n",
+         "9 error curve-ends"},
+        {"BrokenLine\n1 0 0 0 0 A\n1 0 99 0 0 B\n\nVerticalCurve_SECONDPARA\n0 5 0 0 0 0 0\n30 6 0 20 0 50.002 0\n60 6 "
+         "0 "
+         "50 0 70 0\n99 5 0 99 0 99 0\n",
+         "10 warning curves-overlap"},
+    };
+    for (const auto& it : cases) {
+        WriteRoad("it.road", std::string("0 100 0 K\n\n") + it.records);
+        const Told told = FindingsIn("it.road");
+        EXPECT_TRUE(told.contains(it.told)) << it.told << "\n" << Run("check it.road").out;
+    }
+}
+
+TEST_F(Check, GoodRoadsHaveNoErrors) {
+    for (const auto& entry : std::filesystem::directory_iterator(KESTO_SAMPLE_ROADS)) {
+        if (entry.path().extension() != ".road") continue;
+        const auto run = Run("check '" + entry.path().string() + "'");
+        EXPECT_EQ(run.code, 0) << run.out;
+        EXPECT_NE(run.out.find(": 0 errors, 0 warnings, "), std::string::npos) << run.out;
+    }
+    // A corner of 0.6 degrees and a gap of 1.06 mm; spirals that do not end with the radius of their neighbours.
+    const std::pair<const char*, int> published[] = {
+        {"cz-branch", 1},         {"sbb-a50116a", 1},     {"finland-m3", 0},
+        {"rfi-primary-route", 0}, {"sncf-san1-xd", 0},    {"trafikverket-crossover", 0},
+        {"profile-crest-400", 0}, {"profile-sag-800", 0}, {"profile-unsymmetrical-100-200", 0}};
+    for (const auto& [sample, code] : published) {
+        Make(sample, "it.road");
+        EXPECT_EQ(Run("check it.road").code, code) << sample;
+    }
+    for (const std::string sample : {"instrument-manual", "mountain-road", "two-arcs"}) {
+        const std::filesystem::path data(KESTO_TEST_DATA);
+        std::string road = "0 100 0 K\n\nIntersection\n";
+        const auto rows = Lines(ReadFile(data / ("intersections-" + sample) / "intersections.csv"));
+        for (std::size_t i = 1; i < rows.size(); ++i) {
+            for (const std::string& field : Fields(rows[i])) road += field + " ";
+            road += "0 0\n";
+        }
+        WriteRoad("it.road", road);
+        EXPECT_EQ(Run("check it.road").code, 0) << Run("check it.road").out;
+    }
+}
+
+// The library's own files, with every section that it writes, hold nothing that the lines' own rules would tell.
+TEST_F(Check, TakesWhatTheLibraryWrites) {
+    for (std::int32_t mode = 0; mode < 4; ++mode) {
+        Road road;
+        road.Start(0, 0, 0).Straight(100).Arc(50, 20, Turn::Right);
+        for (const double x : {0.0, 60.0}) {
+            const Intersection intersection{"P", x, 0, 0, 0, 0, 0, 0, {}};
+            const Coordinate point{1, 0, x, 0, 0, "P"};
+            if (mode == 0) AddIntersection(road.Handle(), &intersection, -1);
+            if (mode >= 2) AddCoordinate(road.Handle(), &point, -1);
+        }
+        SetRoadDesignMode(road.Handle(), mode);
+        SetVerticalCurveMode(road.Handle(), mode % 2);
+        road.BrokenChain(30, 20).GradePoint(0, 5).GradePoint(50, 5);
+        const SectionMileageIndex entry{"", 20};
+        AddSectionMileageIndex(road.Handle(), &entry);
+        for (const Side side : {Side::Left, Side::Right}) {
+            road.Plate(side, 3, -2, 0, "lane");
+            for (const ChangeOf kind : {ChangeOf::Width, ChangeOf::CrossSlope}) road.Change(side, kind, 10, {3});
+        }
+        ASSERT_EQ(road.Save((folder / "it.road").string()), 0);
+        Told told = FindingsIn("it.road");
+        std::erase_if(told, [](const std::string& it) { return it.ends_with("profile-short"); });
+        EXPECT_EQ(told, Told());
+    }
+}
+
+TEST_F(Check, TextNamesFileLineAndCode) {
+    Write("it.road", Plant(ReadFile(std::string(KESTO_SAMPLE_ROADS) + "/trafikverket-crossover.road"),
+                           {21, "28000.65965810", "29000.65965810", ""}));
+    Make("trafikverket-crossover", "good.road");
+    EXPECT_EQ(Run("check good.road").out, "good.road: 0 errors, 0 warnings, 0 notes\n");
+    EXPECT_EQ(Run("check it.txt").code, 3);
+    EXPECT_EQ(Run("check none.road").code, 3);
+    const auto lines = Lines(Run("check it.road").out);
+    ASSERT_GE(lines.size(), 2U);
+    EXPECT_TRUE(lines.front().starts_with("it.road:")) << lines.front();
+    EXPECT_TRUE(lines.front().ends_with("[chain-off-road]")) << lines.front();
+    EXPECT_TRUE(lines.back().starts_with("it.road: 1 error, ")) << lines.back();
+}
+
+}  // namespace
+}  // namespace kesto::test
