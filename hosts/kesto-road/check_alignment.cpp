@@ -1,4 +1,5 @@
 // Checks the plan: the shape of every element, and how it joins the one before.
+#include <algorithm>
 #include <array>
 #include <cmath>
 #include <numbers>
@@ -13,9 +14,8 @@ namespace kesto::host {
 
 namespace {
 
-constexpr double infiniteRadius = 1e-7;  // m: a smaller radius stands for a straight end
-constexpr double sameRadius = 1e-3;      // m: radii are published to the millimetre
-constexpr double fullCircle = 360;       // degrees
+constexpr double sameRadius = 1e-3;  // m: radii are published to the millimetre
+constexpr double fullCircle = 360;   // degrees
 constexpr double degrees = 180 / std::numbers::pi;
 constexpr double millimetres = 1e3;
 constexpr int gapDecimals = 2;      // of millimetres
@@ -132,7 +132,9 @@ void CheckShape(RoadDesign* road, const FromFile& from, Findings& findings) {
                            " long and turns " + FormatReal(turned, 1) + " degrees: more than a full circle");
         return;
     }
-    double x = 0, y = 0, azimuth = 0;
+    double x = 0;
+    double y = 0;
+    double azimuth = 0;
     const bool told = findings.HasErrorAt(from.line);
     if (!told && !GetElementPositionAndAzimuth(road, &it, it.length, &x, &y, &azimuth)) {
         findings.Error(from.line, "element-shape",
@@ -176,7 +178,9 @@ void CheckRadii(const FromFile& before, const FromFile& from, Findings& findings
 }
 
 void CheckJoint(RoadDesign* road, const FromFile& before, const FromFile& from, Findings& findings) {
-    double x = 0, y = 0, azimuth = 0;
+    double x = 0;
+    double y = 0;
+    double azimuth = 0;
     if (!GetElementPositionAndAzimuth(road, &before.element, before.element.length, &x, &y, &azimuth)) return;
     const double gap = std::hypot(from.element.startX - x, from.element.startY - y);
     if (const auto grade = lengthGrades.Of(gap)) {

@@ -10,7 +10,6 @@ namespace kesto::host {
 
 namespace {
 
-constexpr double sameMileage = 1e-7;  // m: the library's own equality of mileages
 constexpr int mileageDecimals = 3;
 
 struct Chain {

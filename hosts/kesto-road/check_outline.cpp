@@ -4,7 +4,6 @@
 #include <array>
 #include <charconv>
 #include <limits>
-#include <set>
 #include <system_error>
 
 #include "numbers.hpp"

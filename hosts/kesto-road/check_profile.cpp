@@ -10,8 +10,6 @@ namespace kesto::host {
 
 namespace {
 
-constexpr double sameMileage = 1e-7;      // m: the library's own equality of mileages
-constexpr double beyondTolerance = 1e-3;  // m: profiles are published to the millimetre
 constexpr double millimetres = 1e3;
 constexpr int gapDecimals = 2;     // of millimetres
 constexpr int lengthDecimals = 3;  // of metres

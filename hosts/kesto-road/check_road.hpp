@@ -1,6 +1,7 @@
 /// The parts of a check of a project file. Each tells its findings of a road that has been opened and designed.
 #pragma once
 
+#include <cstdint>
 #include <optional>
 #include <string>
 
@@ -16,6 +17,9 @@ namespace kesto::host {
 inline constexpr Grades lengthGrades{1e-5, 1e-3, 1e-2};
 /// Kinks (degrees): below the note it is the rounding of azimuths, a tenth of a millimetre over 60 m.
 inline constexpr Grades angleGrades{1e-4, 1e-2, 1e-1};
+
+inline constexpr double sameMileage = 1e-7;      ///< m: the library's own equality of mileages
+inline constexpr double beyondTolerance = 1e-3;  ///< m: mileages are published to the millimetre
 
 /// What is looked at.
 struct Checked {

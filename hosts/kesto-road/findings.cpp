@@ -9,6 +9,8 @@ namespace kesto::host {
 namespace {
 
 constexpr int jsonIndent = 2;
+constexpr std::size_t longestQuote = 40;  // bytes
+constexpr unsigned char lastControl = 0x7F;
 
 const char* SeverityName(Severity severity) noexcept {
     switch (severity) {
@@ -34,7 +36,11 @@ std::optional<Severity> Grades::Of(double size) const noexcept {
 
 std::string Quoted(std::string_view text) {
     std::string quoted(1, '\'');
-    quoted += text;
+    for (const char byte : text.substr(0, longestQuote)) {
+        const auto code = static_cast<unsigned char>(byte);
+        quoted += code < ' ' || code == lastControl ? '?' : byte;
+    }
+    if (text.size() > longestQuote) quoted += "...";
     return quoted += '\'';
 }
 

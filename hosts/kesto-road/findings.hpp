@@ -27,7 +27,7 @@ struct Grades {
     [[nodiscard]] std::optional<Severity> Of(double size) const noexcept;
 };
 
-/// A text between quotes.
+/// A text of the file between quotes: cut where it is long, control characters as question marks.
 std::string Quoted(std::string_view text);
 
 /// The findings of one file.

@@ -6,6 +6,7 @@
 #include "conventions.hpp"
 #include "csv.hpp"
 #include "problem.hpp"
+#include "road_line.hpp"
 
 namespace kesto::host {
 
