@@ -6,6 +6,7 @@
 #include <vector>
 
 #include "check_road.hpp"
+#include "conventions.hpp"
 #include "failure_text.hpp"
 #include "numbers.hpp"
 #include "road_file.hpp"
@@ -21,8 +22,7 @@ constexpr double millimetres = 1e3;
 constexpr int gapDecimals = 2;      // of millimetres
 constexpr int azimuthDecimals = 5;  // of degrees
 constexpr int lengthDecimals = 3;   // of metres
-constexpr std::int32_t startType = 0, straightType = 1, arcType = 2, spiralType = 3;
-constexpr std::int32_t intersectionMode = 0, elementMode = 1, coordinateMode = 2;
+constexpr std::int32_t startType = 0;
 
 /// Columns of the lines.
 enum ElementColumn : std::size_t {
@@ -254,7 +254,7 @@ void CheckAlignment(const Checked& checked) {
     CheckForms(checked);
     const std::int32_t mode = GetRoadDesignMode(checked.road);
     if (mode == elementMode) CheckElements(checked, ElementsOfFile(checked));
-    if (mode == coordinateMode) CheckElements(checked, ElementsOfPoints(checked));
+    if (mode == pointMode) CheckElements(checked, ElementsOfPoints(checked));
     if (mode == intersectionMode) CheckCorners(checked);
 }
 

@@ -6,7 +6,6 @@
 #include "conventions.hpp"
 #include "csv.hpp"
 #include "problem.hpp"
-#include "road_line.hpp"
 
 namespace kesto::host {
 

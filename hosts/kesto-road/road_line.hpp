@@ -11,8 +11,6 @@
 
 namespace kesto::host {
 
-inline constexpr double infiniteRadius = 1e-7;  ///< m: a smaller radius stands for a straight end
-
 /// One element of the built chain.
 struct Piece {
     Element element;

@@ -185,14 +185,7 @@ TEST_F(Check, GoodRoadsHaveNoErrors) {
         EXPECT_EQ(Run("check it.road").code, code) << sample;
     }
     for (const std::string sample : {"instrument-manual", "mountain-road", "two-arcs"}) {
-        const std::filesystem::path data(KESTO_TEST_DATA);
-        std::string road = "0 100 0 K\n\nIntersection\n";
-        const auto rows = Lines(ReadFile(data / ("intersections-" + sample) / "intersections.csv"));
-        for (std::size_t i = 1; i < rows.size(); ++i) {
-            for (const std::string& field : Fields(rows[i])) road += field + " ";
-            road += "0 0\n";
-        }
-        WriteRoad("it.road", road);
+        ASSERT_EQ(Run(IntersectionTables(sample) + " -o it.road").code, 0);
         EXPECT_EQ(Run("check it.road").code, 0) << Run("check it.road").out;
     }
 }

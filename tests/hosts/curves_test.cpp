@@ -187,7 +187,7 @@ TEST_F(Curves, TheDocumentationShowsWhatIsPrinted) {
         const std::string command = until(at + prompt.size(), "\n");
         EXPECT_EQ(Run(command).out, until(at + prompt.size() + command.size() + 1, "```")) << command;
     }
-    EXPECT_EQ(commands, 1);
+    EXPECT_EQ(commands, 2);
     ASSERT_EQ(Run(IntersectionTables("instrument-manual") + " -o it.road").code, 0);
     const auto table = text.find("Straights, curves and turning angles (4)");
     ASSERT_NE(table, std::string::npos);
