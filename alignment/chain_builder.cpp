@@ -4,6 +4,7 @@
 #include <cmath>
 #include <optional>
 
+#include "alignment/element_cut.hpp"
 #include "alignment/element_generation.hpp"
 #include "alignment/element_geometry.hpp"
 #include "core/tolerances.hpp"
@@ -28,8 +29,7 @@ public:
             return !(start - it.backMileage < tolerance::mileage);
         });
         for (; chain != rest.end() && end - chain->backMileage > -tolerance::mileage; ++chain) {
-            const double left = end - chain->backMileage;
-            if (left > tolerance::mileage || std::fabs(left) < tolerance::mileage) {
+            if (HoldsBreak(element, chain->backMileage)) {
                 const BrokenChain found = *chain;
                 rest = rest.subspan(static_cast<std::size_t>(chain - rest.begin()) + 1);
                 return found;
@@ -41,19 +41,6 @@ public:
 private:
     std::span<const BrokenChain> rest;
 };
-
-/// Radius of a spiral where it is split: the curvature runs evenly from one end to the other.
-/// @param spiral the whole spiral
-/// @param first  length of its first piece (m)
-/// @param second length of its second piece (m)
-double SplitRadius(const Element& spiral, double first, double second) noexcept {
-    const double startRadius = spiral.startRadius;
-    const double endRadius = spiral.endRadius;
-    if (!(startRadius > tolerance::infiniteRadius)) return std::fabs(spiral.length * endRadius / first);
-    if (!(endRadius > tolerance::infiniteRadius)) return std::fabs(spiral.length * startRadius / second);
-    const double shift = endRadius * spiral.length / (startRadius - endRadius);
-    return std::fabs((spiral.length + shift) * endRadius / (first + shift));
-}
 
 /// Cuts an element at a stake mileage. The element keeps the first piece.
 /// @param rest out: the second piece, from the split point on; nothing where the remainder is a sliver
@@ -144,6 +131,12 @@ Outcome BuildChainFrom(RoadDesign& road, const CountedList<Element>& elements) {
 }
 
 }  // namespace
+
+bool HoldsBreak(const Element& element, double backMileage) noexcept {
+    const double left = EndMileage(element) - backMileage;
+    return element.startMileage - backMileage < tolerance::mileage &&
+           (left > tolerance::mileage || std::fabs(left) < tolerance::mileage);
+}
 
 Failure TooFewElements(const RoadDesign& road) noexcept { return TooFew(road.elements); }
 

@@ -6,6 +6,10 @@
 
 namespace kesto {
 
+/// Whether a broken chain lies on an element, within 1e-7 m: the first such chain in the list acts behind the place, or
+/// behind the whole element where it lies within 1e-5 m of its start. Elements of negative length hold none.
+bool HoldsBreak(const Element& element, double backMileage) noexcept;
+
 /// The failure of a road without elements enough: a start record and one element are needed.
 Failure TooFewElements(const RoadDesign& road) noexcept;
 

@@ -11,6 +11,8 @@ inline constexpr double splitAtStart = 1e-5;       // m: a break this near to an
 inline constexpr double sliver = 1e-4;             // m: a remainder up to this is dropped behind a break
 inline constexpr double duplicateMileage = 1e-7;   // m: two records closer than this are the same
 
+inline constexpr double jump = 1e-9;               // m: a smaller jump of the stake mileage is rounding
+
 // Element geometry
 inline constexpr double distance = 1e-7;  // m: below this a distance is zero; how far past its end an element holds
 inline constexpr double infiniteRadius = 1e-7;      // m: a radius below this stands for an infinite one
@@ -46,6 +48,9 @@ inline constexpr double profileEnd = 1e-7;  // m: how far past the road's end, o
 
 // Exchange files
 inline constexpr double curveLength = 1e-7;  // m: a vertical curve shorter than this is written as a point
+
+// Part of a road
+inline constexpr double cutTransition = 0.9e-6;  // per cent or m: chords of a transition stay nearer, decimals included
 
 // Cross section
 inline constexpr double plateEdge = 1e-7;  // m: this close beyond a plate's edge an offset still lies on the plate

@@ -155,11 +155,6 @@ inline PlaceInFile PlaceForFile(RoadDesign& road, bool built, double continuous,
 
 // ---------------------------------------------------------------------------------------------------- change sections
 
-/// The entry of a table of tables by side and kind.
-auto& TableOf(auto& tables, ChangeTable which) noexcept {
-    return tables[static_cast<std::size_t>(which.side)][static_cast<std::size_t>(which.kind)];
-}
-
 template <Side side, ChangeKind kind>
 inline constexpr ChangeTable tableOf{static_cast<std::int32_t>(side), static_cast<std::int32_t>(kind)};
 

@@ -13,13 +13,8 @@ namespace kesto {
 
 namespace {
 
-/// Continuous mileage of a stake mileage; as it stands where it is not on the road or its occurrence is -1.
-double ContinuousOrAsItStands(RoadDesign& road, StakeMileage stake) noexcept {
-    return FindContinuous(road, stake).value_or(stake.mileage);
-}
-
 double PointMileage(RoadDesign& road, const VerticalCurve& curve) noexcept {
-    return ContinuousOrAsItStands(road, {curve.mileage, curve.occurrence});
+    return ProfileMileage(road, {curve.mileage, curve.occurrence});
 }
 
 /// Where grade-change points lie along the road: in continuous mileage, or as they stand while no road can be built.
@@ -107,7 +102,7 @@ void DeriveEnds(RoadDesign& road, double gradeIn, VerticalCurve& curve, CurveSpa
 /// Ends of a curve given by them; an end that is not set lies at the neighbouring point.
 void ReadEnds(RoadDesign& road, const VerticalCurve& curve, double previous, double next, CurveSpan& span) noexcept {
     const auto end = [&](double mileage, std::int32_t occurrence, double unset) {
-        return occurrence == noOccurrence ? unset : ContinuousOrAsItStands(road, {mileage, occurrence});
+        return occurrence == noOccurrence ? unset : ProfileMileage(road, {mileage, occurrence});
     };
     span.start = end(curve.startMileage, curve.startOccurrence, previous);
     span.end = end(curve.endMileage, curve.endOccurrence, next);
@@ -134,6 +129,10 @@ ProfileCache::Key KeyOf(const RoadDesign& road) noexcept {
 }
 
 }  // namespace
+
+double ProfileMileage(RoadDesign& road, StakeMileage stake) noexcept {
+    return FindContinuous(road, stake).value_or(stake.mileage);
+}
 
 Outcome InsertVerticalCurve(RoadDesign& road, const VerticalCurve& curve) {
     return InsertVerticalCurves(road, {&curve, 1});

@@ -3,6 +3,7 @@
 
 #include <span>
 
+#include "alignment/chainage.hpp"
 #include "core/result.hpp"
 #include "core/road_design.hpp"
 
@@ -10,6 +11,10 @@ namespace kesto {
 
 /// What the vertical curve mode says.
 enum class CurveMode : std::int32_t { Radius = 0, GivenEnds = 1 };
+
+/// Continuous mileage (m) that a stake mileage of the profile means: as it stands where it is not on the road or its
+/// occurrence is -1. The road must be current.
+double ProfileMileage(RoadDesign& road, StakeMileage stake) noexcept;
 
 /// Inserts a grade-change point in its place along the road (by continuous mileage).
 /// @return fails when its mileage is not finite or within 1e-7 m of a stored point's

@@ -24,12 +24,6 @@ Outcome RequireTable(ChangeTable which) noexcept {
     return {};
 }
 
-/// The tables of a known side and kind.
-template <class Tables>
-auto& Of(Tables& tables, ChangeTable which) noexcept {
-    return tables[static_cast<std::size_t>(which.side)][static_cast<std::size_t>(which.kind)];
-}
-
 template <class Map>
 Outcome RequireEntry(const Map& map, std::int32_t index) noexcept {
     if (index < 0 || static_cast<std::size_t>(index) >= map.size()) {
@@ -51,8 +45,8 @@ void Put(RoadDesign& road, ChangeTable which, double mileage, ChangeSection sect
     newSection.emplace(mileage, std::move(section));
     TypeTable newType;
     newType.emplace(mileage, type);
-    Of(road.sections.changeSections, which).insert(newSection.extract(newSection.begin()));
-    TypeTable& types = Of(road.sections.transitionTypes, which);
+    TableOf(road.sections.changeSections, which).insert(newSection.extract(newSection.begin()));
+    TypeTable& types = TableOf(road.sections.transitionTypes, which);
     types.erase(mileage);
     types.insert(newType.extract(newType.begin()));
 }
@@ -76,7 +70,7 @@ Outcome RequireValuePerPlate(const RoadDesign& road, ChangeTable which, std::siz
 
 std::int32_t CountChanges(const RoadDesign& road, ChangeTable which) noexcept {
     if (!RequireTable(which)) return 0;
-    return static_cast<std::int32_t>(Of(road.sections.changeSections, which).size());
+    return static_cast<std::int32_t>(TableOf(road.sections.changeSections, which).size());
 }
 
 Outcome InsertChange(RoadDesign& road, ChangeTable which, PlacedChange change, std::int32_t type) {
@@ -94,7 +88,7 @@ Outcome InsertChangeAt(RoadDesign& road, ChangeTable which, double continuous, C
     if (Outcome complete = RequireValuePerPlate(road, which, section.values.size(), section.flags.size()); !complete) {
         return complete;
     }
-    const Table& table = Of(road.sections.changeSections, which);
+    const Table& table = TableOf(road.sections.changeSections, which);
     if (const auto stored = table.find(continuous); stored != table.end()) return DuplicateAt(table, stored);
     Put(road, which, continuous, std::move(section), type);
     return {};
@@ -102,7 +96,7 @@ Outcome InsertChangeAt(RoadDesign& road, ChangeTable which, double continuous, C
 
 Outcome ReplaceChange(RoadDesign& road, ChangeTable which, std::int32_t index, PlacedChange change, std::int32_t type) {
     if (Outcome known = RequireTable(which); !known) return known;
-    Table& table = Of(road.sections.changeSections, which);
+    Table& table = TableOf(road.sections.changeSections, which);
     if (Outcome valid = RequireEntry(table, index); !valid) return valid;
     if (Outcome finite = RequireFinite({change.stake.mileage}); !finite) return finite;
     const Result<double> continuous = ContinuousMileage(road, change.stake);
@@ -113,7 +107,7 @@ Outcome ReplaceChange(RoadDesign& road, ChangeTable which, std::int32_t index, P
     }
     const auto old = std::next(table.begin(), index);
     if (const auto stored = table.find(*continuous); stored == old) {
-        Of(road.sections.transitionTypes, which)[*continuous] = type;  // this may run out of memory: first
+        TableOf(road.sections.transitionTypes, which)[*continuous] = type;  // this may run out of memory: first
         old->second = std::move(change.section);
     } else if (stored != table.end()) {
         return DuplicateAt(table, stored);
@@ -126,7 +120,7 @@ Outcome ReplaceChange(RoadDesign& road, ChangeTable which, std::int32_t index, P
 
 Outcome RemoveChange(RoadDesign& road, ChangeTable which, std::int32_t index) noexcept {
     if (Outcome known = RequireTable(which); !known) return known;
-    Table& table = Of(road.sections.changeSections, which);
+    Table& table = TableOf(road.sections.changeSections, which);
     if (Outcome valid = RequireEntry(table, index); !valid) return valid;
     table.erase(std::next(table.begin(), index));
     return {};
@@ -134,7 +128,7 @@ Outcome RemoveChange(RoadDesign& road, ChangeTable which, std::int32_t index) no
 
 Result<PlacedChange> ChangeAt(RoadDesign& road, ChangeTable which, std::int32_t index) {
     if (const Outcome known = RequireTable(which); !known) return known.failure();
-    const Table& table = Of(road.sections.changeSections, which);
+    const Table& table = TableOf(road.sections.changeSections, which);
     if (const Outcome valid = RequireEntry(table, index); !valid) return valid.failure();
     if (const Outcome current = EnsureCurrent(road); !current) return current.failure();
     const auto& [continuous, section] = *std::next(table.begin(), index);
@@ -151,7 +145,7 @@ Result<PlacedChange> ChangeAt(RoadDesign& road, ChangeTable which, std::int32_t 
 Outcome FindTransitionType(const RoadDesign& road, ChangeTable which, std::int32_t index, std::int32_t& type) noexcept {
     if (!RequireSide(which.side)) return {};
     if (Outcome known = RequireTable(which); !known) return known;
-    const TypeTable& types = Of(road.sections.transitionTypes, which);
+    const TypeTable& types = TableOf(road.sections.transitionTypes, which);
     if (index < 0) return RequireEntry(types, index);
     const bool stored = static_cast<std::size_t>(index) < types.size();
     type = stored ? std::next(types.begin(), index)->second : 0;
@@ -160,7 +154,7 @@ Outcome FindTransitionType(const RoadDesign& road, ChangeTable which, std::int32
 
 Outcome SetTransitionType(RoadDesign& road, ChangeTable which, std::int32_t index, std::int32_t type) noexcept {
     if (Outcome known = RequireTable(which); !known) return known;
-    TypeTable& types = Of(road.sections.transitionTypes, which);
+    TypeTable& types = TableOf(road.sections.transitionTypes, which);
     if (Outcome valid = RequireEntry(types, index); !valid) return valid;
     std::next(types.begin(), index)->second = type;
     return {};

@@ -1,6 +1,7 @@
 /// The change sections: where plates take other widths or cross slopes than the standard section.
 #pragma once
 
+#include <cstddef>
 #include <cstdint>
 #include <span>
 #include <vector>
@@ -16,6 +17,11 @@ struct ChangeTable {
     std::int32_t side;
     std::int32_t kind;
 };
+
+/// The table of a known side and kind, of the change sections or of their types.
+auto& TableOf(auto& tables, ChangeTable which) noexcept {
+    return tables[static_cast<std::size_t>(which.side)][static_cast<std::size_t>(which.kind)];
+}
 
 /// A change section as hosts see it.
 struct PlacedChange {

@@ -1,5 +1,7 @@
 #include "section/section_at.hpp"
 
+#include <algorithm>
+#include <cmath>
 #include <iterator>
 #include <optional>
 
@@ -14,11 +16,14 @@ using Table = std::map<double, ChangeSection>;
 using TypeTable = std::map<double, std::int32_t>;
 using Field = double SectionPlate::*;
 
+/// The field of a plate that a table changes.
+Field ChangedField(ChangeTable which) noexcept {
+    return static_cast<ChangeKind>(which.kind) == ChangeKind::Widening ? &SectionPlate::width
+                                                                       : &SectionPlate::crossSlope;
+}
+
 /// What the section mode says.
 enum class SectionMode : std::int32_t { ChangeSections = 0, ChainageSections = 1 };
-
-/// How a value passes from one change section to the next.
-enum class Transition : std::int32_t { Linear = 0, Cubic = 1, FourthDegree = 2 };
 
 /// Share of the difference that is reached at fraction t of a stretch; nothing for an unknown transition.
 std::optional<double> Share(std::int32_t type, double t) noexcept {
@@ -57,9 +62,11 @@ void ApplyStretch(std::vector<SectionPlate>& plates, Field field, const Stretch&
     }
 }
 
-/// Applies one table of change sections to one field of the plates.
-void ApplyChanges(std::vector<SectionPlate>& plates, Field field, const Table& table, const TypeTable& types,
-                  double roadStart, double mileage) noexcept {
+/// Applies one table of change sections at a continuous mileage to its field of the plates.
+void ApplyChanges(const RoadDesign& road, ChangeTable which, double mileage, std::vector<SectionPlate>& plates) {
+    const Table& table = TableOf(road.sections.changeSections, which);
+    const TypeTable& types = TableOf(road.sections.transitionTypes, which);
+    const Field field = ChangedField(which);
     if (table.empty()) return;
     const auto next = table.upper_bound(mileage);
     if (next == table.end()) {
@@ -70,8 +77,8 @@ void ApplyChanges(std::vector<SectionPlate>& plates, Field field, const Table& t
         return;
     }
     const bool first = next == table.begin();
-    const Stretch stretch{first ? roadStart : std::prev(next)->first, first ? nullptr : &std::prev(next)->second.values,
-                          next->first, &next->second.values};
+    const Stretch stretch{first ? road.settings.startMileage : std::prev(next)->first,
+                          first ? nullptr : &std::prev(next)->second.values, next->first, &next->second.values};
     const auto type = types.find(next->first);
     ApplyStretch(plates, field, stretch, type == types.end() ? 0 : type->second, mileage);
 }
@@ -92,13 +99,8 @@ Result<std::vector<SectionPlate>> ChangedSection(RoadDesign& road, StakeMileage 
         return FailLimit(KESTO_MILEAGE_OFF_ROAD, KESTO_LIMIT_ROAD_END, *continuous, start + road.totalLength);
     }
     std::vector<SectionPlate> plates(standard->begin(), standard->end());
-    const auto& tables = road.sections.changeSections[static_cast<std::size_t>(side)];
-    const auto& types = road.sections.transitionTypes[static_cast<std::size_t>(side)];
-    constexpr std::pair<ChangeKind, Field> kinds[] = {{ChangeKind::Heightening, &SectionPlate::crossSlope},
-                                                      {ChangeKind::Widening, &SectionPlate::width}};
-    for (const auto& [kind, field] : kinds) {
-        const auto at = static_cast<std::size_t>(kind);
-        ApplyChanges(plates, field, tables[at], types[at], start, *continuous);
+    for (const ChangeKind kind : {ChangeKind::Heightening, ChangeKind::Widening}) {
+        ApplyChanges(road, {side, static_cast<std::int32_t>(kind)}, *continuous, plates);
     }
     return plates;
 }
@@ -107,6 +109,28 @@ Result<std::vector<SectionPlate>> ChangedSection(RoadDesign& road, StakeMileage 
 Result<std::vector<SectionPlate>> ChainageSection() { return Fail(KESTO_NO_CROSS_SECTION); }
 
 }  // namespace
+
+std::vector<double> ChangedValuesAt(const RoadDesign& road, ChangeTable which, double continuous) {
+    std::vector<SectionPlate> plates = road.sections.plates[static_cast<std::size_t>(which.side)];
+    ApplyChanges(road, which, continuous, plates);
+    std::vector<double> values;
+    values.reserve(plates.size());
+    for (const SectionPlate& plate : plates) values.push_back(plate.*ChangedField(which));
+    return values;
+}
+
+double LargestBend(std::int32_t type, double from, double to) noexcept {
+    switch (static_cast<Transition>(type)) {
+        case Transition::Linear: break;
+        case Transition::Cubic: return std::max(std::fabs(6 - 12 * from), std::fabs(6 - 12 * to));
+        case Transition::FourthDegree: {
+            constexpr double top = 1.0 / 3;  // where 24 t - 36 t^2 has its maximum
+            const auto bend = [](double t) { return std::fabs(24 * t - 36 * t * t); };
+            return std::max({bend(from), bend(to), bend(std::clamp(top, from, to))});
+        }
+    }
+    return 0;
+}
 
 Result<std::vector<SectionPlate>> GetSectionAtMileage(RoadDesign& road, StakeMileage stake, std::int32_t side) {
     switch (static_cast<SectionMode>(road.settings.sectionMode)) {

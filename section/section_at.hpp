@@ -7,8 +7,23 @@
 #include "alignment/chainage.hpp"
 #include "core/result.hpp"
 #include "core/road_design.hpp"
+#include "section/change_sections.hpp"
 
 namespace kesto {
+
+/// How a value passes from one change section to the next: by the fraction t of the stretch between them as t,
+/// t^2 (3 - 2 t) or t^3 (4 - 3 t).
+enum class Transition : std::int32_t { Linear = 0, Cubic = 1, FourthDegree = 2 };
+
+/// The values (per cent or m) of one side's plates, from the centre line outwards, that one table of change sections
+/// gives at a place of the road.
+/// @param which      a known side and kind
+/// @param continuous continuous mileage (m), on the road
+std::vector<double> ChangedValuesAt(const RoadDesign& road, ChangeTable which, double continuous);
+
+/// The largest second derivative, without its sign, that a transition has between two fractions of its stretch; 0 for
+/// an unknown transition.
+double LargestBend(std::int32_t type, double from, double to) noexcept;
 
 /// The plates of one side at a stake mileage: the standard section with the change sections applied, widths and cross
 /// slopes passing from one change section to the next by the transition of the later one. Makes the road current.

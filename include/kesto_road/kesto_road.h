@@ -683,6 +683,20 @@ KESTO_API bool KESTO_CALL GetHeight(RoadDesign* road, double mileage, int32_t oc
  *  @return 0; 12 null handle or path, 15 not written whole, 16 out of memory */
 KESTO_API int32_t KESTO_CALL SaveProject(RoadDesign* road, const char* path);
 
+/** Saves the stretch between two places of the road as a project file of its own: elements cut at both ends, the broken
+ *  chains in between, the grade-change points that its heights need, the cross sections. Points, heights and sections
+ *  are those of the whole road, at the same stake mileages; occurrences are counted anew within the part. Transitions of
+ *  cross sections that are cut and not linear become rows of linear ones, within 1e-6 (per cent or m). The road itself
+ *  is made current, and otherwise left as it is.
+ *  @param path                            as for SaveProject()
+ *  @param startMileage, endMileage        stake mileages (m)
+ *  @param startOccurrence, endOccurrence  which of the equal stake mileages, 0-based
+ *  @return 0; 12 null handle or path, 15 not written whole, 16 out of memory, 17 nothing between the two places or one
+ *          of them not on the road (value of GetLastFailure()), or the design run's own code (1 to 7) where no road can
+ *          be built. Nothing is written then. */
+KESTO_API int32_t KESTO_CALL SavePartProject(RoadDesign* road, const char* path, double startMileage, double endMileage,
+                                             int32_t startOccurrence, int32_t endOccurrence);
+
 /** Opens a project file: its data replace the road's design data. No design run.
  *  @param path file path ending in ".road"
  *  @return 0; 12 null handle or path, 13 cannot be opened, 14 wrong extension, 16 out of memory: the road is then as

@@ -342,6 +342,16 @@ public:
      *  @return a KestoStatus: 0, or as ExportLandXMLFile() */
     std::int32_t ExportLandXml(const std::string& path) { return ExportLandXMLFile(Handle(), path.c_str()); }
 
+    /** Saves the stretch between two places as a road of its own.
+     *  @param path       file path; ".road" is appended where it is missing
+     *  @param start, end stake mileages (m)
+     *  @param startOccurrence, endOccurrence which of the equal stake mileages, 0-based
+     *  @return a KestoStatus: 0, or as SavePartProject() */
+    std::int32_t SavePart(const std::string& path, double start, double end, std::int32_t startOccurrence = 0,
+                          std::int32_t endOccurrence = 0) {
+        return SavePartProject(Handle(), path.c_str(), start, end, startOccurrence, endOccurrence);
+    }
+
     // NOLINTEND(readability-make-member-function-const)
 
 private:

@@ -235,6 +235,7 @@ TEST(NullArguments, EveryExportGivesItsFailureValue) {
     WalkQueries(table, out);
     constexpr std::int32_t refused = KESTO_NULL_HANDLE_OR_PATH;
     table.Needs("SaveProject", SaveProject, refused, refused, "null.road");
+    table.Needs("SavePartProject", SavePartProject, refused, refused, "null.road", 0.0, 1.0, 0, 0);
     table.Needs("OpenProject", OpenProject, refused, refused, "null.road");
     table.Needs("OpenProject2", OpenProject2, refused, refused, "null.road");
     table.Needs("ExportLandXMLFile", ExportLandXMLFile, refused, refused, "null.xml");

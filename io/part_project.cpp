@@ -1,0 +1,52 @@
+#include "io/part_project.hpp"
+
+#include <optional>
+#include <utility>
+
+#include "alignment/chain_builder.hpp"
+#include "core/status.hpp"
+#include "io/part_alignment.hpp"
+#include "io/part_profile.hpp"
+#include "io/part_sections.hpp"
+#include "io/project_file.hpp"
+
+namespace kesto {
+
+namespace {
+
+/// Completes a part that has its alignment.
+std::unique_ptr<RoadDesign> Complete(RoadDesign& whole, FramedPart part) {
+    CopyProfile(whole, part);
+    CopySections(whole, part);
+    return std::move(part.road);
+}
+
+}  // namespace
+
+Result<std::unique_ptr<RoadDesign>> MakePart(RoadDesign& road, StakeMileage from, StakeMileage to) {
+    if (const Outcome current = EnsureCurrent(road); !current) return current.failure();
+    const auto whole = std::make_unique<RoadDesign>(road);  // deriving the profile writes to it
+    const std::optional<double> start = FindContinuous(*whole, from);
+    if (!start) return FailValue(KESTO_NOTHING_TO_SAVE, from.mileage);
+    const std::optional<double> end = FindContinuous(*whole, to);
+    if (!end) return FailValue(KESTO_NOTHING_TO_SAVE, to.mileage);
+    Result<FramedPart> part = CutAlignment(*whole, *start, *end);
+    if (!part) return part.failure();
+    return Complete(*whole, std::move(*part));
+}
+
+Result<std::unique_ptr<RoadDesign>> RoundForFile(RoadDesign& part) {
+    Result<FramedPart> rounded = RoundAlignment(part);
+    if (!rounded) return rounded.failure();
+    return Complete(part, std::move(*rounded));
+}
+
+Outcome SavePart(RoadDesign& road, const char* path, StakeMileage from, StakeMileage to) {
+    const Result<std::unique_ptr<RoadDesign>> part = MakePart(road, from, to);
+    if (!part) return part.failure();
+    const Result<std::unique_ptr<RoadDesign>> rounded = RoundForFile(**part);
+    if (!rounded) return rounded.failure();
+    return SaveRoad(**rounded, path);
+}
+
+}  // namespace kesto

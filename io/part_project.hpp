@@ -1,0 +1,27 @@
+/// Saving a part of a road as a road of its own.
+#pragma once
+
+#include <memory>
+
+#include "alignment/chainage.hpp"
+#include "core/result.hpp"
+#include "core/road_design.hpp"
+
+namespace kesto {
+
+/// Makes a road of its own from the stretch between two stake mileages. Its points and heights agree with the whole
+/// road's within 1e-9 m. The road is made current, and otherwise not touched.
+/// @return a built road without stakes. Fails where no road can be built (1 to 7), and with 17 where a mileage is not
+///         on the road or nothing lies between them
+Result<std::unique_ptr<RoadDesign>> MakePart(RoadDesign& road, StakeMileage from, StakeMileage to);
+
+/// A road as MakePart() makes it with an alignment that survives the decimals of a project file.
+/// @return fails where an element cannot be cut (7)
+Result<std::unique_ptr<RoadDesign>> RoundForFile(RoadDesign& part);
+
+/// Saves the stretch between two stake mileages as a project file.
+/// @param path as for SaveRoad()
+/// @return fails as MakePart() and SaveRoad(); nothing is written then
+Outcome SavePart(RoadDesign& road, const char* path, StakeMileage from, StakeMileage to);
+
+}  // namespace kesto
