@@ -25,6 +25,7 @@ Result<Element> CutElement(const Element& element, double from, double to) noexc
     const bool cutAtEnd = to < std::fabs(element.length);
     const bool spiral = IsType(element, ElementType::Spiral);
     if (cutAtEnd) {
+        if (const Result<Position> end = Evaluate(element, second); !end) return end.failure();
         piece.length = second;
         if (spiral) piece.endRadius = SplitRadius(element, second, element.length - second);
     }

@@ -16,7 +16,7 @@ double SplitRadius(const Element& spiral, double first, double second) noexcept;
 /// the element's shape: a spiral has its radii at the cuts. Start mileage, point and azimuth are those at the first
 /// cut.
 /// @param from, to distances (m), 0 <= from <= to <= the element's length without its sign
-/// @return fails where the element cannot be evaluated at the first cut
+/// @return fails where the element cannot be evaluated at a cut
 Result<Element> CutElement(const Element& element, double from, double to) noexcept;
 
 }  // namespace kesto

@@ -94,6 +94,7 @@ Result<FramedPart> Assemble(const RoadDesign& whole, std::span<const PartPiece> 
 
 /// The elements of a road between two continuous mileages, the first and the last one cut there.
 Result<std::vector<PartPiece>> PiecesBetween(const RoadDesign& whole, double from, double to) {
+    if (!(to - from > tolerance::mileage)) return Fail(KESTO_NOTHING_TO_SAVE);
     std::vector<PartPiece> pieces;
     double running = whole.settings.startMileage;
     for (std::int32_t i = 1; i < whole.elements.Count(); ++i) {

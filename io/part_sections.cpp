@@ -16,6 +16,7 @@ namespace kesto {
 
 namespace {
 
+inline constexpr auto linear = static_cast<std::int32_t>(Transition::Linear);
 inline constexpr std::int32_t plainFlag = 1;  // of a change section that nobody gave flags
 
 bool IsSamePlace(double one, double other) noexcept { return std::fabs(one - other) <= tolerance::mileage; }
@@ -40,7 +41,7 @@ public:
     void Cut() {
         if (changes.empty()) return;
         double before = start;
-        if (!IsSamePlace(start, whole.settings.startMileage) && !HasChangeAt(start)) AddCut(start, TypeBehind(start));
+        if (!IsSamePlace(start, whole.settings.startMileage) && !HasChangeAt(start)) AddCut(start, linear);
         for (auto it = changes.lower_bound(start - tolerance::mileage);
              it != changes.end() && it->first <= end + tolerance::mileage; ++it) {
             AddStretch(before, it->first);
@@ -100,7 +101,7 @@ private:
         const double length = wholeEnd - wholeStart;
         AddChords(wholeStart, length, LargestDifference(wholeStart, wholeEnd, *next), (from - wholeStart) / length,
                   (to - wholeStart) / length);
-        lastType = static_cast<std::int32_t>(Transition::Linear);
+        lastType = linear;
     }
 
     /// The largest difference of a plate's values between the ends of a stretch.
@@ -121,7 +122,7 @@ private:
         if (!(error > tolerance::cutTransition)) return;
         const double middle = (from + to) / 2;
         AddChords(stretch, length, difference, from, middle);
-        AddCut(stretch + middle * length, static_cast<std::int32_t>(Transition::Linear));
+        AddCut(stretch + middle * length, linear);
         AddChords(stretch, length, difference, middle, to);
     }
 

@@ -29,6 +29,14 @@ struct MakeOptions {
 /// Makes a project file from tables. @throws Problem
 ExitCode RunMake(const MakeOptions& options);
 
+struct CutOptions {
+    std::string road, from, to;
+    std::string out;  ///< project file to write
+    std::optional<int> fromOccurrence, toOccurrence;
+};
+/// A stretch of a road as a project file of its own. @throws Problem
+ExitCode RunCut(const CutOptions& options);
+
 struct LocateOptions {
     std::string road, points;
     std::string out;  ///< empty: standard output

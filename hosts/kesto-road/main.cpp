@@ -72,6 +72,18 @@ void SetUpMake(CLI::App& app, MakeOptions& options, ExitCode& result) {
     command->callback([&] { result = RunMake(options); });
 }
 
+void SetUpCut(CLI::App& app, CutOptions& options, ExitCode& result) {
+    auto* command = AddCommand(app, "cut", "Save a stretch of a road as a road of its own",
+                               "demo.road --from K27+500 --to K28+100 --to-occurrence 0 -o part.road");
+    command->add_option("ROAD", options.road, "Project file (.road)")->required();
+    command->add_option("--from", options.from, "Where the part begins: metres or a stake text")->required();
+    command->add_option("--from-occurrence", options.fromOccurrence, "Which of the equal mileages, from 0");
+    command->add_option("--to", options.to, "Where it ends")->required();
+    command->add_option("--to-occurrence", options.toOccurrence, "Which of the equal mileages, from 0");
+    command->add_option("-o,--out", options.out, "Project file to write (.road)")->required();
+    command->callback([&] { result = RunCut(options); });
+}
+
 void SetUpLocate(CLI::App& app, LocateOptions& options, ExitCode& result) {
     auto* command = AddCommand(app, "locate", "Find mileage, offset and height difference of measured points",
                                "demo.road points.csv --from K27+500 --to K28+100 --to-occurrence 0 -o located.csv");
@@ -171,6 +183,7 @@ int Run(int count, char** values) {
         "written,\n  4 wrong data, 5 no road can be built. 'kesto-road COMMAND --help' tells more.");
     ReportOptions report;
     MakeOptions make;
+    CutOptions cut;
     LocateOptions locate;
     AtOptions at;
     SectionOptions section;
@@ -180,6 +193,7 @@ int Run(int count, char** values) {
     ExitCode result = ExitCode::Ok;
     SetUpReport(app, report, result);
     SetUpMake(app, make, result);
+    SetUpCut(app, cut, result);
     SetUpLocate(app, locate, result);
     SetUpAt(app, at, result);
     SetUpSection(app, section, result);

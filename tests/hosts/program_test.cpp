@@ -142,6 +142,22 @@ TEST_F(Program, LocateBetweenLimitsFindsTheChosenOccurrence) {
     EXPECT_EQ(Fields(second)[6], "1");
 }
 
+TEST_F(Program, APartAnswersAsItsRoad) {
+    Make("trafikverket-crossover", "it.road");
+    const auto cut = Run("cut it.road --from K27+500 --to +K28+000.5 -o part.road");
+    ASSERT_EQ(cut.code, 0) << cut.err;
+    EXPECT_EQ(cut.out.substr(0, 42), "part.road: K27+500.000 to +K28+000.500, 50");
+    for (const std::string at : {"K27+500", "K27+777", "K28+000.4", "+K28+000.4", "+K28+000.5"}) {
+        const auto whole = Run("at it.road " + at), part = Run("at part.road " + at);
+        ASSERT_EQ(part.code, 0) << part.err;
+        EXPECT_EQ(part.out, whole.out) << at;
+    }
+    EXPECT_EQ(Run("at part.road K27+499").code, 4);
+    ASSERT_EQ(Run("cut it.road --from K28+000.5 --from-occurrence 1 --to K28+300 -o behind.road").code, 0);
+    EXPECT_EQ(Lines(Run("at behind.road K28+000.5").out).at(1).substr(30),
+              "    0" + Lines(Run("at it.road +K28+000.5").out).at(1).substr(35));
+}
+
 TEST_F(Program, TenThousandTimesThePointsNeedNoMoreMemory) {
     Make("trafikverket-crossover", "it.road");
     const auto table = [this](const std::string& name, int count) {
@@ -336,7 +352,7 @@ TEST_F(Program, ExportsWhatTheSchemaAccepts) {
 }
 
 TEST_F(Program, HelpHasAnExampleForEveryCommand) {
-    for (const std::string command : {"report", "make", "locate", "at", "section", "check", "plot", "export"}) {
+    for (const std::string command : {"report", "make", "cut", "locate", "at", "section", "check", "plot", "export"}) {
         const auto run = Run(command + " --help");
         EXPECT_EQ(run.code, 0);
         EXPECT_NE(run.out.find("Example:\n  kesto-road " + command + " "), std::string::npos) << run.out;
