@@ -4,6 +4,7 @@
 #include <cmath>
 #include <limits>
 #include <span>
+#include <utility>
 
 #include "alignment/broken_chains.hpp"
 #include "alignment/chain_builder.hpp"
@@ -73,8 +74,8 @@ Outcome AddBreaks(std::span<const PartPiece> pieces, RoadDesign& part) {
 /// A road of its own from pieces that lie behind each other.
 /// @param end continuous mileage of their end in the whole road (m)
 Result<FramedPart> Assemble(const RoadDesign& whole, std::span<const PartPiece> pieces, double end) {
-    FramedPart part{std::make_unique<RoadDesign>(), {}};
-    RoadDesign& road = *part.road;
+    auto part = std::make_unique<RoadDesign>();
+    RoadDesign& road = *part;
     const Element& first = pieces.front().element;
     road.settings = whole.settings;
     road.settings.roadDesignMode = static_cast<std::int32_t>(DesignMode::Elements);
@@ -83,13 +84,14 @@ Result<FramedPart> Assemble(const RoadDesign& whole, std::span<const PartPiece> 
     for (const PartPiece& piece : pieces) road.elements.Insert(piece.element);
     if (Outcome added = AddBreaks(pieces, road); !added) return added.failure();
     if (Outcome built = BuildChain(road); !built) return built.failure();
+    PartFrame frame;
     double running = road.settings.startMileage;
     for (const PartPiece& piece : pieces) {
-        part.frame.AddPlace(piece.whole, running);
+        frame.AddPlace(piece.whole, running);
         running += std::fabs(piece.element.length);
     }
-    part.frame.AddPlace(end, road.settings.startMileage + road.totalLength);
-    return part;
+    frame.AddPlace(end, road.settings.startMileage + road.totalLength);
+    return FramedPart{std::move(part), std::move(frame)};
 }
 
 /// The elements of a road between two continuous mileages, the first and the last one cut there.

@@ -17,7 +17,9 @@ namespace kesto {
 namespace {
 
 inline constexpr auto linear = static_cast<std::int32_t>(Transition::Linear);
-inline constexpr std::int32_t plainFlag = 1;  // of a change section that nobody gave flags
+inline constexpr int mostHalvings = 16;        // of a cut transition: enough for a difference of 5000
+inline constexpr double shortestChord = 1e-6;  // m: shorter ones would run into one in the decimals
+inline constexpr std::int32_t plainFlag = 1;   // of a change section that nobody gave flags
 
 bool IsSamePlace(double one, double other) noexcept { return std::fabs(one - other) <= tolerance::mileage; }
 
@@ -25,6 +27,13 @@ bool IsCurved(std::int32_t type) noexcept {
     return type == static_cast<std::int32_t>(Transition::Cubic) ||
            type == static_cast<std::int32_t>(Transition::FourthDegree);
 }
+
+/// What lies between two change sections of the whole road, or its start and the first one.
+struct Stretch {
+    double start;  // m
+    double end;
+    std::int32_t type;
+};
 
 /// Cuts one table of change sections for a part.
 class TableCutter {
@@ -44,14 +53,13 @@ public:
         if (!IsSamePlace(start, whole.settings.startMileage) && !HasChangeAt(start)) AddCut(start, linear);
         for (auto it = changes.lower_bound(start - tolerance::mileage);
              it != changes.end() && it->first <= end + tolerance::mileage; ++it) {
-            AddStretch(before, it->first);
+            const std::int32_t type = AddStretch(before, it->first);
             // A change section that decimals have moved over an end is still at that end.
-            Put(std::clamp(it->first, start, end), it->second, lastType);
+            Put(std::clamp(it->first, start, end), it->second, type);
             before = it->first;
         }
         if (!HasChangeAt(end) && changes.upper_bound(end) != changes.end()) {
-            AddStretch(before, end);
-            AddCut(end, lastType);
+            AddCut(end, AddStretch(before, end));
         }
     }
 
@@ -59,13 +67,6 @@ private:
     bool HasChangeAt(double place) const noexcept {
         const auto found = changes.lower_bound(place - tolerance::mileage);
         return found != changes.end() && found->first <= place + tolerance::mileage;
-    }
-
-    /// Type of the transition that leads on from a place; linear behind the last change section.
-    std::int32_t TypeBehind(double place) const noexcept {
-        const auto next = changes.upper_bound(place);
-        const auto type = next == changes.end() ? types.end() : types.find(next->first);
-        return type == types.end() ? 0 : type->second;
     }
 
     void Put(double place, const ChangeSection& change, std::int32_t type) {
@@ -85,45 +86,49 @@ private:
         Put(place, cut, type);
     }
 
-    /// Prepares the stretch up to a change section of the part: sets its type, and replaces a curved transition that is
-    /// not there as a whole.
-    void AddStretch(double from, double to) {
-        lastType = TypeBehind((from + to) / 2);
-        if (!(to - from > tolerance::mileage)) {
-            const auto type = types.find(to);
-            lastType = type == types.end() ? 0 : type->second;
-            return;
-        }
+    std::int32_t TypeOf(double change) const noexcept {
+        const auto type = types.find(change);
+        return type == types.end() ? linear : type->second;
+    }
+
+    /// Prepares the stretch of the part that leads to a change section: a curved transition that is not there as a
+    /// whole is replaced.
+    /// @return the type that leads there
+    std::int32_t AddStretch(double from, double to) {
+        if (!(to - from > tolerance::mileage)) return TypeOf(to);
         const auto next = changes.upper_bound((from + to) / 2);
-        const double wholeStart = next == changes.begin() ? whole.settings.startMileage : std::prev(next)->first;
-        const double wholeEnd = next->first;
-        if (!IsCurved(lastType) || (IsSamePlace(from, wholeStart) && IsSamePlace(to, wholeEnd))) return;
-        const double length = wholeEnd - wholeStart;
-        AddChords(wholeStart, length, LargestDifference(wholeStart, wholeEnd, *next), (from - wholeStart) / length,
-                  (to - wholeStart) / length);
-        lastType = linear;
+        const Stretch stretch{next == changes.begin() ? whole.settings.startMileage : std::prev(next)->first,
+                              next->first, TypeOf(next->first)};
+        const bool isWhole = IsSamePlace(from, stretch.start) && IsSamePlace(to, stretch.end);
+        if (isWhole || !IsCurved(stretch.type)) return stretch.type;
+        const double length = stretch.end - stretch.start;
+        AddChords(stretch, LargestDifference(stretch), (from - stretch.start) / length, (to - stretch.start) / length,
+                  mostHalvings);
+        return linear;
     }
 
     /// The largest difference of a plate's values between the ends of a stretch.
-    double LargestDifference(double from, double to, const std::map<double, ChangeSection>::value_type& next) const {
-        const std::vector<double> first = ChangedValuesAt(whole, which, from);
-        std::vector<double> last = ChangedValuesAt(whole, which, to);
-        std::copy_n(next.second.values.begin(), std::min(last.size(), next.second.values.size()), last.begin());
+    double LargestDifference(const Stretch& stretch) const {
+        const std::vector<double> first = ChangedValuesAt(whole, which, stretch.start);
+        const std::vector<double>& last = changes.at(stretch.end).values;
         double largest = 0;
-        for (std::size_t i = 0; i < first.size(); ++i) largest = std::max(largest, std::fabs(last[i] - first[i]));
+        for (std::size_t i = 0; i < std::min(first.size(), last.size()); ++i) {
+            largest = std::max(largest, std::fabs(last[i] - first[i]));
+        }
         return largest;
     }
 
     /// Adds change sections between two fractions of a stretch until its chords are near enough. A chord over the
     /// fraction h is at most h^2 / 8 times the second derivative away.
-    void AddChords(double stretch, double length, double difference, double from, double to) {
+    void AddChords(const Stretch& stretch, double difference, double from, double to, int halvings) {
         const double width = to - from;
-        const double error = difference * LargestBend(lastType, from, to) * width * width / 8;
-        if (!(error > tolerance::cutTransition)) return;
+        const double length = stretch.end - stretch.start;
+        const double error = difference * LargestBend(stretch.type, from, to) * width * width / 8;
+        if (!(error > tolerance::cutTransition) || !(width * length > shortestChord) || halvings == 0) return;
         const double middle = (from + to) / 2;
-        AddChords(stretch, length, difference, from, middle);
-        AddCut(stretch + middle * length, linear);
-        AddChords(stretch, length, difference, middle, to);
+        AddChords(stretch, difference, from, middle, halvings - 1);
+        AddCut(stretch.start + middle * length, linear);
+        AddChords(stretch, difference, middle, to, halvings - 1);
     }
 
     const RoadDesign& whole;
@@ -133,7 +138,6 @@ private:
     const std::map<double, std::int32_t>& types;
     double start;  // m, ends of the part in the whole road
     double end;
-    std::int32_t lastType = 0;  // of the transition that leads to the next change section
 };
 
 void CopyMileages(const RoadDesign& whole, RoadDesign& part) {

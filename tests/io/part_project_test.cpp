@@ -256,6 +256,20 @@ void Begin(RoadDesign& road) {
     SetStart(road, 1000, 2000, 30);
 }
 
+/// A profile two of whose curves are given far beyond its ends, where it is level all the same.
+void FillFarCurves(RoadDesign& road) {
+    Begin(road);
+    Join(road, Piece(1, 1000));
+    road.settings.verticalCurveMode = 1;
+    const double points[][4] = {{300, 5, 300, 300}, {400, 8, 380, 900}, {500, 6, 100, 520}, {600, 9, 600, 600}};
+    for (const auto& [mileage, elevation, start, end] : points) {
+        VerticalCurve curve = GradePoint(mileage, elevation);
+        curve.startMileage = start;
+        curve.endMileage = end;
+        ASSERT_TRUE(InsertVerticalCurve(road, curve));
+    }
+}
+
 struct SpecialRoad {
     const char* name;
     void (*fill)(RoadDesign& road);
@@ -309,6 +323,8 @@ const SpecialRoad specialRoads[] = {
          Join(road, Piece(1, 100));
      },
      100 - 4e-8, 200 + 4e-8},
+    {"a curve that reaches back before the profile", FillFarCurves, 50, 120},
+    {"a curve that reaches on behind the profile", FillFarCurves, 850, 890},
     {"intersections",
      [](RoadDesign& road) {
          const double points[][3] = {{0, 0, 0}, {500, 100, 300}, {700, 600, 250}, {1300, 700, 0}};
@@ -356,6 +372,13 @@ TEST(PartProject, OfTheSampleRoadsIsThatRoad) {
         for (const auto& [from, to] : {std::pair(0.0, 1.0), {0.0, 0.45}, {0.31, 0.78}, {0.5, 1.0}}) {
             ExpectPart(road, start + from * road.totalLength, start + to * road.totalLength);
         }
+        const auto all = MakePart(road, StakeMileageAt(road, start), StakeMileageAt(road, start + road.totalLength));
+        ASSERT_TRUE(all);
+        const auto alignment = [](RoadDesign& it) {
+            const std::string text = *FormatProject(it, utf8);
+            return text.substr(0, text.find("VerticalCurve"));  // points off the road get another occurrence
+        };
+        EXPECT_EQ(alignment(**RoundForFile(**all)), alignment(road)) << "from end to end";
         ++roads;
     }
     EXPECT_GE(roads, 5);
