@@ -10,7 +10,6 @@ inline constexpr double zeroLengthMileage = 1e-9;  // m: how close a mileage mus
 inline constexpr double splitAtStart = 1e-5;       // m: a break this near to an element's start splits nothing
 inline constexpr double sliver = 1e-4;             // m: a remainder up to this is dropped behind a break
 inline constexpr double duplicateMileage = 1e-7;   // m: two records closer than this are the same
-
 inline constexpr double jump = 1e-9;               // m: a smaller jump of the stake mileage is rounding
 
 // Element geometry

@@ -685,9 +685,9 @@ KESTO_API int32_t KESTO_CALL SaveProject(RoadDesign* road, const char* path);
 
 /** Saves the stretch between two places of the road as a project file of its own: elements cut at both ends, the broken
  *  chains in between, the grade-change points that its heights need, the cross sections. Points, heights and sections
- *  are those of the whole road, at the same stake mileages; occurrences are counted anew within the part. Transitions of
- *  cross sections that are cut and not linear become rows of linear ones, within 1e-6 (per cent or m). The road itself
- *  is made current, and otherwise left as it is.
+ *  are those of the whole road, at the same stake mileages; occurrences are counted anew within the part. Transitions
+ *  of cross sections that are cut and not linear become rows of linear ones, within 1e-6 (per cent or m). The road
+ *  itself is made current, and otherwise left as it is.
  *  @param path                            as for SaveProject()
  *  @param startMileage, endMileage        stake mileages (m)
  *  @param startOccurrence, endOccurrence  which of the equal stake mileages, 0-based
