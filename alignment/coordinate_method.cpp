@@ -90,7 +90,7 @@ std::optional<double> SpiralLength(const Piece& spiral, double chord) noexcept {
         if (*atUpper >= 0) return NarrowLength(spiral, chord, lower, upper);
         if (atLower > atBefore && atLower > *atUpper) {
             const double longest = LongestChord(spiral, chord, before, upper);
-            if (ChordExcess(spiral, longest, chord).value_or(-1) >= 0) {
+            if (ChordExcess(spiral, longest, chord).value_or(-chord) >= -tolerance::meetsPoint) {
                 return NarrowLength(spiral, chord, before, longest);
             }
         }
@@ -102,31 +102,37 @@ std::optional<double> SpiralLength(const Piece& spiral, double chord) noexcept {
     return std::nullopt;
 }
 
-/// The piece that joins two points, by the type of the first one.
-std::optional<Piece> Join(const Coordinate& from, const Coordinate& to, double chord) noexcept {
+bool IsRadius(double radius) noexcept { return radius >= 0 && std::isfinite(radius); }
+
+/// The piece that joins two points, by the type of the first one. Only the radii that it uses are looked at.
+/// @return fails with the distance, for an arc with the diameter that it exceeds; the caller knows the record
+Result<Piece> Join(const Coordinate& from, const Coordinate& to, double chord) noexcept {
+    const Failure refused = FailValue(KESTO_POINT_NOT_JOINED, chord);
     Piece piece{.type = static_cast<ElementType>(from.type), .turnsRight = from.turnDirection != 0};
     switch (piece.type) {
         case ElementType::Straight: return Piece{.length = chord};
         case ElementType::Arc: {
+            if (!IsRadius(from.radius) || IsInfiniteRadius(from.radius)) return refused;
             // A half circle may come out longer than its diameter by the rounding of its points.
-            if (IsInfiniteRadius(from.radius) || !(chord - 2 * from.radius <= tolerance::meetsPoint)) {
-                return std::nullopt;
+            if (chord - 2 * from.radius > tolerance::meetsPoint) {
+                return FailLimit(KESTO_POINT_NOT_JOINED, KESTO_LIMIT_ARC_DIAMETER, chord, 2 * from.radius);
             }
             piece.startRadius = piece.endRadius = from.radius;
             piece.length = 2 * from.radius * std::asin(std::min(chord / (2 * from.radius), 1.0));
             return piece;
         }
         case ElementType::Spiral: {
+            if (!IsRadius(from.radius) || !IsRadius(to.radius)) return refused;
             piece.startRadius = from.radius;
             piece.endRadius = to.radius;
             const std::optional<double> length = SpiralLength(piece, chord);
-            if (!length) return std::nullopt;
+            if (!length) return refused;
             piece.length = *length;
             return piece;
         }
         case ElementType::Start: break;
     }
-    return std::nullopt;
+    return refused;
 }
 
 /// Azimuth at a piece's start that makes its chord run in a direction (degrees).
@@ -136,36 +142,21 @@ double StartAzimuth(const Piece& piece, double chordAzimuth) noexcept {
     return NormalisedAzimuth(piece.turnsRight ? chordAzimuth - chordAngle : chordAzimuth + chordAngle);
 }
 
-bool IsRadius(double radius) noexcept { return radius >= 0 && std::isfinite(radius); }
-
 /// What joins a point to the next one, and the azimuth that it begins with.
 struct Joint {
     Piece piece;
     double azimuth;  // degrees
 };
 
-std::optional<Joint> JointAt(const RoadDesign& road, std::int32_t index) noexcept {
+Result<Joint> JointAt(const RoadDesign& road, std::int32_t index) noexcept {
     const Coordinate& from = road.coordinates[index];
     const Coordinate& to = road.coordinates[index + 1];
     const double chord = Distance(PointOf(from), PointOf(to));
-    if (!(chord > tolerance::samePoint) || !std::isfinite(chord)) return std::nullopt;
+    if (!(chord > tolerance::samePoint) || !std::isfinite(chord)) return FailValue(KESTO_POINT_NOT_JOINED, chord);
     const bool brokenLine = static_cast<DesignMode>(road.settings.roadDesignMode) == DesignMode::BrokenLine;
-    if (!brokenLine && !(IsRadius(from.radius) && IsRadius(to.radius))) return std::nullopt;
-    const std::optional<Piece> piece = brokenLine ? Piece{.length = chord} : Join(from, to, chord);
-    if (!piece) return std::nullopt;
+    const Result<Piece> piece = brokenLine ? Piece{.length = chord} : Join(from, to, chord);
+    if (!piece) return piece.failure();
     return Joint{*piece, StartAzimuth(*piece, AzimuthBetween(PointOf(from), PointOf(to)))};
-}
-
-/// Which point is not joined to the next, with their distance; for an arc the diameter that it exceeds.
-Failure NotJoined(const RoadDesign& road, std::int32_t index) noexcept {
-    const Coordinate& from = road.coordinates[index];
-    Failure failure = FailRecord(KESTO_POINT_NOT_JOINED, KESTO_LIST_COORDINATES, index);
-    failure.value = Distance(PointOf(from), PointOf(road.coordinates[index + 1]));
-    if (static_cast<ElementType>(from.type) == ElementType::Arc && failure.value > 2 * from.radius) {
-        failure.bound = 2 * from.radius;
-        failure.excess = failure.value - failure.bound;
-    }
-    return failure;
 }
 
 }  // namespace
@@ -179,8 +170,13 @@ Outcome GenerateFromCoordinates(const RoadDesign& road, CountedList<Element>& el
     }
     ElementWriter writer(road.settings.startMileage);
     for (std::int32_t i = 0; i + 1 < count; ++i) {
-        const std::optional<Joint> joint = JointAt(road, i);
-        if (!joint) return NotJoined(road, i);
+        const Result<Joint> joint = JointAt(road, i);
+        if (!joint) {
+            Failure failure = joint.failure();
+            failure.list = KESTO_LIST_COORDINATES;
+            failure.record = i;
+            return failure;
+        }
         const Point start = PointOf(road.coordinates[i]);
         if (i == 0) writer.Start(start, joint->azimuth);
         writer.Add(joint->piece, start, joint->azimuth);

@@ -2,6 +2,7 @@
 
 #include <cmath>
 #include <numbers>
+#include <optional>
 
 #include "alignment/chain_builder.hpp"
 #include "alignment/element_generation.hpp"
@@ -66,10 +67,9 @@ Outcome RequireRoom(const RoadDesign& road, const std::vector<TangentCurve>& cur
         if (!(length > tolerance::samePoint) || !std::isfinite(length)) return DoesNotFit(side + 1);
         if (!(rest >= -tolerance::tangentOverlap)) {
             // The curve at the side's end is told, or the one at its start where there is none.
-            Failure failure = DoesNotFit(curves[static_cast<std::size_t>(side) + 1].exists ? side + 1 : side);
-            failure.value = length - rest;
-            failure.bound = length;
-            failure.excess = -rest;
+            Failure failure = FailLimit(KESTO_CURVE_DOES_NOT_FIT, KESTO_LIMIT_POLYGON_SIDE, length - rest, length);
+            failure.list = KESTO_LIST_INTERSECTIONS;
+            failure.record = curves[static_cast<std::size_t>(side) + 1].exists ? side + 1 : side;
             return failure;
         }
     }
@@ -82,10 +82,12 @@ bool AddCurve(ElementWriter& writer, const std::vector<Piece>& pieces, Point sta
     for (const Piece& piece : pieces) {
         writer.Add(piece, start, azimuth);
         const Element& element = writer.Elements()[writer.Elements().Count() - 1];
+        const std::optional<LocalPoint> local = EvaluateLocal(element, element.length);
         const Result<Position> end = Evaluate(element, element.length);
-        if (!end) return false;
+        if (!local || !end) return false;
         start = {end->x, end->y};
-        azimuth = end->azimuth;
+        // The position's azimuth would not do: one near 0 becomes 0 there, and the pieces behind would be turned.
+        azimuth = NormalisedAzimuth(azimuth + ToDegrees(piece.turnsRight ? local->turn : -local->turn));
     }
     return true;
 }
@@ -116,11 +118,8 @@ Result<TangentCurve> FitCurve(Point before, const Intersection& intersection, Po
     if (!in || !out) return refused;
     const double arcAngle = deflection - in->end.turn - out->end.turn;
     if (!(arcAngle >= -tolerance::arcAngle)) {
-        Failure failure = refused;
-        failure.value = ToDegrees(in->end.turn + out->end.turn);
-        failure.bound = ToDegrees(deflection);
-        failure.excess = failure.value - failure.bound;
-        return failure;
+        return FailLimit(KESTO_CURVE_DOES_NOT_FIT, KESTO_LIMIT_DEFLECTION, ToDegrees(in->end.turn + out->end.turn),
+                         ToDegrees(deflection));
     }
     // ((R + p2) - (R + p1) cos) / sin, with R (1 - cos) / sin taken together: it would cancel on flat curves.
     const double arcTangent = radius * std::tan(deflection / 2);

@@ -2,7 +2,6 @@
 #pragma once
 
 #include <cstdint>
-#include <optional>
 #include <vector>
 
 #include "alignment/chainage.hpp"
@@ -26,17 +25,20 @@ struct TangentCurve {
 /// Fits the curve of an intersection between its tangents (route surveying, unsymmetrical spiralled curves).
 /// @param before, after the neighbouring points of the polygon (m)
 /// @return no curve for a radius below 1e-7 m or a deflection below 1e-7 rad. Fails with 4 for points that coincide, a
-///         deflection of 180 degrees, a negative or not finite radius or length, a spiral between equal radii, and
-///         spirals that turn more than the deflection
+///         deflection of 180 degrees, a negative or not finite radius or length, a spiral between equal radii or
+///         between nearly equal ones that cannot be evaluated, and spirals that turn more than the deflection (value =
+///         their turn, bound = the deflection, degrees)
 Result<TangentCurve> FitCurve(Point before, const Intersection& intersection, Point after) noexcept;
 
-/// Fits all curves of the road's intersections; the first and the last point have none.
+/// Fits all curves of the road's intersections; the first and the last point have none, so nothing but their place is
+/// read.
 /// @return one for each intersection. Fails with 3 for fewer than two intersections, as FitCurve(), and with 4 where
 ///         two curves overlap by more than 1 mm (value = the tangents' sum, bound = the side, excess = the overlap)
 Result<std::vector<TangentCurve>> FitCurves(const RoadDesign& road);
 
-/// Makes elements from the intersections. Curves that overlap by up to a millimetre are joined as they are: the road
-/// behind them is moved by as much when its elements are joined.
+/// Makes elements from the intersections. Curves that overlap by up to a millimetre are joined as they are, and a
+/// straight of up to 0.1 mm beside a curve is left out: the road behind is moved by as much when its elements are
+/// joined. The start record stays on the first point, so on the first side it is the first curve that moves.
 /// @param elements out: start record first; untouched on failure
 /// @return fails as FitCurves()
 Outcome GenerateFromIntersections(const RoadDesign& road, CountedList<Element>& elements);

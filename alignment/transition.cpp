@@ -1,6 +1,5 @@
 #include "alignment/transition.hpp"
 
-#include <algorithm>
 #include <cmath>
 
 #include "alignment/element_geometry.hpp"

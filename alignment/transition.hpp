@@ -18,7 +18,7 @@ struct Transition {
 
 /// The transition from a radius (below 1e-7: infinite) to a circle over a length (route surveying, transition curves).
 /// @param fromRadius, radius, length m; a length of 0 is no transition at all
-/// @return nothing for a spiral between equal radii or one that cannot be evaluated
+/// @return nothing for a spiral between equal radii or one that cannot be evaluated, as between nearly equal ones
 std::optional<Transition> TransitionTo(double fromRadius, double radius, double length) noexcept;
 
 /// Ease parameters of a spiral; the order of the radii does not matter. Shift and tangent offset belong to the circle

@@ -61,11 +61,15 @@ enum KestoStatus {
     KESTO_UNKNOWN_DESIGN_MODE = 1, /**< the road design mode is none of 0, 1, 2, 3 */
     KESTO_OUT_OF_MEMORY = 2,       /**< memory ran out; the design data are as before */
     KESTO_TOO_FEW_ELEMENTS = 3,    /**< fewer than two elements: bound tells the need, value what is there */
-    KESTO_CURVE_DOES_NOT_FIT = 4,  /**< an intersection's curve does not fit: record = the intersection; where tangents
-                                      are too long value = their sum, bound = the polygon side, excess = the overlap (m);
-                                      where spirals turn too much the angles (degrees) */
-    KESTO_POINT_NOT_JOINED = 5,    /**< a coordinate point cannot be joined to the next: record = the point,
- value = the distance to the next (m); for an arc bound = its diameter */
+    KESTO_CURVE_DOES_NOT_FIT = 4,  /**< an intersection's curve does not fit: record = the intersection. Limit = what
+                                      its tangents or spirals exceed, -1 for points that coincide, a deflection of 180
+                                      degrees, a negative or not finite radius or length, and a spiral between radii
+                                      that are equal or too nearly equal to be evaluated (300 and 300.000001 m) */
+    KESTO_POINT_NOT_JOINED = 5,    /**< a coordinate point cannot be joined to the next: record = the point, value = the
+                                      distance to the next (m). Limit = the diameter that an arc's chord exceeds, -1 for
+                                      points that coincide, a radius that is missing, negative or not finite, an unknown
+                                      type, and a spiral that never meets the next point or lies between radii that are
+                                      equal or too nearly equal to be evaluated */
     KESTO_NO_START_ELEMENT = 6,    /**< the first element is no start record (type 0) */
     KESTO_ELEMENT_NOT_EVALUABLE = 7, /**< an element has no geometry: equal spiral radii, unknown type, bad length */
     KESTO_UNKNOWN_STAKE_MODE = 8,    /**< the make-stake type is neither 0 nor 1 */
@@ -126,13 +130,16 @@ enum KestoLimit {
     KESTO_LIMIT_ELEMENT_LENGTH = 2,
     KESTO_LIMIT_RECORD_COUNT = 3,
     KESTO_LIMIT_RECORDS_PER_CALL = 4,
-    KESTO_LIMIT_OCCURRENCES = 5
+    KESTO_LIMIT_OCCURRENCES = 5,
+    KESTO_LIMIT_POLYGON_SIDE = 6, /**< tangents overlap: value = their sum, bound = the polygon side (m) */
+    KESTO_LIMIT_DEFLECTION = 7,   /**< spirals turn too much: value = their turn, bound = the deflection (degrees) */
+    KESTO_LIMIT_ARC_DIAMETER = 8  /**< no arc spans a chord: value = the chord, bound = the arc's diameter (m) */
 };
 
 /* ------------------------------------------------------------------------------------------------------ records --- */
 
 /** Intersection point of two tangents with its curve: entry spiral, arc, exit spiral. The first and the last one are
- * the ends of the road and have no curve. 96 bytes. */
+ * the ends of the road and have no curve: only their points are read. 96 bytes. */
 typedef struct Intersection {
     char name[32];
     double x, y;                /**< point (m) */
