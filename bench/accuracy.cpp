@@ -10,7 +10,7 @@
 
 #include "alignment/element_geometry.hpp"
 #include "alignment/projection.hpp"
-#include "alignment/quadrature.hpp"
+#include "quadrature.hpp"
 
 namespace {
 

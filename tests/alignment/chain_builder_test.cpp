@@ -7,8 +7,8 @@
 #include <vector>
 
 #include "alignment/broken_chains.hpp"
-#include "alignment/quadrature.hpp"
 #include "core/angles.hpp"
+#include "quadrature.hpp"
 
 using kesto_test::MakeElement;
 

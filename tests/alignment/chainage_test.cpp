@@ -9,7 +9,7 @@
 
 #include "alignment/chain_builder.hpp"
 #include "alignment/position.hpp"
-#include "alignment/quadrature.hpp"
+#include "quadrature.hpp"
 
 using kesto::StakeMileage;
 using kesto_test::MakeElement;

@@ -3,10 +3,10 @@
 #include <gtest/gtest.h>
 
 #include <cmath>
-#include <random>
+#include <limits>
 
-#include "alignment/quadrature.hpp"
 #include "core/angles.hpp"
+#include "quadrature.hpp"
 
 using kesto_test::Integrate;
 using kesto_test::Integrated;
@@ -57,15 +57,40 @@ TEST(CoordinateMethod, FindsTheElementThatThePointsWereMadeFrom) {
     }
 }
 
+double ChordOf(const Element& element) {
+    const Integrated end = Integrate(element, element.length);
+    return static_cast<double>(std::hypot(end.x - element.startX, end.y - element.startY));
+}
+
 TEST(CoordinateMethod, TheShortestSpiralCounts) {
-    // Just below the longest chord that a spiral from a straight to 100 m has before it winds: two lengths lie close
-    // together there, and one a whole loop longer meets the point too.
-    RoadDesign road;
-    road.settings.roadDesignMode = 2;
-    road.coordinates.Insert(At(0, 0, 3));
-    road.coordinates.Insert(At(394.828426396 - 0.001, 0, 1, 100));
-    ASSERT_TRUE(kesto::GenerateFromCoordinates(road, road.elements));
-    EXPECT_NEAR(road.elements[1].length, 635.302572, 1e-3);
+    // Before a spiral winds its chord goes through a maximum: two lengths below it lie close together, the maximum
+    // itself counts while it is within 1e-9 m, and a point farther away is met a whole loop later.
+    for (const auto& [from, to, shorter, longer] :
+         {std::tuple{0.0, 100.0, 500.0, 800.0}, {100.0, 300.0, 350.0, 600.0}}) {
+        SCOPED_TRACE(from);
+        double lower = shorter;
+        double upper = longer;
+        while (upper - lower > 1e-5) {
+            const double third = (upper - lower) / 3;
+            const double left = ChordOf(MakeElement(3, true, from, to, lower + third));
+            const double right = ChordOf(MakeElement(3, true, from, to, upper - third));
+            (left < right ? lower : upper) = left < right ? lower + third : upper - third;
+        }
+        const double longest = ChordOf(MakeElement(3, true, from, to, lower));
+        const struct {
+            double excess, least, most;  // m: of the chord over the maximum; between which lengths the spiral's lies
+        } cases[] = {{-0.001, shorter, lower - 0.1}, {5e-10, lower - 0.01, lower + 0.01}, {5e-9, longer, 2000}};
+        for (const auto& it : cases) {
+            RoadDesign road;
+            road.settings.roadDesignMode = 2;
+            road.coordinates.Insert(At(0, 0, 3, from));
+            road.coordinates.Insert(At(longest + it.excess, 0, 1, to));
+            ASSERT_TRUE(kesto::GenerateFromCoordinates(road, road.elements));
+            EXPECT_GT(road.elements[1].length, it.least) << it.excess;
+            EXPECT_LT(road.elements[1].length, it.most) << it.excess;
+            EXPECT_NEAR(ChordOf(road.elements[1]), longest + it.excess, 1.1e-9) << "1e-9, and 1e-10 of quadrature";
+        }
+    }
 }
 
 TEST(CoordinateMethod, BrokenLineKeepsItsKinks) {
@@ -83,34 +108,57 @@ TEST(CoordinateMethod, Refusals) {
     struct Case {
         const char* name;
         std::vector<Coordinate> points;
-        std::int32_t status;
         std::int32_t record;
+        double value;
+        std::int32_t limit = KESTO_LIMIT_NONE;
+        double bound = 0;
+        std::int32_t mode = 2;
     };
     const double nan = std::nan("");
+    const double infinity = std::numeric_limits<double>::infinity();
     const Case cases[] = {
-        {"one point", {At(0, 0, 1)}, KESTO_TOO_FEW_ELEMENTS, -1},
-        {"coinciding points", {At(0, 0, 1), At(5, 0, 1), At(5, 5e-8, 1)}, KESTO_POINT_NOT_JOINED, 1},
-        {"chord above the diameter", {At(0, 0, 2, 10), At(20.01, 0, 1)}, KESTO_POINT_NOT_JOINED, 0},
-        {"arc without a radius", {At(0, 0, 2), At(20, 0, 1)}, KESTO_POINT_NOT_JOINED, 0},
-        {"spiral between equal radii", {At(0, 0, 3, 50), At(20, 0, 1, 50)}, KESTO_POINT_NOT_JOINED, 0},
-        {"spiral between straights", {At(0, 0, 3), At(20, 0, 1)}, KESTO_POINT_NOT_JOINED, 0},
-        {"spiral that never gets so far", {At(0, 0, 3, 1), At(2000, 0, 1, 1.1)}, KESTO_POINT_NOT_JOINED, 0},
-        {"unknown type", {At(0, 0, 4), At(20, 0, 1)}, KESTO_POINT_NOT_JOINED, 0},
-        {"negative radius", {At(0, 0, 3, -5), At(20, 0, 1, 50)}, KESTO_POINT_NOT_JOINED, 0},
-        {"point no number", {At(0, nan, 1), At(20, 0, 1)}, KESTO_POINT_NOT_JOINED, 0},
+        {"coinciding points", {At(0, 0, 1), At(5, 0, 1), At(5, 5e-8, 1)}, 1, 5e-8},
+        {"coinciding ends of an arc", {At(0, 0, 2, 0), At(5e-8, 0, 1)}, 0, 5e-8},
+        {"coinciding points of a broken line", {At(0, 0, 2, 0), At(5e-8, 0, 1)}, 0, 5e-8, KESTO_LIMIT_NONE, 0, 3},
+        {"chord above the diameter", {At(0, 0, 2, 10), At(20.01, 0, 1)}, 0, 20.01, KESTO_LIMIT_ARC_DIAMETER, 20},
+        {"arc without a radius", {At(0, 0, 2), At(20, 0, 1)}, 0, 20},
+        {"arc with a negative radius", {At(0, 0, 2, -100), At(50, 0, 1)}, 0, 50},
+        {"arc with an infinite radius", {At(0, 0, 2, infinity), At(50, 0, 1)}, 0, 50},
+        {"spiral between equal radii", {At(0, 0, 3, 50), At(20, 0, 1, 50)}, 0, 20},
+        {"spiral between nearly equal radii", {At(0, 0, 3, 300), At(50, 0, 1, 300.000001)}, 0, 50},
+        {"spiral between straights", {At(0, 0, 3), At(20, 0, 1)}, 0, 20},
+        {"spiral that never gets so far", {At(0, 0, 3, 1), At(2000, 0, 1, 1.1)}, 0, 2000},
+        {"unknown type", {At(0, 0, 4), At(20, 0, 1)}, 0, 20},
+        {"spiral from a negative radius", {At(0, 0, 3, -5), At(20, 0, 1, 50)}, 0, 20},
+        {"spiral to no number", {At(0, 0, 3, 50), At(20, 0, 1, nan)}, 0, 20},
+        {"point at infinity", {At(0, infinity, 1), At(20, 0, 1)}, 0, infinity},
     };
     for (const Case& it : cases) {
         SCOPED_TRACE(it.name);
         RoadDesign road;
-        road.settings.roadDesignMode = 2;
+        road.settings.roadDesignMode = it.mode;
         road.elements.Insert(MakeElement(1, false, 0, 0, 7));
         for (const Coordinate& point : it.points) road.coordinates.Insert(point);
         const kesto::Outcome generated = kesto::GenerateFromCoordinates(road, road.elements);
         ASSERT_FALSE(generated);
-        EXPECT_EQ(generated.failure().status, it.status);
-        EXPECT_EQ(generated.failure().record, it.record);
+        const Failure& failure = generated.failure();
+        EXPECT_EQ(failure.status, KESTO_POINT_NOT_JOINED);
+        EXPECT_EQ(failure.record, it.record);
+        EXPECT_EQ(failure.value, it.value);
+        EXPECT_EQ(failure.limit, it.limit);
+        EXPECT_EQ(failure.bound, it.bound);
+        EXPECT_EQ(failure.excess, it.bound > 0 ? it.value - it.bound : 0);
         EXPECT_EQ(road.elements.Count(), 1) << "the element list is as it was";
     }
+    RoadDesign unread;  // radii that no piece uses
+    unread.settings.roadDesignMode = 2;
+    for (const Coordinate& it : {At(0, 0, 1, -5), At(50, 0, 1, nan), At(90, 0, 2, 80), At(130, 0, 1, -5)}) {
+        unread.coordinates.Insert(it);
+    }
+    EXPECT_TRUE(kesto::GenerateFromCoordinates(unread, unread.elements));
+    RoadDesign lonely;
+    lonely.coordinates.Insert(At(0, 0, 1));
+    EXPECT_EQ(kesto::GenerateFromCoordinates(lonely, lonely.elements).failure().status, KESTO_TOO_FEW_ELEMENTS);
 }
 
 }  // namespace

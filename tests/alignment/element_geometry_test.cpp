@@ -6,7 +6,7 @@
 #include <cmath>
 #include <limits>
 
-#include "alignment/quadrature.hpp"
+#include "quadrature.hpp"
 
 using kesto::Evaluate;
 using kesto_test::Integrate;

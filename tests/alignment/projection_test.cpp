@@ -4,7 +4,7 @@
 
 #include <cmath>
 
-#include "alignment/quadrature.hpp"
+#include "quadrature.hpp"
 
 using kesto::Foot;
 using kesto::Point;

@@ -9,8 +9,8 @@
 
 #include "alignment/broken_chains.hpp"
 #include "alignment/chain_builder.hpp"
-#include "alignment/quadrature.hpp"
 #include "profile/vertical_curves.hpp"
+#include "quadrature.hpp"
 
 namespace {
 

@@ -3,9 +3,9 @@
 
 #include <gtest/gtest.h>
 
-#include "alignment/quadrature.hpp"
 #include "core/road_design.hpp"
 #include "design/design_run.hpp"
+#include "quadrature.hpp"
 
 namespace kesto_test {
 
