@@ -2,6 +2,7 @@
 
 #include <cmath>
 #include <cstring>
+#include <limits>
 #include <optional>
 
 #include "conventions.hpp"
@@ -14,7 +15,6 @@ namespace {
 
 constexpr int lengthDecimals = 3;  // millimetres, in messages
 constexpr int angleDecimals = 4;   // of degrees
-constexpr double sameSide = 1e-9;  // relative: two evaluations of one polygon side
 
 std::string Metres(double metres) { return FormatReal(metres, lengthDecimals) + " m"; }
 
@@ -80,33 +80,41 @@ std::optional<double> SideLength(RoadDesign* road, std::int32_t from, std::int32
     return std::hypot(b.x - a.x, b.y - a.y);
 }
 
-/// Why the curve of an intersection does not fit. The numbers of a failure are metres on a polygon side, whose length
-/// is then the bound, or else the angles of the spirals.
+/// The neighbour at the other end of the polygon side with the given length.
+std::int32_t NeighbourAlong(RoadDesign* road, std::int32_t at, double length) {
+    const auto misfit = [&](std::int32_t neighbour) {
+        const auto side = SideLength(road, at, neighbour);
+        return side ? std::fabs(*side - length) : std::numeric_limits<double>::infinity();
+    };
+    return misfit(at - 1) <= misfit(at + 1) ? at - 1 : at + 1;
+}
+
+/// Why the curve of an intersection does not fit.
 std::string CurveMisfit(RoadDesign* road, const Failure& failure) {
     const std::int32_t at = failure.record;
     for (const std::int32_t neighbour : {at - 1, at + 1}) {
         const auto side = SideLength(road, at, neighbour);
-        if (!side) continue;
-        const std::string other = IntersectionText(road, neighbour);
-        if (!(*side > samePoint)) return IntersectionText(road, at) + " lies on " + other;
-        if (failure.excess != 0 && std::fabs(*side - failure.bound) <= sameSide * *side) {
-            return "the curve of " + IntersectionText(road, at) + " does not fit: the tangents between it and " +
-                   other + " take " + Metres(failure.value) + " of " + Metres(failure.bound) + ", " +
-                   Metres(failure.excess) + " too much";
-        }
+        if (side && !(*side > samePoint))
+            return IntersectionText(road, at) + " lies on " + IntersectionText(road, neighbour);
     }
-    if (failure.excess != 0) {
-        return "the curve of " + IntersectionText(road, at) + " does not fit: its spirals turn " +
-               Degrees(failure.value) + " of " + Degrees(failure.bound) + ", " + Degrees(failure.excess) + " too much";
+    const std::string text = "the curve of " + IntersectionText(road, at) + " does not fit: ";
+    switch (failure.limit) {
+        case KESTO_LIMIT_POLYGON_SIDE:
+            return text + "the tangents between it and " +
+                   IntersectionText(road, NeighbourAlong(road, at, failure.bound)) + " take " + Metres(failure.value) +
+                   " of " + Metres(failure.bound) + ", " + Metres(failure.excess) + " too much";
+        case KESTO_LIMIT_DEFLECTION:
+            return text + "its spirals turn " + Degrees(failure.value) + " of " + Degrees(failure.bound) + ", " +
+                   Degrees(failure.excess) + " too much";
+        default:
+            return text + "the road turns back there, a spiral joins equal radii, or a radius or length is negative";
     }
-    return "the curve of " + IntersectionText(road, at) +
-           " does not fit: the road turns back there, a spiral joins equal radii, or a radius or length is negative";
 }
 
 std::string PointMisfit(RoadDesign* road, const Failure& failure) {
     std::string text = PointText(road, failure.record) + " cannot be joined to " + PointText(road, failure.record + 1) +
                        ", " + Metres(failure.value) + " away";
-    if (failure.excess != 0) {
+    if (failure.limit == KESTO_LIMIT_ARC_DIAMETER) {
         return text + ": the diameter of its arc is " + Metres(failure.bound) + ", " + Metres(failure.excess) +
                " too short";
     }
