@@ -17,7 +17,7 @@ namespace kesto {
 
 namespace {
 
-inline constexpr std::string_view projectExtension = ".road";
+std::string_view ExtensionOf(ProjectKind kind) noexcept { return kind == ProjectKind::Water ? ".watx" : ".road"; }
 
 #if defined(_WIN32)
 inline constexpr std::string_view separators = "/\\:";
@@ -29,8 +29,8 @@ char LowerCase(char letter) noexcept {
     return letter >= 'A' && letter <= 'Z' ? static_cast<char>(letter - 'A' + 'a') : letter;
 }
 
-/// The path that a road is saved under.
-std::string SavingPath(std::string path) {
+/// The path that a project is saved under.
+std::string SavingPath(std::string path, std::string_view projectExtension) {
     const std::size_t dot = path.rfind('.');
     const std::size_t separator = path.find_last_of(separators);
     const bool hasExtension = dot != std::string::npos && (separator == std::string::npos || dot > separator);
@@ -64,16 +64,14 @@ Outcome RunDesignOfOpened(RoadDesign& road) {
     }
 }
 
-}  // namespace
-
-Outcome SaveRoad(RoadDesign& road, const char* path) {
-    const Result<std::string> text = FormatProject(road, CodePage::Local());
+Outcome Save(RoadDesign& road, const char* path, ProjectKind kind) {
+    const Result<std::string> text = FormatProject(road, CodePage::Local(), kind);
     if (!text) return text.failure();
-    return WriteWholeFile(SavingPath(path), *text);
+    return WriteWholeFile(SavingPath(path, ExtensionOf(kind)), *text);
 }
 
-Outcome OpenRoad(RoadDesign& road, const char* path) {
-    if (!std::string_view(path).ends_with(projectExtension)) return Fail(KESTO_WRONG_EXTENSION);
+Outcome Open(RoadDesign& road, const char* path, ProjectKind kind) {
+    if (!std::string_view(path).ends_with(ExtensionOf(kind))) return Fail(KESTO_WRONG_EXTENSION);
     const Result<std::string> text = ReadWholeFile(path);
     if (!text) return text.failure();
     const auto opened = std::make_unique<RoadDesign>();
@@ -82,6 +80,16 @@ Outcome OpenRoad(RoadDesign& road, const char* path) {
     road.lastFailure.reset();  // as when the road is cleared: what is told from now on concerns this file
     return read;
 }
+
+}  // namespace
+
+Outcome SaveRoad(RoadDesign& road, const char* path) { return Save(road, path, ProjectKind::Road); }
+
+Outcome OpenRoad(RoadDesign& road, const char* path) { return Open(road, path, ProjectKind::Road); }
+
+Outcome SaveWater(RoadDesign& road, const char* path) { return Save(road, path, ProjectKind::Water); }
+
+Outcome OpenWater(RoadDesign& road, const char* path) { return Open(road, path, ProjectKind::Water); }
 
 Outcome OpenAndDesignRoad(RoadDesign& road, const char* path) {
     Outcome opened = OpenRoad(road, path);

@@ -146,7 +146,7 @@ constexpr std::array sections{
     Section{"HeightRightType", HasChanges<Side::Right, ChangeKind::Heightening>, WriteTypes<Side::Right, ChangeKind::Heightening>, ReadTypes<Side::Right, ChangeKind::Heightening>},
     Section{"HeightenSectionLeft", HasChanges<Side::Left, ChangeKind::Heightening>, WriteChanges<Side::Left, ChangeKind::Heightening>, ReadChanges<Side::Left, ChangeKind::Heightening>, true},
     Section{"HeightLeftType", HasChanges<Side::Left, ChangeKind::Heightening>, WriteTypes<Side::Left, ChangeKind::Heightening>, ReadTypes<Side::Left, ChangeKind::Heightening>},
-    Section{"roadSectionMileage", HasMileages, WriteMileages, ReadMileages},
+    Section{"roadSectionMileage", HasMileages, WriteMileages, ReadMileages, false, true},
 };
 // clang-format on
 

@@ -17,7 +17,8 @@ struct Section {
     bool (*present)(RoadDesign& road);                   // whether the road has this section
     void (*write)(RoadDesign& road, LineWriter& lines);  // writes the lines behind the keyword
     void (*read)(Reading& reading);                      // reads records until the section ends
-    bool byStake = false;  // written from a road whose chain is the one that the file gives: it may be made current
+    bool byStake = false;   // written from a road whose chain is the one that the file gives: it may be made current
+    bool roadOnly = false;  // never written to a water project
 };
 
 /// All sections in the order of the file.

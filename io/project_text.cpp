@@ -45,7 +45,7 @@ std::unique_ptr<RoadDesign> AsReadBack(std::string_view text, const RoadDesign& 
 
 }  // namespace
 
-Result<std::string> FormatProject(RoadDesign& road, const CodePage& names) {
+Result<std::string> FormatProject(RoadDesign& road, const CodePage& names, ProjectKind kind) {
     std::string text;
     LineWriter lines(text, names);
     HeaderLine::Fields(lines, road.settings);
@@ -58,7 +58,7 @@ Result<std::string> FormatProject(RoadDesign& road, const CodePage& names) {
     lines.End();
     std::unique_ptr<RoadDesign> readBack;
     for (const Section& section : Sections()) {
-        if (!section.present(road)) continue;
+        if ((section.roadOnly && kind != ProjectKind::Road) || !section.present(road)) continue;
         if (section.byStake && !readBack) readBack = AsReadBack(text, road, names);
         if (!section.keyword.empty()) lines.Keyword(section.keyword).End();
         section.write(section.byStake ? *readBack : road, lines);

@@ -10,11 +10,15 @@
 
 namespace kesto {
 
+/// The kinds of project file. A water project holds what a road project does without the sections that are a road's
+/// alone; both are read the same way.
+enum class ProjectKind { Road, Water };
+
 /// The text of a road's project file.
 /// @param names the code page that the road's names are in
 /// @return fails (15) when the stake prefix makes the first line longer than the 255 bytes that a reader takes: value
 ///         is its length, bound the limit
-Result<std::string> FormatProject(RoadDesign& road, const CodePage& names);
+Result<std::string> FormatProject(RoadDesign& road, const CodePage& names, ProjectKind kind = ProjectKind::Road);
 
 /// Reads a project file's text into a new road. Lines that belong to no section are passed over, and so are records
 /// that hold a number too large for its field or that their list refuses.

@@ -42,7 +42,7 @@ void SetUpReport(CLI::App& app, ReportOptions& options, ExitCode& result) {
     auto* command = AddCommand(app, "report",
                                "Print a summary of a road and write its stakes to stakes.csv, its curves to curves.csv",
                                "demo.road --out results");
-    command->add_option("ROAD", options.road, "Project file (.road)")->required();
+    command->add_option("ROAD", options.road, "Project file (.road, .watx)")->required();
     command->add_option("--out", options.folder, "Folder for these tables, which must exist")->capture_default_str();
     AddDecimals(command, options.decimals);
     command->callback([&] { result = RunReport(options); });
@@ -87,7 +87,7 @@ void SetUpCut(CLI::App& app, CutOptions& options, ExitCode& result) {
 void SetUpLocate(CLI::App& app, LocateOptions& options, ExitCode& result) {
     auto* command = AddCommand(app, "locate", "Find mileage, offset and height difference of measured points",
                                "demo.road points.csv --from K27+500 --to K28+100 --to-occurrence 0 -o located.csv");
-    command->add_option("ROAD", options.road, "Project file (.road)")->required();
+    command->add_option("ROAD", options.road, "Project file (.road, .watx)")->required();
     command->add_option("POINTS", options.points, "Table with name, x, y and optionally height")->required();
     command->add_option("--from", options.from, "Search from this mileage on");
     command->add_option("--from-occurrence", options.fromOccurrence, "Which of the equal mileages, from 0");
@@ -101,7 +101,7 @@ void SetUpLocate(CLI::App& app, LocateOptions& options, ExitCode& result) {
 void SetUpAt(CLI::App& app, AtOptions& options, ExitCode& result) {
     auto* command = AddCommand(app, "at", "Print position, azimuth and height at a mileage, or at every multiple",
                                "demo.road K27+680.203 --offset 3.5\n  kesto-road at demo.road --every 20");
-    command->add_option("ROAD", options.road, "Project file (.road)")->required();
+    command->add_option("ROAD", options.road, "Project file (.road, .watx)")->required();
     command->add_option("MILEAGE", options.mileage, "Metres or a stake text: 12345.678, K12+345.678, -K0+012.500");
     command->add_option("--occurrence", options.occurrence, "Which of the equal mileages, from 0");
     command->add_option("--every", options.step, "List every multiple of this mileage, start and end (m)")
@@ -119,7 +119,7 @@ void SetUpAt(CLI::App& app, AtOptions& options, ExitCode& result) {
 void SetUpSection(CLI::App& app, SectionOptions& options, ExitCode& result) {
     auto* command =
         AddCommand(app, "section", "Print the cross section at a mileage", "demo.road --mileage K0+374.719");
-    command->add_option("ROAD", options.road, "Project file (.road)")->required();
+    command->add_option("ROAD", options.road, "Project file (.road, .watx)")->required();
     command->add_option("--mileage", options.mileage, "Metres or a stake text")->required();
     command->add_option("--occurrence", options.occurrence, "Which of the equal mileages, from 0");
     AddDecimals(command, options.decimals);
@@ -137,7 +137,7 @@ void SetUpPlot(CLI::App& app, PlotOptions& options, ExitCode& result) {
     auto* command = AddCommand(app, "plot", "Draw plan, profile and diagrams, or a cross section",
                                "demo.road -o demo.pdf --paper A3\n"
                                "  kesto-road plot demo.road --section K12+345.678 -o section.pdf");
-    command->add_option("ROAD", options.road, "Project file (.road)")->required();
+    command->add_option("ROAD", options.road, "Project file (.road, .watx)")->required();
     command->add_option("--section", options.section, "Draw the cross section at this mileage instead");
     command->add_option("--occurrence", options.occurrence, "Which of the equal mileages, from 0");
     command->add_option("-o,--out", options.out, "Picture to write: .svg, .pdf or .png")->required();

@@ -8,6 +8,17 @@
 
 namespace kesto::host {
 
+namespace {
+
+constexpr const char* roadExtension = ".road";
+constexpr const char* waterExtension = ".watx";
+
+bool HasExtension(const std::string& path, const char* extension) {
+    return std::filesystem::path(path).extension() == extension;
+}
+
+}  // namespace
+
 Problem OpenProblem(const std::string& path, std::int32_t status) {
     std::error_code ignored;
     if (status == KESTO_FILE_NOT_OPENED && !std::filesystem::exists(path, ignored)) {
@@ -17,6 +28,22 @@ Problem OpenProblem(const std::string& path, std::int32_t status) {
     return {ExitCode::File, "'" + path + "' cannot be read: " + DescribeStatus(status)};
 }
 
+namespace {
+
+/// Reads a project file and runs the design.
+/// @param failure out: why it failed, or which records had to be skipped
+/// @return as OpenProject2()
+std::int32_t OpenAndDesign(RoadDesign* road, const std::string& path, Failure& failure) {
+    const bool water = HasExtension(path, waterExtension);
+    const std::int32_t status = water ? OpenWaterProject(road, path.c_str()) : OpenProject2(road, path.c_str());
+    failure = LastFailure(road);
+    if (!water || status != KESTO_SUCCESS || DesignRoad(road)) return status;
+    failure = LastFailure(road);
+    return failure.status;
+}
+
+}  // namespace
+
 RoadHandle NewRoad() {
     RoadHandle road(StartRoadDesign());
     if (!road) throw Problem(ExitCode::Road, "memory ran out");
@@ -24,15 +51,15 @@ RoadHandle NewRoad() {
 }
 
 void CheckRoadExtension(const std::string& path) {
-    if (std::filesystem::path(path).extension() == ".road") return;
+    if (HasExtension(path, roadExtension)) return;
     throw Problem(ExitCode::File, "'" + path + "' has the wrong extension: a project file ends in \".road\"");
 }
 
 RoadHandle OpenRoad(const std::string& path) {
-    CheckRoadExtension(path);
+    if (!HasExtension(path, waterExtension)) CheckRoadExtension(path);
     RoadHandle road = NewRoad();
-    const std::int32_t status = OpenProject2(road.get(), path.c_str());
-    const Failure failure = LastFailure(road.get());
+    Failure failure{};
+    const std::int32_t status = OpenAndDesign(road.get(), path, failure);
     if (status >= KESTO_NULL_HANDLE_OR_PATH) throw OpenProblem(path, status);
     if (status != KESTO_SUCCESS) {
         throw Problem(ExitCode::Road,

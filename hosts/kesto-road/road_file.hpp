@@ -21,7 +21,8 @@ RoadHandle NewRoad();
 /// A project file's own trouble, told better than by a status code alone.
 Problem OpenProblem(const std::string& path, std::int32_t status);
 
-/// Opens a project file and runs the design; records that had to be skipped are warned of.
+/// Opens a project file, a road's or a water project, and runs the design; records that had to be skipped are warned
+/// of.
 /// @throws Problem when the file cannot be read or no road can be built from it
 RoadHandle OpenRoad(const std::string& path);
 

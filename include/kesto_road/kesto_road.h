@@ -714,6 +714,15 @@ KESTO_API int32_t KESTO_CALL OpenProject(RoadDesign* road, const char* path);
  *  @return as OpenProject(), or the design run's own code (1 to 9); what was read is then kept */
 KESTO_API int32_t KESTO_CALL OpenProject2(RoadDesign* road, const char* path);
 
+/** SaveProject() for a water project: the extension is ".watx", and the section mileage index is left out.
+ *  @param path file path in the local code page; an extension other than ".watx" (in any case) gets ".watx" appended
+ *  @return as SaveProject() */
+KESTO_API int32_t KESTO_CALL SaveWaterProject(RoadDesign* road, const char* path);
+/** OpenProject() for a water project.
+ *  @param path file path ending in ".watx"
+ *  @return as OpenProject() */
+KESTO_API int32_t KESTO_CALL OpenWaterProject(RoadDesign* road, const char* path);
+
 /** Runs the design, then writes alignment and profile as a LandXML 1.1 document. The earlier file stays whole until the
  *  new one is complete. Numbers in attributes have six significant digits, points six decimals.
  *  @param path file path in the local code page, taken as it stands: no extension is added

@@ -338,6 +338,16 @@ public:
      *  @return a KestoStatus: 0, or as SaveProject() */
     std::int32_t Save(const std::string& path) { return SaveProject(Handle(), path.c_str()); }
 
+    /** Opens a water project. The road has to be built afterwards, by Design() or Update().
+     *  @param path file path ending in ".watx"
+     *  @return a KestoStatus: 0, or as OpenWaterProject() */
+    std::int32_t OpenWater(const std::string& path) { return OpenWaterProject(Handle(), path.c_str()); }
+
+    /** Saves the road as a water project, without its section mileage index.
+     *  @param path file path; ".watx" is appended where it is missing
+     *  @return a KestoStatus: 0, or as SaveWaterProject() */
+    std::int32_t SaveWater(const std::string& path) { return SaveWaterProject(Handle(), path.c_str()); }
+
     /** Runs the design and writes alignment and profile as a LandXML 1.1 document.
      *  @return a KestoStatus: 0, or as ExportLandXMLFile() */
     std::int32_t ExportLandXml(const std::string& path) { return ExportLandXMLFile(Handle(), path.c_str()); }

@@ -41,7 +41,9 @@ protected:
         Write("twin.csv", points + "B,straight,,0,0,\n");
         Write("flat.csv", points + "B,spiral,right,100,0,\nC,,,200,0,\n");
         Write("loop.csv", points + "B,loop,left,100,0,50\nC,,,200,100,\n");
-        Write("one.road", "        0.00000000       100.00000000                  0                  K\r\n\r\n");
+        for (const char* empty : {"one.road", "one.watx"}) {
+            Write(empty, "        0.00000000       100.00000000                  0                  K\r\n\r\n");
+        }
     }
 };
 
@@ -63,6 +65,8 @@ TEST_F(Mistakes, GiveOneLineAndTheirCode) {
         {"at none.road 100", 3, {"'none.road' cannot be read", "No such file"}},
         {"at it.txt 100", 3, {"'it.txt' has the wrong extension", ".road"}},
         {"at one.road 100", 5, {"'one.road': no road can be built"}},
+        {"at one.watx 100", 5, {"'one.watx': no road can be built"}},
+        {"at none.watx 100", 3, {"'none.watx' cannot be read", "No such file"}},
         {"at it.road K28+418.553", 4, {"K28+418.553", "12.400 m beyond the road's end at K28+406.153"}},
         {"at it.road 27200", 4, {"5.415 m before the road's start at K27+205.415"}},
         {"at it.road K28+100 --occurrence 1", 4, {"occurs once", "no occurrence 1"}},

@@ -60,6 +60,16 @@ TEST_F(Program, PublishedPointsAndHeightsHold) {
     EXPECT_EQ(heights, 7 + 5);
 }
 
+TEST_F(Program, WaterProjectsAreRead) {
+    Make("trafikverket-crossover", "it.road");
+    std::filesystem::copy(folder / "it.road", folder / "it.watx");
+    const auto road = Run("at it.road --every 100");
+    const auto water = Run("at it.watx --every 100");
+    EXPECT_EQ(water.code, 0) << water.err;
+    EXPECT_EQ(water.out, road.out);
+    EXPECT_GT(Lines(road.out).size(), 10U);
+}
+
 TEST_F(Program, EveryOccurrenceIsListedInOrderOfTravel) {
     Make("trafikverket-crossover", "it.road");
     const auto run = Run("at it.road --every 0.5");

@@ -238,6 +238,8 @@ TEST(NullArguments, EveryExportGivesItsFailureValue) {
     table.Needs("SavePartProject", SavePartProject, refused, refused, "null.road", 0.0, 1.0, 0, 0);
     table.Needs("OpenProject", OpenProject, refused, refused, "null.road");
     table.Needs("OpenProject2", OpenProject2, refused, refused, "null.road");
+    table.Needs("SaveWaterProject", SaveWaterProject, refused, refused, "null.watx");
+    table.Needs("OpenWaterProject", OpenWaterProject, refused, refused, "null.watx");
     table.Needs("ExportLandXMLFile", ExportLandXMLFile, refused, refused, "null.xml");
 
     std::set<std::string> exported;

@@ -57,19 +57,49 @@ Road SmallRoad() {
     return road;
 }
 
-TEST_F(ProjectFile, TheExtensionIsMadeRoad) {
-    const std::pair<const char*, const char*> cases[] = {
-        {"plain.road", "plain.road"},  {"Upper.ROAD", "Upper.road"},          {"mixed.rOaD", "mixed.road"},
-        {"text.txt", "text.txt.road"}, {"Text.TXT", "Text.txt.road"},         {"none", "none.road"},
-        {"end.", "end..road"},         {"two.road.bak", "two.road.bak.road"},
+TEST_F(ProjectFile, TheExtensionIsMadeThatOfTheProject) {
+    struct Case {
+        const char *given, *asRoad, *asWater;
+    };
+    const Case cases[] = {
+        {"plain.road", "plain.road", "plain.road.watx"},
+        {"Upper.ROAD", "Upper.road", "Upper.road.watx"},
+        {"mixed.rOaD", "mixed.road", "mixed.road.watx"},
+        {"text.txt", "text.txt.road", "text.txt.watx"},
+        {"Text.TXT", "Text.txt.road", "Text.txt.watx"},
+        {"none", "none.road", "none.watx"},
+        {"end.", "end..road", "end..watx"},
+        {"a.road.bak", "a.road.bak.road", "a.road.bak.watx"},
+        {"W.WATX", "W.watx.road", "W.watx"},
     };
     const Road road;
-    for (const auto& [given, written] : cases) {
-        EXPECT_EQ(SaveProject(road, At(given).c_str()), KESTO_SUCCESS) << given;
-        EXPECT_TRUE(fs::exists(folder / written)) << given;  // the folder's own capitals stay
-        fs::remove(folder / written);
+    for (const Case& it : cases) {
+        for (const auto& [save, written] : {std::pair(&SaveProject, it.asRoad), {&SaveWaterProject, it.asWater}}) {
+            EXPECT_EQ(save(road, At(it.given).c_str()), KESTO_SUCCESS) << it.given;
+            EXPECT_TRUE(fs::exists(folder / written)) << it.given;  // the folder's own capitals stay
+            fs::remove(folder / written);
+        }
     }
     EXPECT_TRUE(fs::is_empty(folder));
+}
+
+TEST_F(ProjectFile, AWaterProjectLeavesTheSectionMileagesOut) {
+    const Road road = SmallRoad();
+    ASSERT_EQ(SaveProject(road, At("bare.road").c_str()), KESTO_SUCCESS);
+    const SectionMileageIndex entry{"", 40};
+    ASSERT_TRUE(AddSectionMileageIndex(road, &entry));
+    ASSERT_EQ(SaveProject(road, At("a.road").c_str()), KESTO_SUCCESS);
+    ASSERT_EQ(SaveWaterProject(road, At("a.watx").c_str()), KESTO_SUCCESS);
+    EXPECT_NE(Content("a.road"), Content("a.watx"));
+    EXPECT_EQ(Content("bare.road"), Content("a.watx"));
+    const Road opened;
+    ASSERT_EQ(OpenWaterProject(opened, At("a.watx").c_str()), KESTO_SUCCESS);
+    EXPECT_EQ(GetSectionMileageIndexCount(opened), 0);
+    EXPECT_EQ(GetVerticalCurveCount(opened), 3);
+    // Whatever section a file brings is read.
+    fs::copy(At("a.road"), At("b.watx"));
+    ASSERT_EQ(OpenWaterProject(opened, At("b.watx").c_str()), KESTO_SUCCESS);
+    EXPECT_EQ(GetSectionMileageIndexCount(opened), 1);
 }
 
 TEST_F(ProjectFile, SavedOpenedAndSavedAgainIsTheSame) {
@@ -114,6 +144,9 @@ TEST_F(ProjectFile, AFailingOpenLeavesTheRoad) {
     }
     EXPECT_EQ(OpenProject(road, nullptr), KESTO_NULL_HANDLE_OR_PATH);
     EXPECT_EQ(OpenProject(road, ""), KESTO_WRONG_EXTENSION);
+    EXPECT_EQ(OpenProject(road, At("missing.watx").c_str()), KESTO_WRONG_EXTENSION);
+    EXPECT_EQ(OpenWaterProject(road, At("capitals.ROAD").c_str()), KESTO_WRONG_EXTENSION);
+    EXPECT_EQ(OpenWaterProject(road, At("missing.watx").c_str()), KESTO_FILE_NOT_OPENED);
     EXPECT_EQ(OpenProject(nullptr, "x"), KESTO_NULL_HANDLE_OR_PATH);
     EXPECT_STREQ(GetMakeStakePerfix(road), "AK");
     EXPECT_EQ(GetVerticalCurveCount(road), 3);
