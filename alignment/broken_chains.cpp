@@ -2,6 +2,7 @@
 
 #include <algorithm>
 #include <cmath>
+#include <iterator>
 
 #include "core/guard.hpp"
 #include "core/tolerances.hpp"
@@ -34,14 +35,11 @@ Failure Duplicate(std::int32_t stored, const BrokenChain& chain) noexcept {
 
 Outcome InsertBrokenChain(RoadDesign& road, const BrokenChain& chain) {
     if (Outcome finite = RequireFinite({chain.backMileage}); !finite) return finite;
-    const CountedList<BrokenChain>& list = road.brokenChains;
-    std::int32_t place = list.Count();
-    while (place > 0) {
-        const BrokenChain& stored = list[place - 1];
-        if (SamePlace(stored, chain)) return Duplicate(place - 1, chain);
-        if (!(stored.backMileage > chain.backMileage)) break;
-        --place;
-    }
+    const std::span<const BrokenChain> stored = road.brokenChains.Records();
+    const auto next = std::ranges::upper_bound(stored, chain.backMileage, {}, &BrokenChain::backMileage);
+    const auto place = static_cast<std::int32_t>(next - stored.begin());
+    if (next != stored.end() && SamePlace(*next, chain)) return Duplicate(place, chain);
+    if (place > 0 && SamePlace(*std::prev(next), chain)) return Duplicate(place - 1, chain);
     road.brokenChains.Insert(chain, place);
     return {};
 }

@@ -2,6 +2,7 @@
 
 #include <charconv>
 #include <cmath>
+#include <cstdlib>
 #include <filesystem>
 #include <fstream>
 #include <limits>
@@ -88,6 +89,33 @@ std::size_t ConvertNumbers(const std::string& path) {
         at = next == at ? at + 1 : next;
     }
     return count;
+}
+
+Numbers NumbersOf(const std::string& path) {
+    Numbers numbers;
+    std::ifstream file(path);
+    for (std::string token; file >> token;) {
+        char* end = nullptr;
+        const double number = std::strtod(token.c_str(), &end);
+        if (end == token.c_str()) continue;
+        if (token.find('.') != std::string::npos) {
+            numbers.reals.push_back(number);
+        } else {
+            numbers.integers.push_back(static_cast<int>(number));
+        }
+    }
+    return numbers;
+}
+
+std::size_t WriteNumbers(const Numbers& numbers, const std::string& path) {
+    constexpr std::size_t longest = 400;  // characters of any number
+    std::string text((numbers.reals.size() + numbers.integers.size()) * 18 + longest, ' ');
+    char* at = text.data();
+    char* const end = at + text.size();
+    for (const double real : numbers.reals) at = std::to_chars(at, end, real, std::chars_format::fixed, 8).ptr;
+    for (const int integer : numbers.integers) at = std::to_chars(at, end, integer).ptr;
+    std::ofstream(path, std::ios::binary).write(text.data(), at - text.data());
+    return text.size();
 }
 
 }  // namespace bench

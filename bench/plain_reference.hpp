@@ -37,4 +37,15 @@ double EvaluateStakes(RoadDesign* road, const std::vector<Element>& elements,
 /// @return how many numbers there are
 std::size_t ConvertNumbers(const std::string& path);
 
+/// Numbers as a file has them: those with a decimal point, and whole ones.
+struct Numbers {
+    std::vector<double> reals;
+    std::vector<int> integers;
+};
+Numbers NumbersOf(const std::string& path);
+
+/// Converts numbers to text and writes a file of them, as plainly as can be.
+/// @return the text's size
+std::size_t WriteNumbers(const Numbers& numbers, const std::string& path);
+
 }  // namespace bench

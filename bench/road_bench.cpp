@@ -1,4 +1,4 @@
-// Position, inverse projection, design run and opening a project, for roads of 10 to 10,000 elements.
+// Position, inverse projection, design run, opening and saving a project, for roads of 10 to 10,000 elements.
 
 #include <benchmark/benchmark.h>
 
@@ -94,7 +94,7 @@ public:
     explicit ProjectFile(int elements)
         : path((std::filesystem::temp_directory_path() / ("kesto_bench_" + std::to_string(elements) + ".road"))
                    .string()) {
-        bench::Highway(elements).Save(path);
+        bench::FurnishedHighway(elements).Save(path);
     }
     ProjectFile(const ProjectFile&) = delete;
     ProjectFile& operator=(const ProjectFile&) = delete;
@@ -122,6 +122,20 @@ void OpenPlain(State& state) {
     for (auto _ : state) benchmark::DoNotOptimize(bench::ConvertNumbers(file.Path()));
 }
 
+void SaveLibrary(State& state) {
+    const ProjectFile file(Elements(state));
+    kesto::Road road = bench::FurnishedHighway(Elements(state));
+    for (auto _ : state) {
+        if (road.Save(file.Path()) != KESTO_SUCCESS) return state.SkipWithError("not saved");
+    }
+}
+
+void SavePlain(State& state) {
+    const ProjectFile file(Elements(state));
+    const bench::Numbers numbers = bench::NumbersOf(file.Path());
+    for (auto _ : state) benchmark::DoNotOptimize(bench::WriteNumbers(numbers, file.Path()));
+}
+
 void Sizes(benchmark::internal::Benchmark* it) { it->Arg(10)->Arg(100)->Arg(1000)->Arg(10000); }
 
 void Register() {
@@ -135,6 +149,8 @@ void Register() {
     benchmark::RegisterBenchmark("design/plain", DesignPlain)->Apply(Sizes);
     benchmark::RegisterBenchmark("open/library", OpenLibrary)->Apply(Sizes);
     benchmark::RegisterBenchmark("open/plain", OpenPlain)->Apply(Sizes);
+    benchmark::RegisterBenchmark("save/library", SaveLibrary)->Apply(Sizes);
+    benchmark::RegisterBenchmark("save/plain", SavePlain)->Apply(Sizes);
 }
 
 }  // namespace

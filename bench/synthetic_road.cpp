@@ -42,6 +42,21 @@ kesto::Road Highway(int elements) {
     return road;
 }
 
+kesto::Road FurnishedHighway(int elements) {
+    constexpr int elementsEach = 10;
+    Random random(11);
+    kesto::Road road = Highway(elements);
+    road.Plate(kesto::Side::Right, 3.75, -2.5).Plate(kesto::Side::Right, 1.5, -4);
+    const double length = GetRoadMileage(road.Handle(), nullptr);
+    const int places = elements / elementsEach;
+    for (int i = 0; i < places; ++i) {
+        const double mileage = (i + random.Between(0, 1)) * length / places;
+        road.GradePoint(mileage, random.Between(100, 900), random.Between(2000, 20000));
+        road.Change(kesto::Side::Right, kesto::ChangeOf::CrossSlope, mileage, {random.Between(-6, 6), -4});
+    }
+    return road;
+}
+
 std::vector<Query> Queries(kesto::Road& road, double band) {
     Random random(7);
     const double length = GetRoadMileage(road.Handle(), nullptr);

@@ -25,6 +25,10 @@ private:
 /// @param elements number of elements besides the start record
 kesto::Road Highway(int elements);
 
+/// A highway with a profile and a cross section: for each ten elements one grade-change point, and one place where the
+/// slopes of two plates change.
+kesto::Road FurnishedHighway(int elements);
+
 /// A point beside the road and what it was made from.
 struct Query {
     double mileage;  // m

@@ -2,6 +2,8 @@
 
 #include <algorithm>
 #include <array>
+#include <cstdint>
+#include <cstring>
 #include <optional>
 
 #if defined(_WIN32)
@@ -17,9 +19,19 @@ namespace kesto {
 
 namespace {
 
-bool IsAscii(std::string_view text) noexcept {
-    return std::all_of(text.begin(), text.end(), [](char byte) { return static_cast<unsigned char>(byte) < 0x80U; });
+/// How many ASCII bytes a text begins with.
+std::size_t AsciiBytes(std::string_view text) noexcept {
+    constexpr std::uint64_t highBits = 0x8080808080808080U;
+    std::size_t count = 0;
+    for (std::uint64_t word = 0; text.size() - count >= sizeof word; count += sizeof word) {
+        std::memcpy(&word, text.data() + count, sizeof word);
+        if ((word & highBits) != 0) break;  // most of a file is ASCII: eight bytes at once
+    }
+    while (count < text.size() && static_cast<unsigned char>(text[count]) < 0x80U) ++count;
+    return count;
 }
+
+bool IsAscii(std::string_view text) noexcept { return AsciiBytes(text) == text.size(); }
 
 #if defined(_WIN32)
 
@@ -114,8 +126,9 @@ std::string CodePage::FromUtf8(std::string_view text) const {
 
 bool IsUtf8(std::string_view text) noexcept {
     for (std::size_t at = 0; at < text.size();) {
+        at += AsciiBytes(text.substr(at));
+        if (at == text.size()) return true;
         const auto lead = static_cast<unsigned char>(text[at++]);
-        if (lead < 0x80U) continue;
         if (lead < 0xC0U || lead >= 0xF0U) return false;
         const std::size_t end = std::min(text.size(), at + (lead < 0xE0U ? 1 : 2));
         for (; at < end; ++at) {

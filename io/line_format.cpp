@@ -10,42 +10,48 @@ namespace kesto {
 
 namespace {
 
-inline constexpr std::string_view blanks = " \t\n\v\f\r";
 inline constexpr std::string_view lineEnd = "\r\n";
+
+/// Whether a character separates tokens, in the C locale.
+bool IsBlank(char character) noexcept { return character == ' ' || (character >= '\t' && character <= '\r'); }
 
 /// The next token of a text, which is cut off its front; empty where there is none left.
 std::string_view TakeToken(std::string_view& text) noexcept {
-    text.remove_prefix(std::min(text.find_first_not_of(blanks), text.size()));
-    const std::string_view token = text.substr(0, std::min(text.find_first_of(blanks), text.size()));
-    text.remove_prefix(token.size());
+    const auto start = std::find_if_not(text.begin(), text.end(), IsBlank);
+    const auto end = std::find_if(start, text.end(), IsBlank);
+    const std::string_view token(start, end);
+    text = {end, text.end()};
     return token;
 }
 
 std::string_view FirstToken(std::string_view text) noexcept { return TakeToken(text); }
 
-std::vector<std::string_view> Tokens(std::string_view text) {
-    std::vector<std::string_view> tokens;
+void SplitAtBlanks(std::string_view text, std::vector<std::string_view>& tokens) {
+    tokens.clear();
     for (std::string_view token = TakeToken(text); !token.empty(); token = TakeToken(text)) tokens.push_back(token);
-    return tokens;
 }
 
 }  // namespace
 
-/// Whether a line is laid out as the writer does: of exactly its width, every cell right-aligned.
-bool LineShape::IsWritten(std::string_view line) const noexcept {
-    return line.size() == width && std::all_of(columns.begin(), columns.end(), [&](const Column& column) {
-               const std::string_view cell = line.substr(column.start, column.width);
-               return blanks.find(cell.back()) == std::string_view::npos || FirstToken(cell).empty();
-           });
+/// Cuts a line of exactly the writer's width at the columns.
+/// @return whether every cell is right-aligned, as the writer lays them out
+bool LineShape::SplitByColumns(std::string_view line, std::vector<std::string_view>& cells) const {
+    bool aligned = true;
+    cells.clear();
+    for (const Column& column : columns) {
+        const std::string_view cell = line.substr(column.start, column.width);
+        cells.push_back(FirstToken(cell));
+        aligned = aligned && (!IsBlank(cell.back()) || cells.back().empty());
+    }
+    return aligned;
 }
 
-std::vector<std::string_view> LineShape::Split(std::string_view line) const {
-    std::vector<std::string_view> cells = Tokens(line);
-    if (IsWritten(line) || (cells.size() < columns.size() && line.size() == width)) {
-        cells.clear();
-        for (const Column& column : columns) {
-            cells.push_back(FirstToken(line.substr(column.start, column.width)));
-        }
+void LineShape::Split(std::string_view line, std::vector<std::string_view>& cells) const {
+    const bool ofItsWidth = line.size() == width;
+    if (ofItsWidth && SplitByColumns(line, cells)) return;
+    SplitAtBlanks(line, cells);
+    if (ofItsWidth && cells.size() < columns.size()) {
+        SplitByColumns(line, cells);
     } else if (cells.size() > columns.size() && columns.front().isName) {
         const auto isName = [](const Column& column) { return column.isName; };
         const auto nameCount = std::find_if_not(columns.begin(), columns.end(), isName) - columns.begin();
@@ -53,35 +59,30 @@ std::vector<std::string_view> LineShape::Split(std::string_view line) const {
         cells.erase(cells.begin() + nameCount, cells.begin() + nameCount + surplus);
     }
     cells.resize(columns.size());
-    return cells;
 }
 
-void LineWriter::Pad(std::size_t start, std::size_t columnWidth) {
-    const std::size_t length = text.size() - start;
-    if (length < columnWidth) text.insert(start, columnWidth - length, ' ');
+void LineWriter::Cell(std::string_view value, std::size_t columnWidth) {
+    if (value.size() < columnWidth) text.append(columnWidth - value.size(), ' ');
+    text += value;
 }
 
 /// A text that must not end the line: a line break in it becomes a blank.
 void LineWriter::OneLine(std::string_view value, std::size_t columnWidth) {
-    const std::size_t start = text.size();
-    text += value;
+    Cell(value, columnWidth);
     std::replace_if(
-        text.begin() + static_cast<std::ptrdiff_t>(start), text.end(),
+        text.end() - static_cast<std::ptrdiff_t>(value.size()), text.end(),
         [](char character) { return character == '\r' || character == '\n'; }, ' ');
-    Pad(start, columnWidth);
 }
 
 LineWriter& LineWriter::Real(double value) {
-    const std::size_t start = text.size();
-    AppendReal(text, value);
-    Pad(start, wideColumn);
+    NumberRoom room;
+    Cell(FormatReal(room, value), wideColumn);
     return *this;
 }
 
 LineWriter& LineWriter::Integer(std::int32_t value, std::size_t columnWidth) {
-    const std::size_t start = text.size();
-    AppendInteger(text, value);
-    Pad(start, columnWidth);
+    NumberRoom room;
+    Cell(FormatInteger(room, value), columnWidth);
     return *this;
 }
 

@@ -14,9 +14,9 @@
 
 #include <cstddef>
 #include <cstdint>
+#include <span>
 #include <string>
 #include <string_view>
-#include <utility>
 #include <vector>
 
 #include "core/text.hpp"
@@ -58,10 +58,11 @@ public:
     /// columns, and so is one of exactly its width with fewer tokens than columns; otherwise tokens go to the columns
     /// in order. Where there are more of them, a name with blanks is meant: numbers keep their places and the name is
     /// its first token.
-    std::vector<std::string_view> Split(std::string_view line) const;
+    /// @param cells out: views into the line
+    void Split(std::string_view line, std::vector<std::string_view>& cells) const;
 
 private:
-    bool IsWritten(std::string_view line) const noexcept;
+    bool SplitByColumns(std::string_view line, std::vector<std::string_view>& cells) const;
 
     LineShape& Add(std::size_t columnWidth, bool isName) {
         columns.push_back({width, columnWidth, isName});
@@ -93,7 +94,7 @@ public:
     void End();
 
 private:
-    void Pad(std::size_t start, std::size_t columnWidth);
+    void Cell(std::string_view value, std::size_t columnWidth);
     void OneLine(std::string_view value, std::size_t columnWidth);
 
     std::string& text;
@@ -105,8 +106,8 @@ class LineReader {
 public:
     /// @param lineCells  one cell for each field, in the fields' order
     /// @param codePage   the code page that names are converted to; null where they are taken as they stand
-    LineReader(std::vector<std::string_view> lineCells, const CodePage* codePage)
-        : cells(std::move(lineCells)), names(codePage) {}
+    LineReader(std::span<const std::string_view> lineCells, const CodePage* codePage)
+        : cells(lineCells), names(codePage) {}
 
     LineReader& Real(double& value);
     LineReader& Repeated(const double&);
@@ -124,7 +125,7 @@ public:
 private:
     std::string_view Next() noexcept { return cells[next++]; }
 
-    std::vector<std::string_view> cells;
+    std::span<const std::string_view> cells;
     const CodePage* names;
     std::size_t next = 0;
     bool readable = true;

@@ -1,7 +1,6 @@
 #include "io/number_text.hpp"
 
 #include <algorithm>
-#include <array>
 #include <charconv>
 #include <cmath>
 #include <system_error>
@@ -12,18 +11,11 @@ namespace {
 
 inline constexpr int projectDecimals = 8;
 inline constexpr int shortDigits = 6;                       // what "%g" writes
-inline constexpr std::size_t longestReal = 352;             // characters: room for the largest double in fixed notation
 inline constexpr std::int64_t exponentCap = 1'000'000'000;  // far beyond what the digits of a line can weigh up
 
-using Digits = std::array<char, longestReal>;
-
-std::string_view Write(Digits& digits, double number, std::chars_format format, int precision) noexcept {
-    const auto end = std::to_chars(digits.data(), digits.data() + digits.size(), number, format, precision);
-    return {digits.data(), static_cast<std::size_t>(end.ptr - digits.data())};
-}
-
-std::string_view Format(Digits& digits, double number) noexcept {
-    return Write(digits, std::isfinite(number) ? number : 0, std::chars_format::fixed, projectDecimals);
+std::string_view Write(NumberRoom& room, double number, std::chars_format format, int precision) noexcept {
+    const auto end = std::to_chars(room.data(), room.data() + room.size(), number, format, precision);
+    return {room.data(), static_cast<std::size_t>(end.ptr - room.data())};
 }
 
 bool IsDigit(char character) noexcept { return character >= '0' && character <= '9'; }
@@ -80,27 +72,29 @@ bool IsTooLarge(std::string_view text) noexcept {
 
 }  // namespace
 
-void AppendReal(std::string& text, double number) {
-    Digits digits{};
-    text += Format(digits, number);
+std::string_view FormatReal(NumberRoom& room, double number) noexcept {
+    return Write(room, std::isfinite(number) ? number : 0, std::chars_format::fixed, projectDecimals);
 }
 
 double WrittenReal(double number) noexcept {
-    Digits digits{};
-    return ParseReal(Format(digits, number)).value_or(0) + 0.0;  // takes the sign off a zero
+    NumberRoom room;
+    return ParseReal(FormatReal(room, number)).value_or(0) + 0.0;  // takes the sign off a zero
 }
 
 std::string FixedReal(double number, int decimals) {
-    Digits digits{};
-    return std::string(Write(digits, number, std::chars_format::fixed, decimals));
+    NumberRoom room;
+    return std::string(Write(room, number, std::chars_format::fixed, decimals));
 }
 
 std::string ShortReal(double number) {
-    Digits digits{};
-    return std::string(Write(digits, number, std::chars_format::general, shortDigits));
+    NumberRoom room;
+    return std::string(Write(room, number, std::chars_format::general, shortDigits));
 }
 
-void AppendInteger(std::string& text, std::int32_t number) { text += std::to_string(number); }
+std::string_view FormatInteger(NumberRoom& room, std::int32_t number) noexcept {
+    const auto end = std::to_chars(room.data(), room.data() + room.size(), number);
+    return {room.data(), static_cast<std::size_t>(end.ptr - room.data())};
+}
 
 std::optional<double> ParseReal(std::string_view text) noexcept {
     const std::string_view part = NumberPart(text, true);

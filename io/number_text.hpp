@@ -1,6 +1,8 @@
 /// Numbers as files hold them, independent of the process locale.
 #pragma once
 
+#include <array>
+#include <cstddef>
 #include <cstdint>
 #include <optional>
 #include <string>
@@ -8,11 +10,15 @@
 
 namespace kesto {
 
-/// Appends a number as a project file holds it: in fixed notation with 8 decimals. What is no finite number is written
-/// as 0: a file holds no such number, and for a radius 0 means infinite.
-void AppendReal(std::string& text, double number);
+inline constexpr std::size_t longestNumber = 352;  // characters: room for the largest double in fixed notation
+using NumberRoom = std::array<char, longestNumber>;
 
-/// The number that AppendReal()'s text of a number reads back as, 0 for one that is not finite. Never a negative zero.
+/// A number in fixed notation with 8 decimals. What is no finite number is written as 0: a file holds no such number,
+/// and for a radius 0 means infinite.
+/// @param room where the text is put
+std::string_view FormatReal(NumberRoom& room, double number) noexcept;
+
+/// The number that FormatReal()'s text of a number reads back as, 0 for one that is not finite. Never a negative zero.
 double WrittenReal(double number) noexcept;
 
 /// A finite number in fixed notation.
@@ -22,8 +28,9 @@ std::string FixedReal(double number, int decimals);
 /// A finite number as printf("%g") writes it in the "C" locale: six significant digits, without closing zeros.
 std::string ShortReal(double number);
 
-/// Appends an integer in decimal notation.
-void AppendInteger(std::string& text, std::int32_t number);
+/// An integer in decimal notation.
+/// @param room where the text is put
+std::string_view FormatInteger(NumberRoom& room, std::int32_t number) noexcept;
 
 /// The longest decimal number that a text begins with: 0 where there is none (hexadecimal, inf and nan are none) and
 /// for one that is too small for a double.

@@ -3,6 +3,7 @@
 #include <array>
 #include <optional>
 #include <string>
+#include <vector>
 
 #include "alignment/element_generation.hpp"
 #include "io/record_layouts.hpp"
@@ -105,8 +106,14 @@ bool HasIdlePoints(RoadDesign& road) noexcept {
 
 void ReadNothing(Reading&) noexcept {}
 
+void ReadBrokenChains(Reading& reading) {
+    reading.ReleaseChain();
+    ReadRecords<BrokenChainLine>(reading);
+}
+
 template <class Line, DesignMode mode>
 void ReadAlignment(Reading& reading) {
+    reading.ReleaseChain();
     reading.road.settings.roadDesignMode = static_cast<std::int32_t>(mode);
     ReadRecords<Line>(reading);
 }
@@ -120,9 +127,24 @@ bool HasCurvesInMode(RoadDesign& road) noexcept {
 
 template <class Line, CurveMode mode>
 void ReadProfile(Reading& reading) {
-    const ChainAsRead chain(reading.road);
+    reading.KeepChain();
     reading.road.settings.verticalCurveMode = static_cast<std::int32_t>(mode);
-    ReadRecords<Line>(reading);
+    const LineShape shape = ShapeOf<Line>();
+    std::vector<VerticalCurve> points;
+    std::vector<std::int32_t> lineNumbers;
+    while (const std::optional<std::string_view> line = reading.lines.NextRecord()) {
+        VerticalCurve point = Line::New();
+        if (reading.lines.Parse<Line>(shape, *line, point)) {
+            points.push_back(point);
+            lineNumbers.push_back(reading.lines.LineNumber());
+        } else {
+            reading.lines.Skip(KESTO_LIST_VERTICAL_CURVES);
+        }
+    }
+    const std::vector<bool> inserted = InsertEachVerticalCurve(reading.road, points);
+    for (std::size_t i = 0; i < points.size(); ++i) {
+        if (!inserted[i]) reading.lines.Skip(KESTO_LIST_VERTICAL_CURVES, lineNumbers[i]);
+    }
 }
 
 // clang-format off
@@ -133,7 +155,7 @@ constexpr std::array sections{
     Section{"BrokenLine", HasPointsInMode<DesignMode::BrokenLine>, WriteRecords<CoordinateLine>, ReadAlignment<CoordinateLine, DesignMode::BrokenLine>},
     Section{"", HasIdlePoints, WriteRecords<CoordinateLine>, ReadNothing},
     Section{"Element", HasElements, WriteRecords<ElementLine>, ReadAlignment<ElementLine, DesignMode::Elements>},
-    Section{"BrokenChain", HasRecords<BrokenChainLine>, WriteRecords<BrokenChainLine>, ReadRecords<BrokenChainLine>},
+    Section{"BrokenChain", HasRecords<BrokenChainLine>, WriteRecords<BrokenChainLine>, ReadBrokenChains},
     Section{"VerticalCurve", HasCurvesInMode<CurveMode::Radius>, WriteRecords<RadiusCurveLine>, ReadProfile<RadiusCurveLine, CurveMode::Radius>},
     Section{"VerticalCurve_SECONDPARA", HasCurvesInMode<CurveMode::GivenEnds>, WriteRecords<GivenEndsCurveLine>, ReadProfile<GivenEndsCurveLine, CurveMode::GivenEnds>},
     Section{"StandardSectionRight", HasPlates<Side::Right>, WritePlates<Side::Right>, ReadPlates<Side::Right>},

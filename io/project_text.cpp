@@ -71,7 +71,7 @@ Outcome ParseProject(std::string_view text, RoadDesign& road, const CodePage& na
     const bool namesAreUtf8 = IsUtf8(text);
     if (text.starts_with(byteOrderMark)) text.remove_prefix(byteOrderMark.size());
     RecordLines lines(text, namesAreUtf8 ? &names : nullptr);
-    Reading reading{road, lines, {}};
+    Reading reading{road, lines};
     bool first = true;
     while (const std::optional<std::string_view> line = lines.NextOutside()) {
         if (first && IsHeader(*line)) {

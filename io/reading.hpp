@@ -11,16 +11,6 @@
 
 namespace kesto {
 
-/// A file on its way into a road.
-struct Reading {
-    /// Continuous mileages (m) of a table's change sections in the order of the file; nothing for a refused one.
-    using Places = std::vector<std::optional<double>>;
-
-    RoadDesign& road;
-    RecordLines& lines;
-    std::array<std::array<Places, changeKindCount>, sideCount> changes;  // of the section read last: for its types
-};
-
 /// Undoes what building the chain does to the road. Records that are placed by their stake mileage build it, but a road
 /// that is only read and saved again must still hold the elements and the start mileage that its file has.
 class ChainAsRead {
@@ -43,6 +33,24 @@ private:
     CountedList<Element> elements;
     double startMileage;  // m
     double totalLength;   // m
+};
+
+/// A file on its way into a road.
+struct Reading {
+    /// Continuous mileages (m) of a table's change sections in the order of the file; nothing for a refused one.
+    using Places = std::vector<std::optional<double>>;
+
+    RoadDesign& road;
+    RecordLines& lines;
+    std::array<std::array<Places, changeKindCount>, sideCount> changes{};  // of the section read last: for its types
+    std::optional<ChainAsRead> chain{};  // set while a chain may have been built for records that are placed by it
+
+    /// To be called before such records are read.
+    void KeepChain() {
+        if (!chain) chain.emplace(road);
+    }
+    /// To be called before the alignment is read on.
+    void ReleaseChain() noexcept { chain.reset(); }
 };
 
 }  // namespace kesto

@@ -55,9 +55,7 @@ struct BrokenChainLine : ListedRecord<BrokenChain, &RoadDesign::brokenChains> {
     static Outcome Insert(RoadDesign& road, const Record& chain) { return InsertBrokenChain(road, chain); }
 };
 
-struct ProfilePoint : ListedRecord<VerticalCurve, &RoadDesign::verticalCurves> {
-    static Outcome Insert(RoadDesign& road, const Record& curve) { return InsertVerticalCurve(road, curve); }
-};
+using ProfilePoint = ListedRecord<VerticalCurve, &RoadDesign::verticalCurves>;
 
 /// A grade-change point whose curve is given by its radius.
 struct RadiusCurveLine : ProfilePoint {

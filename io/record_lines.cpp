@@ -33,7 +33,7 @@ std::optional<std::string_view> RecordLines::NextRecord() noexcept {
 }
 
 void RecordLines::Skip(KestoList list, std::int32_t line) noexcept {
-    if (skipped++ > 0) return;
+    if (skipped++ > 0 && firstSkipped <= line) return;
     firstSkipped = line;
     firstList = list;
 }

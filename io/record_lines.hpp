@@ -5,6 +5,7 @@
 #include <cstdint>
 #include <optional>
 #include <string_view>
+#include <vector>
 
 #include "core/result.hpp"
 #include "io/code_page.hpp"
@@ -33,8 +34,9 @@ public:
     /// @param shape shape of Line, from ShapeOf()
     /// @return whether every number was readable
     template <class Line>
-    bool Parse(const LineShape& shape, std::string_view line, typename Line::Record& record) const {
-        LineReader reader(shape.Split(line), names);
+    bool Parse(const LineShape& shape, std::string_view line, typename Line::Record& record) {
+        shape.Split(line, cells);
+        LineReader reader(cells, names);
         Line::Fields(reader, record);
         return reader.Readable();
     }
@@ -42,7 +44,7 @@ public:
     /// Counts the line given last as one that was skipped.
     void Skip(KestoList list) noexcept { Skip(list, lineNumber); }
 
-    /// Counts a record of several lines as one that was skipped.
+    /// Counts an earlier record as one that was skipped.
     /// @param line number of its first line
     void Skip(KestoList list, std::int32_t line) noexcept;
 
@@ -57,10 +59,11 @@ private:
 
     std::string_view text;
     const CodePage* names;
+    std::vector<std::string_view> cells;  // of the line parsed last
     std::size_t at = 0;
     std::int32_t lineNumber = 0;  // 1-based, of the line given last
     std::int32_t skipped = 0;
-    std::int32_t firstSkipped = 0;  // line number
+    std::int32_t firstSkipped = 0;  // smallest line number
     KestoList firstList = KESTO_LIST_NONE;
 };
 

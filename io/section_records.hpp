@@ -79,7 +79,7 @@ void WritePlates(RoadDesign& road, LineWriter& lines) {
 
 template <Side side>
 void ReadPlates(Reading& reading) {
-    const ChainAsRead chain(reading.road);
+    reading.KeepChain();
     const LineShape shape = ShapeOf<PlateLine>();
     while (const std::optional<std::string_view> line = reading.lines.NextRecord()) {
         SectionPlate plate{};
@@ -208,7 +208,7 @@ inline std::optional<double> AddChange(Reading& reading, ChangeTable which, bool
 }
 
 inline void ReadChangeTable(Reading& reading, ChangeTable which) {
-    const ChainAsRead chain(reading.road);
+    reading.KeepChain();
     const bool built = static_cast<bool>(EnsureCurrent(reading.road));
     Reading::Places& places = TableOf(reading.changes, which);
     places.clear();

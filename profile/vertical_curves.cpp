@@ -2,6 +2,9 @@
 
 #include <algorithm>
 #include <cmath>
+#include <iterator>
+#include <map>
+#include <optional>
 #include <vector>
 
 #include "alignment/chain_builder.hpp"
@@ -67,6 +70,28 @@ Outcome RequireFiniteMileages(std::span<const VerticalCurve> curves) noexcept {
         if (Outcome finite = RequireFinite({curve.mileage}); !finite) return finite;
     }
     return {};
+}
+
+using PointsByPlace = std::map<double, VerticalCurve>;
+
+/// Adds a point unless one lies there already.
+bool InsertFree(PointsByPlace& points, double place, const VerticalCurve& curve) {
+    const auto next = points.lower_bound(place);
+    if (next != points.end() && SamePlace(next->first, place)) return false;
+    if (next != points.begin() && SamePlace(std::prev(next)->first, place)) return false;
+    points.emplace_hint(next, place, curve);
+    return true;
+}
+
+/// The stored points by their places; nothing where the list is not in their order, as after an edit of the alignment.
+std::optional<PointsByPlace> ByPlace(std::span<const VerticalCurve> stored, const PointPlaces& places) {
+    PointsByPlace points;
+    for (const VerticalCurve& curve : stored) {
+        const double place = places.Of(curve);
+        if (!points.empty() && !(place > points.rbegin()->first)) return std::nullopt;
+        points.emplace_hint(points.end(), place, curve);
+    }
+    return points;
 }
 
 bool HasCurve(std::size_t index, std::size_t count) noexcept { return index > 0 && index + 1 < count; }
@@ -148,6 +173,28 @@ Outcome InsertVerticalCurves(RoadDesign& road, std::span<const VerticalCurve> cu
         if (index) road.verticalCurves.Insert(curve, *index);
     }
     return {};
+}
+
+std::vector<bool> InsertEachVerticalCurve(RoadDesign& road, std::span<const VerticalCurve> curves) {
+    std::vector<bool> inserted(curves.size(), false);
+    if (curves.empty()) return inserted;
+    const PointPlaces places(road);
+    std::optional<PointsByPlace> sorted = ByPlace(road.verticalCurves.Records(), places);
+    for (std::size_t i = 0; i < curves.size(); ++i) {
+        if (!RequireFinite({curves[i].mileage})) continue;
+        if (sorted) {
+            inserted[i] = InsertFree(*sorted, places.Of(curves[i]), curves[i]);
+        } else if (const Result<std::int32_t> index = FindIndex(road, places, curves[i])) {
+            road.verticalCurves.Insert(curves[i], *index);
+            inserted[i] = true;
+        }
+    }
+    if (!sorted) return inserted;
+    CountedList<VerticalCurve> list;
+    list.Reserve(static_cast<std::int64_t>(sorted->size()));
+    for (const auto& entry : *sorted) list.Insert(entry.second);
+    road.verticalCurves.Swap(list);
+    return inserted;
 }
 
 Outcome ReplaceVerticalCurve(RoadDesign& road, std::int32_t index, const VerticalCurve& curve) {

@@ -2,6 +2,7 @@
 #pragma once
 
 #include <span>
+#include <vector>
 
 #include "alignment/chainage.hpp"
 #include "core/result.hpp"
@@ -23,6 +24,11 @@ Outcome InsertVerticalCurve(RoadDesign& road, const VerticalCurve& curve);
 /// Inserts several grade-change points, all or none.
 /// @return fails, with nothing added, as InsertVerticalCurve() would for one of them
 Outcome InsertVerticalCurves(RoadDesign& road, std::span<const VerticalCurve> curves);
+
+/// Inserts many grade-change points one by one, as InsertVerticalCurve() does, in any order: where the points lie is
+/// worked out once.
+/// @return for each of them whether it was inserted
+std::vector<bool> InsertEachVerticalCurve(RoadDesign& road, std::span<const VerticalCurve> curves);
 
 /// Overwrites a grade-change point in its place.
 /// @return fails when the index addresses no record or the mileage is not finite

@@ -82,18 +82,16 @@ TEST(NumberText, IntegerIsTheLongestDecimalPrefixThatFits32Bits) {
 }
 
 TEST(NumberText, WritesEightDecimalsAndNothingThatIsNoNumber) {
+    NumberRoom room;
     const std::pair<double, const char*> cases[] = {
         {0.0, "0.00000000"},          {-0.0, "-0.00000000"},   {1234.5, "1234.50000000"},
         {0.123456789, "0.12345679"},  {-1e-12, "-0.00000000"}, {std::numeric_limits<double>::infinity(), "0.00000000"},
         {std::nan(""), "0.00000000"},
     };
     for (const auto& [number, text] : cases) {
-        std::string written;
-        AppendReal(written, number);
-        EXPECT_EQ(written, text);
+        EXPECT_EQ(FormatReal(room, number), text);
     }
-    std::string largest;
-    AppendReal(largest, -std::numeric_limits<double>::max());
+    const std::string_view largest = FormatReal(room, -std::numeric_limits<double>::max());
     EXPECT_EQ(largest.size(), 1U + 309 + 1 + 8);
     EXPECT_EQ(ParseReal(largest), -std::numeric_limits<double>::max());
 }
