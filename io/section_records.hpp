@@ -92,10 +92,15 @@ void ReadPlates(Reading& reading) {
 
 // ------------------------------------------------------------------------------------------ places of change sections
 
+/// Whether two stake mileages are one in the decimals of a file.
+inline bool SameInFile(StakeMileage one, StakeMileage other) noexcept {
+    return one.occurrence == other.occurrence &&
+           (one.mileage == other.mileage || WrittenReal(one.mileage) == WrittenReal(other.mileage));
+}
+
 /// Whether the road has a place as this stake mileage, in the decimals of a file.
 inline bool HasStake(RoadDesign& road, double continuous, StakeMileage stake) noexcept {
-    const StakeMileage found = StakeMileageAt(road, continuous);
-    return found.occurrence == stake.occurrence && WrittenReal(found.mileage) == WrittenReal(stake.mileage);
+    return SameInFile(StakeMileageAt(road, continuous), stake);
 }
 
 /// The continuous mileage (m) that a file means: the one that is written as this very stake mileage.
@@ -109,8 +114,10 @@ inline std::optional<double> PlaceFromFile(RoadDesign& road, bool built, StakeMi
     // Rounded to its decimals, a mileage at an element's start may lie before it, or one at the road's end behind it.
     // The conversion takes the same distance forward from the start, or the end itself: each save would move the
     // section.
-    const double moved = StakeMileageAt(road, *found).mileage - stake.mileage;
-    for (const double place : {*found, *found + moved, *found - moved}) {
+    const StakeMileage there = StakeMileageAt(road, *found);
+    if (SameInFile(there, stake)) return found;
+    const double moved = there.mileage - stake.mileage;
+    for (const double place : {*found + moved, *found - moved}) {
         if (HasStake(road, place, stake)) return place;
     }
     return found;
