@@ -8,6 +8,7 @@
 #include "alignment/element_generation.hpp"
 #include "io/record_layouts.hpp"
 #include "io/section_records.hpp"
+#include "section/plates.hpp"
 
 namespace kesto {
 
@@ -147,6 +148,60 @@ void ReadProfile(Reading& reading) {
     }
 }
 
+// --------------------------------------------------------------- sections of one side, or of one table of a side
+
+template <Side side>
+bool HasPlatesOf(RoadDesign& road) noexcept {
+    return HasPlates(road, static_cast<std::int32_t>(side));
+}
+
+template <Side side>
+void WritePlatesOf(RoadDesign& road, LineWriter& lines) {
+    WritePlates(road, lines, static_cast<std::int32_t>(side));
+}
+
+template <Side side>
+void ReadPlatesOf(Reading& reading) {
+    ReadPlates(reading, static_cast<std::int32_t>(side));
+}
+
+template <Side side, ChangeKind kind>
+inline constexpr ChangeTable tableOf{static_cast<std::int32_t>(side), static_cast<std::int32_t>(kind)};
+
+template <const ChangeTable& which>
+bool HasChangesOf(RoadDesign& road) noexcept {
+    return HasChanges(road, which);
+}
+
+template <const ChangeTable& which, void write(RoadDesign&, LineWriter&, ChangeTable)>
+void WriteOf(RoadDesign& road, LineWriter& lines) {
+    write(road, lines, which);
+}
+
+template <const ChangeTable& which, void read(Reading&, ChangeTable)>
+void ReadOf(Reading& reading) {
+    read(reading, which);
+}
+
+/// The change sections of a table.
+template <Side side, ChangeKind kind>
+constexpr Section ChangesSection(std::string_view keyword) noexcept {
+    constexpr const ChangeTable& which = tableOf<side, kind>;
+    return {keyword, HasChangesOf<which>, WriteOf<which, WriteChanges>, ReadOf<which, ReadChanges>, true};
+}
+
+/// Their transition types.
+template <Side side, ChangeKind kind>
+constexpr Section TypesSection(std::string_view keyword) noexcept {
+    constexpr const ChangeTable& which = tableOf<side, kind>;
+    return {keyword, HasChangesOf<which>, WriteOf<which, WriteTypes>, ReadOf<which, ReadTypes>};
+}
+
+template <Side side>
+constexpr Section PlatesSection(std::string_view keyword) noexcept {
+    return {keyword, HasPlatesOf<side>, WritePlatesOf<side>, ReadPlatesOf<side>};
+}
+
 // clang-format off
 constexpr std::array sections{
     Section{"ExtInfo", Always, WriteSettings, ReadSettings},
@@ -158,16 +213,16 @@ constexpr std::array sections{
     Section{"BrokenChain", HasRecords<BrokenChainLine>, WriteRecords<BrokenChainLine>, ReadBrokenChains},
     Section{"VerticalCurve", HasCurvesInMode<CurveMode::Radius>, WriteRecords<RadiusCurveLine>, ReadProfile<RadiusCurveLine, CurveMode::Radius>},
     Section{"VerticalCurve_SECONDPARA", HasCurvesInMode<CurveMode::GivenEnds>, WriteRecords<GivenEndsCurveLine>, ReadProfile<GivenEndsCurveLine, CurveMode::GivenEnds>},
-    Section{"StandardSectionRight", HasPlates<Side::Right>, WritePlates<Side::Right>, ReadPlates<Side::Right>},
-    Section{"StandardSectionLeft", HasPlates<Side::Left>, WritePlates<Side::Left>, ReadPlates<Side::Left>},
-    Section{"WidenSectionRight", HasChanges<Side::Right, ChangeKind::Widening>, WriteChanges<Side::Right, ChangeKind::Widening>, ReadChanges<Side::Right, ChangeKind::Widening>, true},
-    Section{"WidenRightType", HasChanges<Side::Right, ChangeKind::Widening>, WriteTypes<Side::Right, ChangeKind::Widening>, ReadTypes<Side::Right, ChangeKind::Widening>},
-    Section{"WidenSectionLeft", HasChanges<Side::Left, ChangeKind::Widening>, WriteChanges<Side::Left, ChangeKind::Widening>, ReadChanges<Side::Left, ChangeKind::Widening>, true},
-    Section{"WidenLeftType", HasChanges<Side::Left, ChangeKind::Widening>, WriteTypes<Side::Left, ChangeKind::Widening>, ReadTypes<Side::Left, ChangeKind::Widening>},
-    Section{"HeightenSectionRight", HasChanges<Side::Right, ChangeKind::Heightening>, WriteChanges<Side::Right, ChangeKind::Heightening>, ReadChanges<Side::Right, ChangeKind::Heightening>, true},
-    Section{"HeightRightType", HasChanges<Side::Right, ChangeKind::Heightening>, WriteTypes<Side::Right, ChangeKind::Heightening>, ReadTypes<Side::Right, ChangeKind::Heightening>},
-    Section{"HeightenSectionLeft", HasChanges<Side::Left, ChangeKind::Heightening>, WriteChanges<Side::Left, ChangeKind::Heightening>, ReadChanges<Side::Left, ChangeKind::Heightening>, true},
-    Section{"HeightLeftType", HasChanges<Side::Left, ChangeKind::Heightening>, WriteTypes<Side::Left, ChangeKind::Heightening>, ReadTypes<Side::Left, ChangeKind::Heightening>},
+    PlatesSection<Side::Right>("StandardSectionRight"),
+    PlatesSection<Side::Left>("StandardSectionLeft"),
+    ChangesSection<Side::Right, ChangeKind::Widening>("WidenSectionRight"),
+    TypesSection<Side::Right, ChangeKind::Widening>("WidenRightType"),
+    ChangesSection<Side::Left, ChangeKind::Widening>("WidenSectionLeft"),
+    TypesSection<Side::Left, ChangeKind::Widening>("WidenLeftType"),
+    ChangesSection<Side::Right, ChangeKind::Heightening>("HeightenSectionRight"),
+    TypesSection<Side::Right, ChangeKind::Heightening>("HeightRightType"),
+    ChangesSection<Side::Left, ChangeKind::Heightening>("HeightenSectionLeft"),
+    TypesSection<Side::Left, ChangeKind::Heightening>("HeightLeftType"),
     Section{"roadSectionMileage", HasMileages, WriteMileages, ReadMileages, false, true},
 };
 // clang-format on

@@ -1,0 +1,275 @@
+#include "io/section_records.hpp"
+
+#include <algorithm>
+#include <cmath>
+#include <cstddef>
+#include <limits>
+#include <optional>
+#include <string_view>
+#include <utility>
+#include <vector>
+
+#include "alignment/chain_builder.hpp"
+#include "alignment/chainage.hpp"
+#include "core/tolerances.hpp"
+#include "io/line_format.hpp"
+#include "io/number_text.hpp"
+#include "section/mileage_index.hpp"
+#include "section/plates.hpp"
+
+namespace kesto {
+
+namespace {
+
+struct PlateLine {
+    using Record = SectionPlate;
+    static void Fields(auto& line, auto& plate) {
+        line.Name(plate.name).Name(plate.code);
+        line.Real(plate.width).Real(plate.crossSlope).Real(plate.step).Real(plate.extra);
+    }
+};
+
+/// The value of one plate at a change section.
+struct PlateChange {
+    StakeMileage stake;
+    double value = 0;  // per cent or m
+    std::int32_t flag = 0;
+};
+
+struct PlateChangeLine {
+    using Record = PlateChange;
+    static void Fields(auto& line, auto& change) {
+        line.Real(change.stake.mileage).Real(change.value);
+        line.Integer(change.stake.occurrence, wideColumn).Integer(change.flag, smallColumn);
+    }
+};
+
+struct TransitionTypeLine {
+    using Record = std::int32_t;
+    static void Fields(auto& line, auto& type) { line.Integer(type, smallColumn); }
+};
+
+struct MileageLine {
+    using Record = double;
+    static void Fields(auto& line, auto& mileage) { line.Real(mileage); }
+};
+
+// ------------------------------------------------------------------------------------------ places of change sections
+
+/// Whether two stake mileages are one in the decimals of a file.
+bool SameInFile(StakeMileage one, StakeMileage other) noexcept {
+    return one.occurrence == other.occurrence &&
+           (one.mileage == other.mileage || WrittenReal(one.mileage) == WrittenReal(other.mileage));
+}
+
+/// Whether the road has a place as this stake mileage, in the decimals of a file.
+bool HasStake(RoadDesign& road, double continuous, StakeMileage stake) noexcept {
+    return SameInFile(StakeMileageAt(road, continuous), stake);
+}
+
+/// The continuous mileage (m) that a file means: the one that is written as this very stake mileage.
+/// @param built whether the road is current
+/// @return nothing where the stake mileage is not on the road
+std::optional<double> PlaceFromFile(RoadDesign& road, bool built, StakeMileage stake) noexcept {
+    if (stake.occurrence == noOccurrence) return stake.mileage;
+    if (!built) return std::nullopt;
+    const std::optional<double> found = FindContinuous(road, stake);
+    if (!found || !std::isfinite(*found)) return std::nullopt;
+    // Rounded to its decimals, a mileage at an element's start may lie before it, or one at the road's end behind it.
+    // The conversion takes the same distance forward from the start, or the end itself: each save would move the
+    // section.
+    const StakeMileage there = StakeMileageAt(road, *found);
+    if (SameInFile(there, stake)) return found;
+    const double moved = there.mileage - stake.mileage;
+    for (const double place : {*found + moved, *found - moved}) {
+        if (HasStake(road, place, stake)) return place;
+    }
+    return found;
+}
+
+/// Where a change section stands in a file, and the continuous mileage (m) that it will be read back with.
+struct PlaceInFile {
+    StakeMileage stake;
+    double readBack;
+};
+
+/// The stake mileage of a place where a reader comes back to it from there, else the continuous mileage. What is
+/// read back has the same place in the next file.
+/// @param built whether the road is current
+PlaceInFile PlaceForFile(RoadDesign& road, bool built, double continuous) noexcept {
+    const double rounded = WrittenReal(continuous);
+    // Within a rounding of the road's end the first may have no stake that leads back, and the second one all the same.
+    for (const double place : {continuous, rounded}) {
+        if (!built) break;
+        StakeMileage stake = StakeMileageAt(road, place);
+        stake.mileage = WrittenReal(stake.mileage);
+        if (stake.occurrence == noOccurrence) continue;
+        const std::optional<double> back = PlaceFromFile(road, built, stake);
+        if (!back || !HasStake(road, *back, stake)) continue;
+        if (std::fabs(*back - place) < tolerance::mileage) return {stake, *back};
+    }
+    return {{rounded, noOccurrence}, rounded};
+}
+
+/// The same for a section that has another one before it in the file: two that the decimals cannot tell apart are moved
+/// apart, or their lines would run into one.
+/// @param before where that one is read back (m)
+PlaceInFile PlaceForFile(RoadDesign& road, bool built, double continuous, double before) noexcept {
+    constexpr double lastDigit = 1e-8;  // m
+    PlaceInFile place = PlaceForFile(road, built, continuous);
+    for (double next = before; !(place.readBack > before);) {
+        next = std::max(next + lastDigit, std::nextafter(next, std::numeric_limits<double>::max()));
+        place = PlaceForFile(road, built, next);
+    }
+    return place;
+}
+
+// ---------------------------------------------------------------------------------------------------- change sections
+
+/// A change section whose lines are being read.
+struct LinesOfChange {
+    StakeMileage stake;
+    std::int32_t firstLine;
+    ChangeSection section;
+    bool readable = true;
+
+    bool Continues(StakeMileage next) const noexcept {
+        return next.mileage == stake.mileage && next.occurrence == stake.occurrence;
+    }
+};
+
+/// Adds a change section that has been read to its last line. A refused one counts as one skipped record, however many
+/// lines it has.
+/// @return its continuous mileage (m); nothing for a refused one
+std::optional<double> AddChange(Reading& reading, ChangeTable which, bool built, LinesOfChange change) {
+    std::optional<double> place;
+    if (change.readable) place = PlaceFromFile(reading.road, built, change.stake);
+    if (place && !InsertChangeAt(reading.road, which, *place, std::move(change.section), 0)) place.reset();
+    if (!place) reading.lines.Skip(KESTO_LIST_CHANGE_SECTIONS, change.firstLine);
+    return place;
+}
+
+}  // namespace
+
+// ------------------------------------------------------------------------------------------------------------- plates
+
+bool HasPlates(RoadDesign& road, std::int32_t side) noexcept {
+    return !road.sections.plates[static_cast<std::size_t>(side)].empty();
+}
+
+void WritePlates(RoadDesign& road, LineWriter& lines, std::int32_t side) {
+    for (const SectionPlate& plate : road.sections.plates[static_cast<std::size_t>(side)]) {
+        PlateLine::Fields(lines, plate);
+        lines.End();
+    }
+}
+
+void ReadPlates(Reading& reading, std::int32_t side) {
+    reading.KeepChain();
+    const LineShape shape = ShapeOf<PlateLine>();
+    while (const std::optional<std::string_view> line = reading.lines.NextRecord()) {
+        SectionPlate plate{};
+        if (!reading.lines.Parse<PlateLine>(shape, *line, plate) || !InsertPlate(reading.road, plate, side, -1)) {
+            reading.lines.Skip(KESTO_LIST_PLATES);
+        }
+    }
+}
+
+// ---------------------------------------------------------------------------------------------------- change sections
+
+/// Without a plate there is no line to write, and no change section that means anything.
+bool HasChanges(RoadDesign& road, ChangeTable which) noexcept {
+    return HasPlates(road, which.side) && !TableOf(road.sections.changeSections, which).empty();
+}
+
+/// Writes exactly one line for each plate: a section that was off the road when plates came or went has the wrong
+/// number of values, and is completed with the standard ones.
+void WriteChanges(RoadDesign& road, LineWriter& lines, ChangeTable which) {
+    const auto& plates = road.sections.plates[static_cast<std::size_t>(which.side)];
+    const bool widening = static_cast<ChangeKind>(which.kind) == ChangeKind::Widening;
+    const bool built = static_cast<bool>(EnsureCurrent(road));
+    double before = -std::numeric_limits<double>::infinity();
+    for (const auto& [continuous, section] : TableOf(road.sections.changeSections, which)) {
+        const PlaceInFile place = PlaceForFile(road, built, continuous, before);
+        before = place.readBack;
+        for (std::size_t i = 0; i < plates.size(); ++i) {
+            PlateChange change{place.stake, widening ? plates[i].width : plates[i].crossSlope};
+            if (i < section.values.size()) change.value = section.values[i];
+            if (i < section.flags.size()) change.flag = section.flags[i];
+            PlateChangeLine::Fields(lines, change);
+            lines.End();
+        }
+    }
+}
+
+void ReadChanges(Reading& reading, ChangeTable which) {
+    reading.KeepChain();
+    const bool built = static_cast<bool>(EnsureCurrent(reading.road));
+    Reading::Places& places = TableOf(reading.changes, which);
+    places.clear();
+    const LineShape shape = ShapeOf<PlateChangeLine>();
+    std::vector<LinesOfChange> read;
+    while (const std::optional<std::string_view> line = reading.lines.NextRecord()) {
+        PlateChange change;
+        const bool readable = reading.lines.Parse<PlateChangeLine>(shape, *line, change);
+        if (read.empty() || !read.back().Continues(change.stake)) {
+            read.push_back({change.stake, reading.lines.LineNumber(), {}});
+        }
+        LinesOfChange& last = read.back();
+        last.section.values.push_back(change.value);
+        last.section.flags.push_back(change.flag);
+        last.readable = last.readable && readable;
+    }
+    for (LinesOfChange& lines : read) places.push_back(AddChange(reading, which, built, std::move(lines)));
+}
+
+void WriteTypes(RoadDesign& road, LineWriter& lines, ChangeTable which) {
+    const auto& types = TableOf(road.sections.transitionTypes, which);
+    for (const auto& change : TableOf(road.sections.changeSections, which)) {
+        const auto type = types.find(change.first);
+        const std::int32_t written = type == types.end() ? 0 : type->second;
+        TransitionTypeLine::Fields(lines, written);
+        lines.End();
+    }
+}
+
+/// The lines belong to the change sections read just before, one to one; the line of a refused section goes with it.
+void ReadTypes(Reading& reading, ChangeTable which) {
+    const Reading::Places& places = TableOf(reading.changes, which);
+    auto& types = TableOf(reading.road.sections.transitionTypes, which);
+    const LineShape shape = ShapeOf<TransitionTypeLine>();
+    std::size_t lineCount = 0;
+    while (const std::optional<std::string_view> line = reading.lines.NextRecord()) {
+        std::int32_t type = 0;
+        const bool readable = reading.lines.Parse<TransitionTypeLine>(shape, *line, type);
+        const std::size_t i = lineCount++;
+        if (!readable || i >= places.size()) {
+            reading.lines.Skip(KESTO_LIST_CHANGE_SECTIONS);
+        } else if (places[i]) {
+            types[*places[i]] = type;
+        }
+    }
+}
+
+// --------------------------------------------------------------------------------------------------- section mileages
+
+bool HasMileages(RoadDesign& road) noexcept { return !road.sections.mileageIndex.empty(); }
+
+void WriteMileages(RoadDesign& road, LineWriter& lines) {
+    for (const SectionMileageIndex& entry : road.sections.mileageIndex) {
+        MileageLine::Fields(lines, entry.mileage);
+        lines.End();
+    }
+}
+
+void ReadMileages(Reading& reading) {
+    const LineShape shape = ShapeOf<MileageLine>();
+    while (const std::optional<std::string_view> line = reading.lines.NextRecord()) {
+        double mileage = 0;
+        if (!reading.lines.Parse<MileageLine>(shape, *line, mileage) || !InsertSectionMileage(reading.road, mileage)) {
+            reading.lines.Skip(KESTO_LIST_SECTION_MILEAGES);
+        }
+    }
+}
+
+}  // namespace kesto
