@@ -17,10 +17,11 @@ bool IsBlank(char character) noexcept { return character == ' ' || (character >=
 
 /// The next token of a text, which is cut off its front; empty where there is none left.
 std::string_view TakeToken(std::string_view& text) noexcept {
-    const auto start = std::find_if_not(text.begin(), text.end(), IsBlank);
-    const auto end = std::find_if(start, text.end(), IsBlank);
+    const char* const last = text.data() + text.size();
+    const char* const start = std::find_if_not(text.data(), last, IsBlank);
+    const char* const end = std::find_if(start, last, IsBlank);
     const std::string_view token(start, end);
-    text = {end, text.end()};
+    text = {end, last};
     return token;
 }
 
