@@ -1,6 +1,7 @@
 // The host's list of sections is the library's: both are written out, so they are compared.
 #include <gtest/gtest.h>
 
+#include <array>
 #include <set>
 #include <string>
 
@@ -31,7 +32,8 @@ TEST(Outline, ReadsNumbersAsTheLibraryDoes) {
             host::ReadOutline("0 1 0 K\n\nVerticalCurve\n" + text + " 0 0 " + text + "\n\n", findings);
         double real = 0;
         std::int32_t integer = 0;
-        LineReader reader({text, text}, nullptr);
+        const std::array<std::string_view, 2> cells{text, text};
+        LineReader reader(cells, nullptr);
         reader.Real(real).Integer(integer, wideColumn);
         const auto records = outline.Records("VerticalCurve");
         ASSERT_EQ(records.size(), reader.Readable() ? 1U : 0U) << text;
