@@ -110,30 +110,30 @@ enum KestoStatus {
 
 /** Which list a Failure speaks of. */
 enum KestoList {
-    KESTO_LIST_NONE = -1,
-    KESTO_LIST_INTERSECTIONS = 0,
-    KESTO_LIST_ELEMENTS = 1,
-    KESTO_LIST_COORDINATES = 2,
-    KESTO_LIST_STAKES = 3,
-    KESTO_LIST_BROKEN_CHAINS = 4,
-    KESTO_LIST_VERTICAL_CURVES = 5,
-    KESTO_LIST_PLATES = 6,
-    KESTO_LIST_CHANGE_SECTIONS = 7,
-    KESTO_LIST_SECTION_MILEAGES = 8
+    KESTO_LIST_NONE = -1,           /**< none */
+    KESTO_LIST_INTERSECTIONS = 0,   /**< Intersection records */
+    KESTO_LIST_ELEMENTS = 1,        /**< Element records, the start record included */
+    KESTO_LIST_COORDINATES = 2,     /**< Coordinate records */
+    KESTO_LIST_STAKES = 3,          /**< the design stake list */
+    KESTO_LIST_BROKEN_CHAINS = 4,   /**< BrokenChain records */
+    KESTO_LIST_VERTICAL_CURVES = 5, /**< VerticalCurve records */
+    KESTO_LIST_PLATES = 6,          /**< the plates of a side */
+    KESTO_LIST_CHANGE_SECTIONS = 7, /**< the change sections of a side and kind */
+    KESTO_LIST_SECTION_MILEAGES = 8 /**< the section mileage index */
 };
 
 /** Which limit a Failure speaks of. */
 enum KestoLimit {
-    KESTO_LIMIT_NONE = -1,
-    KESTO_LIMIT_ROAD_START = 0,
-    KESTO_LIMIT_ROAD_END = 1,
-    KESTO_LIMIT_ELEMENT_LENGTH = 2,
-    KESTO_LIMIT_RECORD_COUNT = 3,
-    KESTO_LIMIT_RECORDS_PER_CALL = 4,
-    KESTO_LIMIT_OCCURRENCES = 5,
-    KESTO_LIMIT_POLYGON_SIDE = 6, /**< tangents overlap: value = their sum, bound = the polygon side (m) */
-    KESTO_LIMIT_DEFLECTION = 7,   /**< spirals turn too much: value = their turn, bound = the deflection (degrees) */
-    KESTO_LIMIT_ARC_DIAMETER = 8  /**< no arc spans a chord: value = the chord, bound = the arc's diameter (m) */
+    KESTO_LIMIT_NONE = -1,            /**< none */
+    KESTO_LIMIT_ROAD_START = 0,       /**< the mileage of the road's start (m) */
+    KESTO_LIMIT_ROAD_END = 1,         /**< the mileage of the road's end (m) */
+    KESTO_LIMIT_ELEMENT_LENGTH = 2,   /**< the length of an element (m) */
+    KESTO_LIMIT_RECORD_COUNT = 3,     /**< how many records a list has */
+    KESTO_LIMIT_RECORDS_PER_CALL = 4, /**< how many records a call takes */
+    KESTO_LIMIT_OCCURRENCES = 5,      /**< how often a stake mileage occurs */
+    KESTO_LIMIT_POLYGON_SIDE = 6,     /**< tangents overlap: value = their sum, bound = the polygon side (m) */
+    KESTO_LIMIT_DEFLECTION = 7,  /**< spirals turn too much: value = their turn, bound = the deflection (degrees) */
+    KESTO_LIMIT_ARC_DIAMETER = 8 /**< no arc spans a chord: value = the chord, bound = the arc's diameter (m) */
 };
 
 /* ------------------------------------------------------------------------------------------------------ records --- */
@@ -141,28 +141,32 @@ enum KestoLimit {
 /** Intersection point of two tangents with its curve: entry spiral, arc, exit spiral. The first and the last one are
  * the ends of the road and have no curve: only their points are read. 96 bytes. */
 typedef struct Intersection {
-    char name[32];
-    double x, y;                /**< point (m) */
-    double radius;              /**< arc radius (m), 0 for no curve */
-    double spiralIn, spiralOut; /**< length of the entry and exit spiral (m), 0 for none */
-    double radiusIn, radiusOut; /**< radius at the outer end of the entry and exit spiral (m), 0 for infinite */
-    unsigned char reserved[8];  /**< carried, never read */
+    char name[32];             /**< shown, never interpreted */
+    double x;                  /**< northing (m) */
+    double y;                  /**< easting (m) */
+    double radius;             /**< arc radius (m), 0 for no curve */
+    double spiralIn;           /**< length of the entry spiral (m), 0 for none */
+    double spiralOut;          /**< length of the exit spiral (m), 0 for none */
+    double radiusIn;           /**< radius at the outer end of the entry spiral (m), 0 for infinite */
+    double radiusOut;          /**< radius at the outer end of the exit spiral (m), 0 for infinite */
+    unsigned char reserved[8]; /**< carried, never read */
 } Intersection;
 
 /** Element of the horizontal alignment. 80 bytes. */
 typedef struct Element {
     int32_t type;          /**< 0 start record, 1 straight, 2 circular arc, 3 clothoid spiral */
     uint8_t turnDirection; /**< 0 turns left (azimuth decreases along it), any other value right */
-    uint8_t padding1[3];
+    uint8_t padding1[3];   /**< gap */
     double startMileage;   /**< stake mileage of the start point (m), set when the chain is built */
-    double startX, startY; /**< start point (m) */
+    double startX;         /**< northing of the start point (m) */
+    double startY;         /**< easting of the start point (m) */
     double startAzimuth;   /**< tangent azimuth at the start (degrees) */
     int32_t flag;          /**< set by element generation, cleared on the second piece of a split element */
-    uint8_t padding2[4];
-    double secondAzimuth; /**< repeats the azimuth in a start record, never read */
-    double startRadius;   /**< arc: radius; spiral: radius at the start (m); below 1e-7 means infinite */
-    double endRadius;     /**< spiral: radius at the end (m); below 1e-7 means infinite */
-    double length;        /**< signed length (m), negative where the stake mileage decreases */
+    uint8_t padding2[4];   /**< gap */
+    double secondAzimuth;  /**< repeats the azimuth in a start record, never read */
+    double startRadius;    /**< arc: radius; spiral: radius at the start (m); below 1e-7 means infinite */
+    double endRadius;      /**< spiral: radius at the end (m); below 1e-7 means infinite */
+    double length;         /**< signed length (m), negative where the stake mileage decreases */
 } Element;
 
 /** Coordinate point of the alignment: every point begins an element that leads to the next one; arcs are the shorter
@@ -170,9 +174,10 @@ typedef struct Element {
 typedef struct Coordinate {
     int32_t type;          /**< type of the element that starts here: 1 straight, 2 arc, 3 spiral */
     int32_t turnDirection; /**< 0 left, any other value right */
-    double x, y;           /**< point (m) */
+    double x;              /**< northing (m) */
+    double y;              /**< easting (m) */
     double radius;         /**< radius at this point (m), 0 for infinite */
-    char name[32];
+    char name[32];         /**< shown, never interpreted */
 } Coordinate;
 
 /** Broken chain: a point where the stake mileage jumps. 16 bytes. */
@@ -183,22 +188,22 @@ typedef struct BrokenChain {
 
 /** Grade-change point with its vertical curve. 96 bytes. */
 typedef struct VerticalCurve {
-    int32_t curveSign; /**< derived: +1 crest, -1 sag, 0 none */
-    uint8_t padding1[4];
+    int32_t curveSign;       /**< derived: +1 crest, -1 sag, 0 none */
+    uint8_t padding1[4];     /**< gap */
     double startMileage;     /**< stake mileage of the curve's start (m): derived in mode 0, given in mode 1 */
     int32_t startOccurrence; /**< its occurrence, -1 when not set */
-    uint8_t padding2[4];
-    double endMileage;     /**< stake mileage of the curve's end (m): derived in mode 0, given in mode 1 */
-    int32_t endOccurrence; /**< its occurrence, -1 when not set */
-    uint8_t padding3[4];
-    double mileage;     /**< stake mileage of the grade-change point (m) */
-    int32_t occurrence; /**< its occurrence; -1: the mileage is a continuous one */
-    uint8_t padding4[4];
-    double elevation;      /**< elevation of the grade-change point (m) */
-    double gradeOut;       /**< derived: grade to the next point (ratio) */
-    double radius;         /**< curve radius (m), used in mode 0 */
-    double distanceToNext; /**< derived: horizontal distance to the next point (m) */
-    double tangentLength;  /**< derived in mode 0: half the curve's length (m) */
+    uint8_t padding2[4];     /**< gap */
+    double endMileage;       /**< stake mileage of the curve's end (m): derived in mode 0, given in mode 1 */
+    int32_t endOccurrence;   /**< its occurrence, -1 when not set */
+    uint8_t padding3[4];     /**< gap */
+    double mileage;          /**< stake mileage of the grade-change point (m) */
+    int32_t occurrence;      /**< its occurrence; -1: the mileage is a continuous one */
+    uint8_t padding4[4];     /**< gap */
+    double elevation;        /**< elevation of the grade-change point (m) */
+    double gradeOut;         /**< derived: grade to the next point (ratio) */
+    double radius;           /**< curve radius (m), used in mode 0 */
+    double distanceToNext;   /**< derived: horizontal distance to the next point (m) */
+    double tangentLength;    /**< derived in mode 0: half the curve's length (m) */
 } VerticalCurve;
 
 /** Stake of the design stake list. 136 bytes. */
@@ -208,9 +213,10 @@ typedef struct StakeCoordinate {
     unsigned char reserved[8]; /**< carried, never read */
     double mileage;            /**< stake mileage (m) */
     int32_t occurrence;        /**< its occurrence */
-    uint8_t padding1[4];
-    double x, y;             /**< point on the centre line (m) */
-    unsigned char extra[32]; /**< carried, never read */
+    uint8_t padding1[4];       /**< gap */
+    double x;                  /**< northing of the point on the centre line (m) */
+    double y;                  /**< easting of the point on the centre line (m) */
+    unsigned char extra[32];   /**< carried, never read */
 } StakeCoordinate;
 
 /** Plate of a cross section: a strip of carriageway, shoulder or verge. 128 bytes. */
@@ -221,7 +227,8 @@ typedef struct SectionPlate {
     double offset;     /**< output: distance of the outer edge from the centre line (m) */
     double crossSlope; /**< cross slope (per cent), positive when the outer edge is higher */
     double step;       /**< vertical step at the plate's inner edge (m) */
-    double x, y;       /**< output: outer edge (m) */
+    double x;          /**< output: northing of the outer edge (m) */
+    double y;          /**< output: easting of the outer edge (m) */
     double height;     /**< output: design height of the outer edge (m) */
     double extra;      /**< carried and saved, never read */
 } SectionPlate;
@@ -241,25 +248,29 @@ typedef struct EaseParam {
     double chord;            /**< distance between the spiral's ends (m) */
 } EaseParam;
 
-/** Arrays across the boundary. In: items[0 .. count) is read, capacity is ignored, and a count of 0 or less means an
- *  empty array. Out: the caller gives room for capacity records; all values are copied and count is set. Where the room
- *  is too small nothing is copied, count is set to what is needed and the call is false: ask, grow, ask again. */
+/** An array of numbers across the boundary. In: items[0 .. count) is read, capacity is ignored, and a count of 0 or
+ * less means an empty array. Out: the caller gives room for capacity records; all values are copied and count is set.
+ * Where the room is too small nothing is copied, count is set to what is needed and the call is false: ask, grow, ask
+ * again.
+ */
 typedef struct DoubleArray {
-    double* items;
-    int32_t count;
-    int32_t capacity;
+    double* items;    /**< the caller's memory */
+    int32_t count;    /**< how many are there, or are needed */
+    int32_t capacity; /**< how many there is room for */
 } DoubleArray;
 
+/** An array of integers across the boundary; see DoubleArray. */
 typedef struct Int32Array {
-    int32_t* items;
-    int32_t count;
-    int32_t capacity;
+    int32_t* items;   /**< the caller's memory */
+    int32_t count;    /**< how many are there, or are needed */
+    int32_t capacity; /**< how many there is room for */
 } Int32Array;
 
+/** An array of plates across the boundary; see DoubleArray. */
 typedef struct SectionPlateArray {
-    SectionPlate* items;
-    int32_t count;
-    int32_t capacity;
+    SectionPlate* items; /**< the caller's memory */
+    int32_t count;       /**< how many are there, or are needed */
+    int32_t capacity;    /**< how many there is room for */
 } SectionPlateArray;
 
 /** Why the last failed call on a road failed. Numbers that do not apply are -1 (integers) or 0. 40 bytes. */

@@ -65,6 +65,7 @@ inline const char* Describe(std::int32_t status) { return DescribeStatus(status)
 /** Thrown where a road cannot be built up as asked. what() is the sentence of the status. */
 class Error : public std::runtime_error {
 public:
+    /** @param code a KestoStatus */
     explicit Error(std::int32_t code) : std::runtime_error(Describe(code)), status(code) {}
 
     /** The KestoStatus. */

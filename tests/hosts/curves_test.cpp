@@ -174,25 +174,5 @@ TEST_F(Curves, ThePlanShowsThePolygonOfARoadMadeFromIntersections) {
     EXPECT_EQ(polygons, 1);
 }
 
-TEST_F(Curves, TheDocumentationShowsWhatIsPrinted) {
-    const std::filesystem::path root = std::filesystem::path(KESTO_SAMPLE_ROADS).parent_path().parent_path();
-    std::filesystem::create_directory_symlink(root / "examples", folder / "examples");
-    const std::string text = ReadFile(root / "docs/kesto-road.md");
-    const auto until = [&](std::size_t from, const char* end) {
-        return text.substr(from, text.find(end, from) - from);
-    };
-    const std::string prompt = "```console\n$ kesto-road ";
-    int commands = 0;
-    for (auto at = text.find(prompt); at != std::string::npos; at = text.find(prompt, at + 1), ++commands) {
-        const std::string command = until(at + prompt.size(), "\n");
-        EXPECT_EQ(Run(command).out, until(at + prompt.size() + command.size() + 1, "```")) << command;
-    }
-    EXPECT_EQ(commands, 2);
-    ASSERT_EQ(Run(IntersectionTables("instrument-manual") + " -o it.road").code, 0);
-    const auto table = text.find("Straights, curves and turning angles (4)");
-    ASSERT_NE(table, std::string::npos);
-    EXPECT_NE(Run("report it.road").out.find(until(table, "```")), std::string::npos);
-}
-
 }  // namespace
 }  // namespace kesto::test
