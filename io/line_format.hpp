@@ -61,6 +61,8 @@ public:
     /// @param cells out: views into the line
     void Split(std::string_view line, std::vector<std::string_view>& cells) const;
 
+    std::span<const Column> Columns() const noexcept { return columns; }
+
 private:
     bool SplitByColumns(std::string_view line, std::vector<std::string_view>& cells) const;
 

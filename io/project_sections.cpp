@@ -50,6 +50,9 @@ struct NamedSetting {
 
 struct SettingLine {
     using Record = NamedSetting;
+    static constexpr auto fields = std::to_array<std::string_view>(
+        {"name of the setting: SideSlopeMode, ChangeSection (always 1) or SectionMode; others are passed over",
+         "value"});
     static void Fields(auto& line, auto& setting) { line.Text(setting.name).Integer(setting.value, wideColumn); }
 };
 
@@ -187,32 +190,33 @@ void ReadOf(Reading& reading) {
 template <Side side, ChangeKind kind>
 constexpr Section ChangesSection(std::string_view keyword) noexcept {
     constexpr const ChangeTable& which = tableOf<side, kind>;
-    return {keyword, HasChangesOf<which>, WriteOf<which, WriteChanges>, ReadOf<which, ReadChanges>, true};
+    return {keyword, HasChangesOf<which>, WriteOf<which, WriteChanges>, ReadOf<which, ReadChanges>, DescribeChanges,
+            true};
 }
 
 /// Their transition types.
 template <Side side, ChangeKind kind>
 constexpr Section TypesSection(std::string_view keyword) noexcept {
     constexpr const ChangeTable& which = tableOf<side, kind>;
-    return {keyword, HasChangesOf<which>, WriteOf<which, WriteTypes>, ReadOf<which, ReadTypes>};
+    return {keyword, HasChangesOf<which>, WriteOf<which, WriteTypes>, ReadOf<which, ReadTypes>, DescribeTypes};
 }
 
 template <Side side>
 constexpr Section PlatesSection(std::string_view keyword) noexcept {
-    return {keyword, HasPlatesOf<side>, WritePlatesOf<side>, ReadPlatesOf<side>};
+    return {keyword, HasPlatesOf<side>, WritePlatesOf<side>, ReadPlatesOf<side>, DescribePlates};
 }
 
 // clang-format off
 constexpr std::array sections{
-    Section{"ExtInfo", Always, WriteSettings, ReadSettings},
-    Section{"Intersection", HasRecords<IntersectionLine>, WriteRecords<IntersectionLine>, ReadAlignment<IntersectionLine, DesignMode::Intersections>},
-    Section{"Coordinate", HasPointsInMode<DesignMode::Coordinates>, WriteRecords<CoordinateLine>, ReadAlignment<CoordinateLine, DesignMode::Coordinates>},
-    Section{"BrokenLine", HasPointsInMode<DesignMode::BrokenLine>, WriteRecords<CoordinateLine>, ReadAlignment<CoordinateLine, DesignMode::BrokenLine>},
-    Section{"", HasIdlePoints, WriteRecords<CoordinateLine>, ReadNothing},
-    Section{"Element", HasElements, WriteRecords<ElementLine>, ReadAlignment<ElementLine, DesignMode::Elements>},
-    Section{"BrokenChain", HasRecords<BrokenChainLine>, WriteRecords<BrokenChainLine>, ReadBrokenChains},
-    Section{"VerticalCurve", HasCurvesInMode<CurveMode::Radius>, WriteRecords<RadiusCurveLine>, ReadProfile<RadiusCurveLine, CurveMode::Radius>},
-    Section{"VerticalCurve_SECONDPARA", HasCurvesInMode<CurveMode::GivenEnds>, WriteRecords<GivenEndsCurveLine>, ReadProfile<GivenEndsCurveLine, CurveMode::GivenEnds>},
+    Section{"ExtInfo", Always, WriteSettings, ReadSettings, DescriptionOf<SettingLine>},
+    Section{"Intersection", HasRecords<IntersectionLine>, WriteRecords<IntersectionLine>, ReadAlignment<IntersectionLine, DesignMode::Intersections>, DescriptionOf<IntersectionLine>},
+    Section{"Coordinate", HasPointsInMode<DesignMode::Coordinates>, WriteRecords<CoordinateLine>, ReadAlignment<CoordinateLine, DesignMode::Coordinates>, DescriptionOf<CoordinateLine>},
+    Section{"BrokenLine", HasPointsInMode<DesignMode::BrokenLine>, WriteRecords<CoordinateLine>, ReadAlignment<CoordinateLine, DesignMode::BrokenLine>, DescriptionOf<CoordinateLine>},
+    Section{"", HasIdlePoints, WriteRecords<CoordinateLine>, ReadNothing, DescriptionOf<CoordinateLine>},
+    Section{"Element", HasElements, WriteRecords<ElementLine>, ReadAlignment<ElementLine, DesignMode::Elements>, DescriptionOf<ElementLine>},
+    Section{"BrokenChain", HasRecords<BrokenChainLine>, WriteRecords<BrokenChainLine>, ReadBrokenChains, DescriptionOf<BrokenChainLine>},
+    Section{"VerticalCurve", HasCurvesInMode<CurveMode::Radius>, WriteRecords<RadiusCurveLine>, ReadProfile<RadiusCurveLine, CurveMode::Radius>, DescriptionOf<RadiusCurveLine>},
+    Section{"VerticalCurve_SECONDPARA", HasCurvesInMode<CurveMode::GivenEnds>, WriteRecords<GivenEndsCurveLine>, ReadProfile<GivenEndsCurveLine, CurveMode::GivenEnds>, DescriptionOf<GivenEndsCurveLine>},
     PlatesSection<Side::Right>("StandardSectionRight"),
     PlatesSection<Side::Left>("StandardSectionLeft"),
     ChangesSection<Side::Right, ChangeKind::Widening>("WidenSectionRight"),
@@ -223,7 +227,7 @@ constexpr std::array sections{
     TypesSection<Side::Right, ChangeKind::Heightening>("HeightRightType"),
     ChangesSection<Side::Left, ChangeKind::Heightening>("HeightenSectionLeft"),
     TypesSection<Side::Left, ChangeKind::Heightening>("HeightLeftType"),
-    Section{"roadSectionMileage", HasMileages, WriteMileages, ReadMileages, false, true},
+    Section{"roadSectionMileage", HasMileages, WriteMileages, ReadMileages, DescribeMileages, false, true},
 };
 // clang-format on
 

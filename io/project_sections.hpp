@@ -1,6 +1,7 @@
 /// The sections of the project file: one table that the reader and the writer walk both.
 #pragma once
 
+#include <array>
 #include <span>
 #include <string_view>
 
@@ -11,12 +12,13 @@
 
 namespace kesto {
 
-/// A section is a row: a new one is one more row with its three functions.
+/// A section is a row: a new one is one more row with its functions.
 struct Section {
     std::string_view keyword;                            // its line; empty: written without one, never recognised
     bool (*present)(RoadDesign& road);                   // whether the road has this section
     void (*write)(RoadDesign& road, LineWriter& lines);  // writes the lines behind the keyword
     void (*read)(Reading& reading);                      // reads records until the section ends
+    LineDescription (*describe)();                       // what the documentation tells of its lines
     bool byStake = false;   // written from a road whose chain is the one that the file gives: it may be made current
     bool roadOnly = false;  // never written to a water project
 };
@@ -32,6 +34,9 @@ const Section* FindSection(std::string_view line) noexcept;
 /// The line in front of the sections: the settings of the stakes.
 struct HeaderLine {
     using Record = Settings;
+    static constexpr auto fields = std::to_array<std::string_view>(
+        {"start mileage (m)", "stake interval (m)", "make-stake type: 0 whole multiples, 1 from each element's start",
+         "prefix of stakes"});
     static void Fields(auto& line, auto& settings) {
         line.Real(settings.startMileage).Gap().Real(settings.mileageInterval).Gap();
         line.Integer(settings.makeStakeType, wideColumn).Gap().Text(settings.stakePrefix);

@@ -1,6 +1,9 @@
 /// How each record stands in a line of the project file, and how it gets into the road.
 #pragma once
 
+#include <array>
+#include <string_view>
+
 #include "alignment/broken_chains.hpp"
 #include "alignment/chainage.hpp"
 #include "core/guard.hpp"
@@ -24,6 +27,11 @@ struct ListedRecord {
 };
 
 struct IntersectionLine : ListedRecord<Intersection, &RoadDesign::intersections> {
+    static constexpr auto fields = std::to_array<std::string_view>(
+        {"name, NULL for none", "x (m): northing", "y (m): easting", "radius (m) of the arc, 0 for no curve",
+         "length of the entry spiral (m), 0 for none", "length of the exit spiral (m), 0 for none",
+         "radius at the outer end of the entry spiral (m), 0 for infinite",
+         "radius at the outer end of the exit spiral (m), 0 for infinite"});
     static void Fields(auto& line, auto& point) {
         line.NameOrNull(point.name).Real(point.x).Real(point.y).Real(point.radius);
         line.Real(point.spiralIn).Real(point.spiralOut).Real(point.radiusIn).Real(point.radiusOut);
@@ -31,6 +39,9 @@ struct IntersectionLine : ListedRecord<Intersection, &RoadDesign::intersections>
 };
 
 struct CoordinateLine : ListedRecord<Coordinate, &RoadDesign::coordinates> {
+    static constexpr auto fields = std::to_array<std::string_view>(
+        {"type of the element that starts here: 1 straight, 2 arc, 3 spiral", "turn: 0 left, any other right",
+         "x (m): northing", "y (m): easting", "radius at this point (m), 0 for infinite", "name"});
     static void Fields(auto& line, auto& point) {
         line.Integer(point.type, smallColumn).Integer(point.turnDirection, smallColumn);
         line.Real(point.x).Real(point.y).Real(point.radius).Name(point.name);
@@ -38,6 +49,12 @@ struct CoordinateLine : ListedRecord<Coordinate, &RoadDesign::coordinates> {
 };
 
 struct ElementLine : ListedRecord<Element, &RoadDesign::elements> {
+    static constexpr auto fields = std::to_array<std::string_view>(
+        {"x (m): northing of its start", "y (m): easting of its start", "azimuth at its start (degrees)", "length (m)",
+         "turn: 0 left, any other right", "the azimuth again, not read",
+         "type: 0 start record, 1 straight, 2 arc, 3 spiral",
+         "radius of an arc, or at a spiral's start (m), 0 for infinite", "radius at a spiral's end (m), 0 for infinite",
+         "flag, carried"});
     static void Fields(auto& line, auto& element) {
         line.Real(element.startX).Real(element.startY).Real(element.startAzimuth).Real(element.length);
         line.Integer(element.turnDirection, wideColumn).Repeated(element.startAzimuth);
@@ -51,6 +68,8 @@ struct ElementLine : ListedRecord<Element, &RoadDesign::elements> {
 };
 
 struct BrokenChainLine : ListedRecord<BrokenChain, &RoadDesign::brokenChains> {
+    static constexpr auto fields =
+        std::to_array<std::string_view>({"stake mileage before the break (m)", "stake mileage behind it (m)"});
     static void Fields(auto& line, auto& chain) { line.Real(chain.backMileage).Real(chain.aheadMileage); }
     static Outcome Insert(RoadDesign& road, const Record& chain) { return InsertBrokenChain(road, chain); }
 };
@@ -64,6 +83,9 @@ struct RadiusCurveLine : ProfilePoint {
         curve.startOccurrence = curve.endOccurrence = noOccurrence;  // the ends are not known before the derivation
         return curve;
     }
+    static constexpr auto fields =
+        std::to_array<std::string_view>({"stake mileage (m)", "elevation (m)", "radius of the curve (m), 0 for none",
+                                         "occurrence, -1 where the mileage is a continuous one"});
     static void Fields(auto& line, auto& curve) {
         line.Real(curve.mileage).Real(curve.elevation).Real(curve.radius).Integer(curve.occurrence, smallColumn);
     }
@@ -71,6 +93,10 @@ struct RadiusCurveLine : ProfilePoint {
 
 /// A grade-change point whose curve is given by its ends.
 struct GivenEndsCurveLine : ProfilePoint {
+    static constexpr auto fields = std::to_array<std::string_view>(
+        {"stake mileage (m)", "elevation (m)", "occurrence, -1 where the mileage is a continuous one",
+         "stake mileage of the curve's start (m)", "its occurrence, -1 for none",
+         "stake mileage of the curve's end (m)", "its occurrence, -1 for none"});
     static void Fields(auto& line, auto& curve) {
         line.Real(curve.mileage).Real(curve.elevation).Integer(curve.occurrence, smallColumn);
         line.Real(curve.startMileage).Integer(curve.startOccurrence, wideColumn);

@@ -4,6 +4,7 @@
 #include <cstddef>
 #include <cstdint>
 #include <optional>
+#include <span>
 #include <string_view>
 #include <vector>
 
@@ -74,6 +75,18 @@ LineShape ShapeOf() {
     const typename Line::Record any{};
     Line::Fields(shape, any);
     return shape;
+}
+
+/// A record's line as the documentation tells it.
+struct LineDescription {
+    LineShape shape;
+    std::span<const std::string_view> fields;  // one for each column: its name, its unit, what it says
+};
+
+/// What the documentation tells of a record's line: its columns, and the fields that Line names beside Fields().
+template <class Line>
+LineDescription DescriptionOf() {
+    return {ShapeOf<Line>(), Line::fields};
 }
 
 }  // namespace kesto

@@ -1,6 +1,7 @@
 #include "io/section_records.hpp"
 
 #include <algorithm>
+#include <array>
 #include <cmath>
 #include <cstddef>
 #include <limits>
@@ -23,6 +24,9 @@ namespace {
 
 struct PlateLine {
     using Record = SectionPlate;
+    static constexpr auto fields = std::to_array<std::string_view>(
+        {"name", "code", "width (m)", "cross slope (per cent), positive where the outer edge is higher",
+         "step at the inner edge (m)", "extra, carried"});
     static void Fields(auto& line, auto& plate) {
         line.Name(plate.name).Name(plate.code);
         line.Real(plate.width).Real(plate.crossSlope).Real(plate.step).Real(plate.extra);
@@ -38,6 +42,9 @@ struct PlateChange {
 
 struct PlateChangeLine {
     using Record = PlateChange;
+    static constexpr auto fields = std::to_array<std::string_view>(
+        {"stake mileage (m), the same for every plate of the section", "cross slope (per cent) or width (m)",
+         "occurrence, -1 where the mileage is a continuous one", "flag, carried"});
     static void Fields(auto& line, auto& change) {
         line.Real(change.stake.mileage).Real(change.value);
         line.Integer(change.stake.occurrence, wideColumn).Integer(change.flag, smallColumn);
@@ -46,11 +53,14 @@ struct PlateChangeLine {
 
 struct TransitionTypeLine {
     using Record = std::int32_t;
+    static constexpr auto fields = std::to_array<std::string_view>(
+        {"type of the transition to the change section: 0 linear, 1 cubic, 2 fourth degree"});
     static void Fields(auto& line, auto& type) { line.Integer(type, smallColumn); }
 };
 
 struct MileageLine {
     using Record = double;
+    static constexpr auto fields = std::to_array<std::string_view>({"stake mileage (m)"});
     static void Fields(auto& line, auto& mileage) { line.Real(mileage); }
 };
 
@@ -153,6 +163,8 @@ std::optional<double> AddChange(Reading& reading, ChangeTable which, bool built,
 
 // ------------------------------------------------------------------------------------------------------------- plates
 
+LineDescription DescribePlates() { return DescriptionOf<PlateLine>(); }
+
 bool HasPlates(RoadDesign& road, std::int32_t side) noexcept {
     return !road.sections.plates[static_cast<std::size_t>(side)].empty();
 }
@@ -176,6 +188,8 @@ void ReadPlates(Reading& reading, std::int32_t side) {
 }
 
 // ---------------------------------------------------------------------------------------------------- change sections
+
+LineDescription DescribeChanges() { return DescriptionOf<PlateChangeLine>(); }
 
 /// Without a plate there is no line to write, and no change section that means anything.
 bool HasChanges(RoadDesign& road, ChangeTable which) noexcept {
@@ -223,6 +237,8 @@ void ReadChanges(Reading& reading, ChangeTable which) {
     for (LinesOfChange& lines : read) places.push_back(AddChange(reading, which, built, std::move(lines)));
 }
 
+LineDescription DescribeTypes() { return DescriptionOf<TransitionTypeLine>(); }
+
 void WriteTypes(RoadDesign& road, LineWriter& lines, ChangeTable which) {
     const auto& types = TableOf(road.sections.transitionTypes, which);
     for (const auto& change : TableOf(road.sections.changeSections, which)) {
@@ -252,6 +268,8 @@ void ReadTypes(Reading& reading, ChangeTable which) {
 }
 
 // --------------------------------------------------------------------------------------------------- section mileages
+
+LineDescription DescribeMileages() { return DescriptionOf<MileageLine>(); }
 
 bool HasMileages(RoadDesign& road) noexcept { return !road.sections.mileageIndex.empty(); }
 
