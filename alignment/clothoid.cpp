@@ -40,7 +40,7 @@ struct PlanePoint {
 };
 
 /// Clothoid coordinates by their power series (Horner's scheme over the constant tables).
-PlanePoint SeriesPoint(double rate, double distance) noexcept {
+PlanePoint SeriesSum(double rate, double distance) noexcept {
     const double angle = ClothoidAngle(rate, distance);
     const double square = angle * angle;
     double x = series.x[seriesTerms - 1];
@@ -105,29 +105,46 @@ std::optional<PlanePoint> QuadraturePoint(const ClothoidStretch& stretch, double
     return PlanePoint{half * sum.x, half * sum.y};
 }
 
+/// Angle (rad) turned at a distance from the start of a stretch.
+double TurnAfter(const ClothoidStretch& stretch, double distance) noexcept {
+    return stretch.rate * distance * (stretch.start + stretch.sense * distance / 2);
+}
+
 }  // namespace
 
 double ClothoidAngle(double rate, double distance) noexcept { return rate * distance * distance / 2; }
 
-std::optional<LocalPoint> ClothoidPoint(const ClothoidStretch& stretch, double distance) noexcept {
-    const double end = stretch.start + stretch.sense * distance;
-    const double turn = stretch.rate * distance * (stretch.start + stretch.sense * distance / 2);
-    const double startAngle = ClothoidAngle(stretch.rate, stretch.start);
-    if (!(std::fabs(stretch.farAngle) <= tolerance::clothoidSeriesAngle)) {
-        if (!TermsStayBounded(startAngle) || !TermsStayBounded(ClothoidAngle(stretch.rate, end))) return std::nullopt;
-        const std::optional<PlanePoint> point = QuadraturePoint(stretch, distance);
-        if (!point) return std::nullopt;
-        return LocalPoint{point->x, point->y, turn};
-    }
-    const PlanePoint from = SeriesPoint(stretch.rate, stretch.start);
-    const PlanePoint to = SeriesPoint(stretch.rate, end);
-    const double dx = to.x - from.x;
-    const double dy = to.y - from.y;
-    const double cosine = std::cos(startAngle);
-    const double sine = std::sin(startAngle);
+bool HasSeries(const ClothoidStretch& stretch) noexcept {
+    return std::fabs(stretch.farAngle) <= tolerance::clothoidSeriesAngle;
+}
+
+ClothoidFrame FrameOf(const ClothoidStretch& stretch) noexcept {
+    const PlanePoint from = SeriesSum(stretch.rate, stretch.start);
+    const double angle = ClothoidAngle(stretch.rate, stretch.start);
+    return {stretch, from.x, from.y, {std::cos(angle), std::sin(angle)}};
+}
+
+LocalPoint SeriesPoint(const ClothoidFrame& frame, double distance) noexcept {
+    const ClothoidStretch& stretch = frame.stretch;
+    const PlanePoint to = SeriesSum(stretch.rate, stretch.start + stretch.sense * distance);
+    const double dx = to.x - frame.fromX;
+    const double dy = to.y - frame.fromY;
     // Travelled towards the origin the direction of travel is the reversed tangent; the mirror image keeps v positive
     // towards the side of the turn.
-    return LocalPoint{stretch.sense * (dx * cosine + dy * sine), dy * cosine - dx * sine, turn};
+    return {stretch.sense * (dx * frame.tangent.cosine + dy * frame.tangent.sine),
+            dy * frame.tangent.cosine - dx * frame.tangent.sine, TurnAfter(stretch, distance)};
+}
+
+std::optional<LocalPoint> ClothoidPoint(const ClothoidStretch& stretch, double distance) noexcept {
+    if (HasSeries(stretch)) return SeriesPoint(FrameOf(stretch), distance);
+    const double end = stretch.start + stretch.sense * distance;
+    if (!TermsStayBounded(ClothoidAngle(stretch.rate, stretch.start)) ||
+        !TermsStayBounded(ClothoidAngle(stretch.rate, end))) {
+        return std::nullopt;
+    }
+    const std::optional<PlanePoint> point = QuadraturePoint(stretch, distance);
+    if (!point) return std::nullopt;
+    return LocalPoint{point->x, point->y, TurnAfter(stretch, distance)};
 }
 
 }  // namespace kesto

@@ -3,6 +3,8 @@
 
 #include <optional>
 
+#include "core/element_frames.hpp"
+
 namespace kesto {
 
 /// Point in the frame of the tangent where a curve begins.
@@ -12,16 +14,17 @@ struct LocalPoint {
     double turn = 0;  // rad, angle turned so far
 };
 
-/// A stretch of a clothoid as an element travels it.
-struct ClothoidStretch {
-    double rate;      // 1/m2: curvature rate k of the clothoid
-    double start;     // m: distance of the stretch's start from the clothoid's origin, along the clothoid
-    double sense;     // +1 travelled away from the origin (curvature grows), -1 towards it
-    double farAngle;  // rad: tangent angle at the end farther from the origin
-};
-
 /// Tangent angle of a clothoid at distance l from its origin: k l^2 / 2 (rad).
 double ClothoidAngle(double rate, double distance) noexcept;
+
+/// Whether the points of a stretch come from the series.
+bool HasSeries(const ClothoidStretch& stretch) noexcept;
+
+/// What the series need at the start of a stretch.
+ClothoidFrame FrameOf(const ClothoidStretch& stretch) noexcept;
+
+/// Point at a distance s (m), signed, from the start of a stretch that HasSeries(), by the series.
+LocalPoint SeriesPoint(const ClothoidFrame& frame, double distance) noexcept;
 
 /// Point of a clothoid stretch at a distance from its start (Fresnel integrals).
 ///

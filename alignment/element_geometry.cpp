@@ -17,8 +17,19 @@ LocalPoint ArcPoint(double radius, double distance) noexcept {
     return {radius * std::sin(turn), 2 * radius * half * half, turn};  // R (1 - cos) would cancel on flat arcs
 }
 
-/// The clothoid that a spiral is cut from (route surveying, compound transitions): k from the radii at both ends, and
-/// where on it the spiral begins. Nothing for equal radii.
+/// Azimuth after a turn, brought back to the circle by one subtraction: exactly 360 stays 360.
+double TurnedAzimuth(double azimuth, double turn) noexcept {
+    double turned = azimuth + ToDegrees(turn);
+    if (turned > fullCircle) turned -= fullCircle;
+    if (std::fabs(turned) < tolerance::azimuth) turned = 0;
+    if (turned < 0) turned += fullCircle;
+    return turned;
+}
+
+}  // namespace
+
+bool IsInfiniteRadius(double radius) noexcept { return radius < tolerance::infiniteRadius; }
+
 std::optional<ClothoidStretch> StretchOf(const Element& spiral) noexcept {
     const double startRadius = spiral.startRadius;
     const double endRadius = spiral.endRadius;
@@ -40,27 +51,20 @@ std::optional<ClothoidStretch> StretchOf(const Element& spiral) noexcept {
     return std::nullopt;
 }
 
-/// Azimuth after a turn, brought back to the circle by one subtraction: exactly 360 stays 360.
-double TurnedAzimuth(double azimuth, double turn) noexcept {
-    double turned = azimuth + ToDegrees(turn);
-    if (turned > fullCircle) turned -= fullCircle;
-    if (std::fabs(turned) < tolerance::azimuth) turned = 0;
-    if (turned < 0) turned += fullCircle;
-    return turned;
+Heading HeadingOf(double azimuth) noexcept {
+    return {std::cos(ToRadians(azimuth)), std::sin(ToRadians(azimuth))};
 }
 
-Position Place(const Element& element, const LocalPoint& local) noexcept {
-    const double v = TurnsLeft(element) ? -local.v : local.v;
-    const double turn = TurnsLeft(element) ? -local.turn : local.turn;
-    const double cosine = std::cos(ToRadians(element.startAzimuth));
-    const double sine = std::sin(ToRadians(element.startAzimuth));
-    return {element.startX + local.u * cosine - v * sine, element.startY + local.u * sine + v * cosine,
-            TurnedAzimuth(element.startAzimuth, turn)};
+StartFrame FrameOf(const Element& element) noexcept {
+    return {element.startX, element.startY, element.startAzimuth, HeadingOf(element.startAzimuth), TurnsLeft(element)};
 }
 
-}  // namespace
-
-bool IsInfiniteRadius(double radius) noexcept { return radius < tolerance::infiniteRadius; }
+Position PlaceOn(const StartFrame& start, const LocalPoint& local) noexcept {
+    const double v = start.left ? -local.v : local.v;
+    const double turn = start.left ? -local.turn : local.turn;
+    return {start.x + local.u * start.heading.cosine - v * start.heading.sine,
+            start.y + local.u * start.heading.sine + v * start.heading.cosine, TurnedAzimuth(start.azimuth, turn)};
+}
 
 std::optional<LocalPoint> EvaluateLocal(const Element& element, double distance) noexcept {
     if (IsType(element, ElementType::Spiral)) {
@@ -86,7 +90,7 @@ Result<Position> Evaluate(const Element& element, double distance) noexcept {
         if (!pointLike) {
             const std::optional<LocalPoint> local = EvaluateLocal(element, distance);
             if (!local) return Fail(KESTO_ELEMENT_NOT_EVALUABLE);
-            position = Place(element, *local);
+            position = PlaceOn(FrameOf(element), *local);
         }
     }
     if (!std::isfinite(position.x) || !std::isfinite(position.y) || !std::isfinite(position.azimuth)) {

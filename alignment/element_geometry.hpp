@@ -4,6 +4,7 @@
 #include <optional>
 
 #include "alignment/clothoid.hpp"
+#include "core/element_frames.hpp"
 #include "core/result.hpp"
 #include "core/road_design.hpp"
 
@@ -30,6 +31,20 @@ bool IsInfiniteRadius(double radius) noexcept;
 
 /// Stake mileage at the end of an element (m).
 inline double EndMileage(const Element& element) noexcept { return element.startMileage + element.length; }
+
+/// The clothoid that a spiral is cut from (route surveying, compound transitions): k from the radii at both ends, and
+/// where on it the spiral begins.
+/// @return nothing for equal or two infinite radii
+std::optional<ClothoidStretch> StretchOf(const Element& spiral) noexcept;
+
+/// The direction of an azimuth (degrees).
+Heading HeadingOf(double azimuth) noexcept;
+
+/// Where an element begins and which way it turns.
+StartFrame FrameOf(const Element& element) noexcept;
+
+/// The position of a local point of an element.
+Position PlaceOn(const StartFrame& start, const LocalPoint& local) noexcept;
 
 /// Point of an element in the frame of its start tangent, v towards the side of the turn.
 /// @param distance m, signed; not held against the element's length

@@ -4,14 +4,13 @@
 #include <limits>
 
 #include "alignment/chain_builder.hpp"
+#include "alignment/inverse_index.hpp"
 #include "alignment/position.hpp"
 #include "core/tolerances.hpp"
 
 namespace kesto {
 
 namespace {
-
-inline constexpr double farAway = 1e30;  // m: farther than any candidate
 
 /// One end of the stretch that is searched.
 struct Limit {
@@ -36,39 +35,6 @@ double DistanceTo(RoadDesign& road, const Limit& limit, Point point) noexcept {
     return place ? Distance({place->x, place->y}, point) : std::numeric_limits<double>::infinity();
 }
 
-/// The best place met so far.
-struct Candidate {
-    double mileage = 0;       // m, stake mileage
-    double offset = farAway;  // m
-    double continuous = 0;    // m
-    bool found = false;
-};
-
-/// Where an element sees the point: at its foot, or else at its start point with the plain distance.
-Candidate CandidateOf(const Element& element, double running, Point point) noexcept {
-    if (const std::optional<Foot> foot = Project(element, point)) {
-        return {element.startMileage + foot->along, foot->offset, running + foot->along, true};
-    }
-    return {element.startMileage, Distance({element.startX, element.startY}, point), running, true};
-}
-
-/// The nearest place between the limits; of equal ones the last along the road.
-Candidate WalkElements(const RoadDesign& road, Point point, double lower, double upper) noexcept {
-    Candidate best;
-    double running = road.settings.startMileage;
-    for (std::int32_t i = 1; i < road.elements.Count(); ++i) {
-        running += std::fabs(road.elements[i - 1].length);
-        const Candidate candidate = CandidateOf(road.elements[i], running, point);
-        const double distance = std::fabs(candidate.offset);
-        const double bestDistance = std::fabs(best.offset);
-        if (bestDistance < tolerance::onTheLine && distance > bestDistance) break;
-        if (lower <= candidate.continuous && candidate.continuous <= upper && distance <= bestDistance) {
-            best = candidate;
-        }
-    }
-    return best;
-}
-
 /// No element admits the point: how far it is from the limit that was given instead.
 Failure NoFoot(const Located& limit) noexcept {
     Failure failure = FailValue(KESTO_NO_FOOT, limit.offset);
@@ -78,7 +44,7 @@ Failure NoFoot(const Located& limit) noexcept {
 
 Outcome Search(RoadDesign& road, Point point, const Limit& lower, const Limit& upper,
                std::optional<Located>& located) noexcept {
-    const Candidate best = WalkElements(road, point, lower.continuous, upper.continuous);
+    const Candidate best = NearestOnRoad(road, point, {lower.continuous, upper.continuous});
     const double toLower = DistanceTo(road, lower, point);
     const double toUpper = DistanceTo(road, upper, point);
     // Lopsided on purpose: the upper limit wins ties against the best element, which wins ties against the lower limit.
@@ -87,14 +53,14 @@ Outcome Search(RoadDesign& road, Point point, const Limit& lower, const Limit& u
         result = {upper.stake, toUpper};
     } else if (toLower < std::fabs(best.offset)) {
         result = {lower.stake, toLower};
-    } else if (best.found) {
+    } else if (best.element >= 0) {
         result = {{best.mileage, StakeMileageAt(road, best.continuous).occurrence}, best.offset};
     } else {
         return Fail(KESTO_NO_FOOT);
     }
     if (!std::isfinite(result.stake.mileage) || !std::isfinite(result.offset)) return Fail(KESTO_RESULT_NOT_FINITE);
     located = result;
-    if (!best.found || result.stake.occurrence == noOccurrence) return NoFoot(result);
+    if (best.element < 0 || result.stake.occurrence == noOccurrence) return NoFoot(result);
     return {};
 }
 

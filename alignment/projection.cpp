@@ -1,9 +1,7 @@
 #include "alignment/projection.hpp"
 
 #include <cmath>
-#include <numbers>
 
-#include "alignment/element_geometry.hpp"
 #include "core/angles.hpp"
 #include "core/tolerances.hpp"
 
@@ -17,33 +15,23 @@ double DirectionTo(Point from, Point to) noexcept {
     return degrees < 0 ? degrees + fullCircle : degrees;
 }
 
-bool IsAtStart(const Element& element, Point point) noexcept {
-    return std::fabs(point.y - element.startY) + std::fabs(point.x - element.startX) < tolerance::startPoint;
-}
-
-Point StartOf(const Element& element) noexcept { return {element.startX, element.startY}; }
-
-bool IsWithin(const Element& element, double along) noexcept { return along >= 0 && along <= element.length; }
+bool IsWithin(const FootFrame& frame, double along) noexcept { return along >= 0 && along <= frame.length; }
 
 /// One end, or the middle, of the bracket around a spiral's foot.
 struct Probe {
     double along;  // m from the element's start
     Position place;
+    Heading heading;  // of the tangent
     double distance;  // m: from here to the point, times the length of the direction vector
     double angle;     // rad: between the tangent and the vector to the point, in single precision
 };
 
-inline constexpr double rightAngle = std::numbers::pi / 2;  // rad
 inline constexpr int mostHalvings = 100;
 
 Probe MakeProbe(double along, const Position& place, Point point) noexcept {
-    const double cosine = std::cos(ToRadians(place.azimuth));
-    const double sine = std::sin(ToRadians(place.azimuth));
-    const double dx = point.x - place.x;
-    const double dy = point.y - place.y;
-    const double norm = std::sqrt(dx * dx + dy * dy) * std::sqrt(cosine * cosine + sine * sine);
-    const auto quotient = static_cast<float>((dx * cosine + dy * sine) / norm);
-    return {along, place, norm, static_cast<double>(std::acos(quotient))};
+    const Heading heading = HeadingOf(place.azimuth);
+    const Look look = LookFrom({place.x, place.y}, heading, LengthOf(heading), point);
+    return {along, place, heading, look.distance, static_cast<double>(std::acos(look.cosine))};
 }
 
 bool IsAtPoint(const Probe& probe) noexcept { return probe.distance < tolerance::footDistance; }
@@ -90,12 +78,37 @@ double Distance(Point one, Point other) noexcept {
     return std::sqrt(dx * dx + dy * dy);
 }
 
-std::optional<Foot> ProjectOnLine(const Element& line, Point point) noexcept {
-    if (IsAtStart(line, point)) return Foot{};
-    const Result<Position> end = Evaluate(line, line.length);
-    if (!end) return std::nullopt;
-    const Point start = StartOf(line);
-    double angle = DirectionTo(start, point) - DirectionTo(start, {end->x, end->y});
+bool IsAtStart(Point start, Point point) noexcept {
+    return std::fabs(point.y - start.y) + std::fabs(point.x - start.x) < tolerance::startPoint;
+}
+
+FootFrame LineFrameOf(const Element& line, const Position& end) noexcept {
+    FootFrame frame;
+    frame.x = line.startX;
+    frame.y = line.startY;
+    frame.length = line.length;
+    frame.direction = DirectionTo({frame.x, frame.y}, {end.x, end.y});
+    return frame;
+}
+
+FootFrame ArcFrameOf(const Element& arc) noexcept {
+    const double azimuth = ToRadians(arc.startAzimuth);
+    const double toCentre = TurnsLeft(arc) ? arc.startRadius : -arc.startRadius;
+    FootFrame frame;
+    frame.x = arc.startX;
+    frame.y = arc.startY;
+    frame.length = arc.length;
+    frame.centreX = frame.x + toCentre * std::sin(azimuth);
+    frame.centreY = frame.y - toCentre * std::cos(azimuth);
+    frame.radius = arc.startRadius;
+    frame.left = TurnsLeft(arc);
+    frame.direction = DirectionTo({frame.centreX, frame.centreY}, {frame.x, frame.y});
+    return frame;
+}
+
+std::optional<Foot> FootOnLine(const FootFrame& line, Point point) noexcept {
+    const Point start{line.x, line.y};
+    double angle = DirectionTo(start, point) - line.direction;
     if (angle <= 0) angle += fullCircle;
     const double distance = Distance(start, point);
     const Foot foot{distance * std::cos(ToRadians(angle)), distance * std::sin(ToRadians(angle))};
@@ -103,33 +116,53 @@ std::optional<Foot> ProjectOnLine(const Element& line, Point point) noexcept {
     return foot;
 }
 
-std::optional<Foot> ProjectOnArc(const Element& arc, Point point) noexcept {
-    if (IsAtStart(arc, point)) return Foot{};
-    const double azimuth = ToRadians(arc.startAzimuth);
-    const double toCentre = TurnsLeft(arc) ? arc.startRadius : -arc.startRadius;
-    const Point start = StartOf(arc);
-    const Point centre{start.x + toCentre * std::sin(azimuth), start.y - toCentre * std::cos(azimuth)};
-    if (!Evaluate(arc, arc.length)) return std::nullopt;
-    const double fromStart = DirectionTo(centre, start);
+std::optional<Foot> FootOnArc(const FootFrame& arc, Point point) noexcept {
+    const Point centre{arc.centreX, arc.centreY};
     const double toPoint = DirectionTo(centre, point);
-    double swept = TurnsLeft(arc) ? fromStart - toPoint : toPoint - fromStart;
+    double swept = arc.left ? arc.direction - toPoint : toPoint - arc.direction;
     if (swept <= 0) swept += fullCircle;
-    const double outside = Distance(centre, point) - arc.startRadius;
-    const Foot foot{arc.startRadius * ToRadians(swept), TurnsLeft(arc) ? outside : -outside};
+    const double outside = Distance(centre, point) - arc.radius;
+    const Foot foot{arc.radius * ToRadians(swept), arc.left ? outside : -outside};
     if (!IsWithin(arc, foot.along)) return std::nullopt;
     return foot;
 }
 
+double LengthOf(const Heading& heading) noexcept {
+    return std::sqrt(heading.cosine * heading.cosine + heading.sine * heading.sine);
+}
+
+Look LookFrom(Point place, const Heading& heading, double headingLength, Point point) noexcept {
+    const double dx = point.x - place.x;
+    const double dy = point.y - place.y;
+    const double ahead = dx * heading.cosine + dy * heading.sine;
+    const double distance = std::sqrt(dx * dx + dy * dy) * headingLength;
+    return {ahead, distance, static_cast<float>(ahead / distance)};
+}
+
+Foot FootAt(double along, Point place, const Heading& heading, Point point) noexcept {
+    const double distance = Distance(place, point);
+    const bool isLeft = heading.cosine * (point.y - place.y) - heading.sine * (point.x - place.x) < 0;
+    return {along, isLeft ? -distance : distance};
+}
+
+std::optional<Foot> ProjectOnLine(const Element& line, Point point) noexcept {
+    if (IsAtStart(StartOf(line), point)) return Foot{};
+    const Result<Position> end = Evaluate(line, line.length);
+    if (!end) return std::nullopt;
+    return FootOnLine(LineFrameOf(line, *end), point);
+}
+
+std::optional<Foot> ProjectOnArc(const Element& arc, Point point) noexcept {
+    if (IsAtStart(StartOf(arc), point)) return Foot{};
+    if (!Evaluate(arc, arc.length)) return std::nullopt;
+    return FootOnArc(ArcFrameOf(arc), point);
+}
+
 std::optional<Foot> ProjectOnSpiral(const Element& spiral, Point point) noexcept {
-    if (IsAtStart(spiral, point)) return Foot{};
+    if (IsAtStart(StartOf(spiral), point)) return Foot{};
     const std::optional<Probe> square = FindSquare(spiral, point);
     if (!square) return std::nullopt;
-    const Position& place = square->place;
-    const double distance = Distance({place.x, place.y}, point);
-    const double cosine = std::cos(ToRadians(place.azimuth));
-    const double sine = std::sin(ToRadians(place.azimuth));
-    const bool isLeft = cosine * (point.y - place.y) - sine * (point.x - place.x) < 0;
-    return Foot{square->along, isLeft ? -distance : distance};
+    return FootAt(square->along, {square->place.x, square->place.y}, square->heading, point);
 }
 
 std::optional<Foot> Project(const Element& element, Point point) noexcept {

@@ -28,6 +28,7 @@ void Clear(RoadDesign& road) {
     road.sections.mileageIndex.clear();
     road.totalLength = 0;
     road.chainIndex = ChainIndex{};
+    road.inverseIndex = InverseIndex{};
     road.profileCache = ProfileCache{};
     road.lastFailure.reset();
 }

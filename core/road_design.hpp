@@ -11,6 +11,7 @@
 
 #include "core/chain_index.hpp"
 #include "core/counted_list.hpp"
+#include "core/inverse_index.hpp"
 #include "core/profile_cache.hpp"
 #include "kesto_road/kesto_road.h"
 
@@ -68,6 +69,7 @@ struct RoadDesign {
     // Derived
     double totalLength = 0;              // m: sum of the absolute element lengths; below 1e-7: the chain is not built
     kesto::ChainIndex chainIndex;        // valid while its key equals the chain's
+    kesto::InverseIndex inverseIndex;    // valid while its key equals the chain's
     kesto::ProfileCache profileCache;    // valid while its key equals the profile's
     std::optional<Failure> lastFailure;  // kept by the boundary guard
 };

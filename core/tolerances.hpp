@@ -36,6 +36,13 @@ inline constexpr double rightAngle = 1e-7;    // rad: how close to a right angle
 inline constexpr double footDistance = 1e-7;  // m: a point this near to a bracket end lies on it
 inline constexpr double onTheLine = 1e-7;     // m: a foot this near ends the search
 
+// Index of the inverse projection: beyond these sizes its bounds prove nothing, and the search walks
+inline constexpr double indexSlack = 1e-3;      // m: how much bounds of distances give way, far above any rounding
+inline constexpr double indexCoordinate = 1e8;  // m: largest coordinate
+inline constexpr double indexLength = 1e7;      // m: longest element
+inline constexpr double indexRadius = 1e10;     // m: largest radius
+inline constexpr double indexAzimuth = 1e5;     // degrees: largest azimuth
+
 // Stake list
 inline constexpr double stakePoint = 1e-7;      // m: a stake this near, in x and in y, to the one before is the same
 inline constexpr double matchingPoint = 1e-10;  // m: a point this near, in x and in y, is the stake's own

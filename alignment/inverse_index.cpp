@@ -1,0 +1,242 @@
+#include "alignment/inverse_index.hpp"
+
+#include <algorithm>
+#include <cmath>
+#include <limits>
+#include <new>
+
+#include "core/angles.hpp"
+#include "core/tolerances.hpp"
+
+namespace kesto {
+
+namespace {
+
+using Kind = ElementSight::Kind;
+
+/// An axis-parallel box around points (m).
+struct Box {
+    double lowX = std::numeric_limits<double>::infinity();
+    double lowY = std::numeric_limits<double>::infinity();
+    double highX = -std::numeric_limits<double>::infinity();
+    double highY = -std::numeric_limits<double>::infinity();
+
+    void Take(double x, double y) noexcept {
+        lowX = std::min(lowX, x);
+        lowY = std::min(lowY, y);
+        highX = std::max(highX, x);
+        highY = std::max(highY, y);
+    }
+    void Grow(double by) noexcept {
+        lowX -= by;
+        lowY -= by;
+        highX += by;
+        highY += by;
+    }
+};
+
+bool IsUpTo(double number, double most) noexcept { return std::fabs(number) <= most; }
+
+/// Whether the bounds hold for an element: every number that its projection reads is finite and of a usual size.
+bool IsUsual(const Element& element) noexcept {
+    const bool radii = IsType(element, ElementType::Straight) ||
+                       (IsUpTo(element.startRadius, tolerance::indexRadius) &&
+                        (IsType(element, ElementType::Arc) || IsUpTo(element.endRadius, tolerance::indexRadius)));
+    return IsUpTo(element.startX, tolerance::indexCoordinate) && IsUpTo(element.startY, tolerance::indexCoordinate) &&
+           IsUpTo(element.startAzimuth, tolerance::indexAzimuth) && IsUpTo(element.length, tolerance::indexLength) &&
+           radii;
+}
+
+Heading Towards(double dx, double dy, double length) noexcept {
+    if (!(length > 0)) return {};
+    return {dx / length, dy / length};
+}
+
+/// A straight that can have a foot, and its box.
+void SeeStraight(const Element& element, const Position& end, ElementSight& sight, Box& box) noexcept {
+    sight.kind = Kind::Straight;
+    sight.frame = LineFrameOf(element, end);
+    const double dx = end.x - element.startX;
+    const double dy = end.y - element.startY;
+    sight.toEnd = Towards(dx, dy, std::sqrt(dx * dx + dy * dy));
+    box.Take(end.x, end.y);
+}
+
+/// An arc that can have a foot: its box reaches to its ends and to the sides of its circle that it passes.
+void SeeArc(const Element& element, const Position& end, ElementSight& sight, Box& box) noexcept {
+    constexpr double quarter = fullCircle / 4;
+    sight.kind = Kind::Arc;
+    const FootFrame& arc = sight.frame = ArcFrameOf(element);
+    sight.toEnd = Towards(end.x - arc.centreX, end.y - arc.centreY, arc.radius);
+    const double swept = std::min(ToDegrees(arc.length / arc.radius), fullCircle);
+    sight.isShortArc = swept < fullCircle / 2;
+    const double from = arc.left ? arc.direction - swept : arc.direction;
+    box.Take(end.x, end.y);
+    for (auto side = static_cast<int>(std::ceil(from / quarter)); side * quarter <= from + swept; ++side) {
+        const double reach = (side & 2) == 0 ? arc.radius : -arc.radius;  // 0: +x, 1: +y, 2: -x, 3: -y
+        const bool alongX = (side & 1) == 0;
+        box.Take(arc.centreX + (alongX ? reach : 0), arc.centreY + (alongX ? 0 : reach));
+    }
+}
+
+/// Curvature of the end of a spiral (1/m).
+double CurvatureOf(double radius) noexcept { return IsInfiniteRadius(radius) ? 0 : 1 / radius; }
+
+/// A spiral that can have a foot. It lies off its chord by at most an eighth of curvature times length squared, and
+/// where it turns little, to one side of it.
+void SeeSpiral(const Element& element, const ClothoidStretch& stretch, const Position& end, ElementSight& sight,
+               SpiralSight& spiral, Box& box) noexcept {
+    constexpr double littleTurn = 1.5;  // rad
+    sight.kind = Kind::Spiral;
+    sight.frame.left = TurnsLeft(element);
+    spiral.start = FrameOf(element);
+    spiral.hasSeries = HasSeries(stretch);
+    if (spiral.hasSeries) spiral.clothoid = FrameOf(stretch);
+    spiral.endX = end.x;
+    spiral.endY = end.y;
+    spiral.endHeading = HeadingOf(end.azimuth);
+    spiral.startHeadingLength = LengthOf(spiral.start.heading);
+    spiral.endHeadingLength = LengthOf(spiral.endHeading);
+    const double length = std::fabs(element.length);
+    spiral.curvature = std::max(CurvatureOf(element.startRadius), CurvatureOf(element.endRadius));
+    spiral.sagitta = std::min(spiral.curvature * length * length / 8, length);
+    box.Take(end.x, end.y);
+    if (!(element.length > 0 && spiral.curvature * length < littleTurn)) return box.Grow(spiral.sagitta);
+    const double dx = end.x - element.startX;
+    const double dy = end.y - element.startY;
+    const Heading chord = Towards(dx, dy, std::sqrt(dx * dx + dy * dy));
+    const double aside = TurnsLeft(element) ? spiral.sagitta : -spiral.sagitta;  // away from the centre of the turn
+    box.Take(element.startX - aside * chord.sine, element.startY + aside * chord.cosine);
+    box.Take(end.x - aside * chord.sine, end.y + aside * chord.cosine);
+}
+
+/// How an element is seen, and the box around all feet that it can have and its start point.
+Box See(const Element& element, ElementSight& sight, InverseIndex& index) {
+    Box box;
+    box.Take(element.startX, element.startY);
+    const bool isSpiral = IsType(element, ElementType::Spiral);
+    const bool isLine = IsType(element, ElementType::Straight) ||
+                        (IsType(element, ElementType::Arc) && IsInfiniteRadius(element.startRadius));
+    const bool isArc = IsType(element, ElementType::Arc) && !isLine;
+    sight.frame.x = element.startX;
+    sight.frame.y = element.startY;
+    sight.frame.length = element.length;
+    // Feet of straights and arcs lie between 0 and the length; a spiral without a curve stays at its start point.
+    if (!(isLine || isArc || isSpiral) || (!isSpiral && !(element.length > 0))) return box;
+    const std::optional<ClothoidStretch> stretch = isSpiral ? StretchOf(element) : std::nullopt;
+    if (isSpiral && !stretch) return box;
+    const Result<Position> end = Evaluate(element, element.length);
+    if (!end) return box;
+    if (isLine) SeeStraight(element, *end, sight, box);
+    if (isArc) SeeArc(element, *end, sight, box);
+    if (isSpiral) {
+        sight.spiral = static_cast<std::int32_t>(index.spirals.size());
+        SeeSpiral(element, *stretch, *end, sight, index.spirals.emplace_back(), box);
+        if (element.length < 0) index.ordered = false;
+    }
+    return box;
+}
+
+// Outwards by more than the rounding to single precision.
+float Below(double number) noexcept {
+    const auto rounded = static_cast<float>(number);
+    return rounded - std::fabs(rounded) * std::numeric_limits<float>::epsilon();
+}
+float Above(double number) noexcept { return -Below(-number); }
+
+BoxNode EmptyNode() noexcept {
+    constexpr float infinity = std::numeric_limits<float>::infinity();
+    BoxNode node;
+    node.lowX.fill(infinity);
+    node.lowY.fill(infinity);
+    node.highX.fill(-infinity);
+    node.highY.fill(-infinity);
+    return node;
+}
+
+/// The box around a node, as a lane of the node above.
+void TakeNode(BoxNode& above, std::size_t lane, const BoxNode& node) noexcept {
+    above.lowX[lane] = *std::min_element(node.lowX.begin(), node.lowX.end());
+    above.lowY[lane] = *std::min_element(node.lowY.begin(), node.lowY.end());
+    above.highX[lane] = *std::max_element(node.highX.begin(), node.highX.end());
+    above.highY[lane] = *std::max_element(node.highY.begin(), node.highY.end());
+}
+
+/// Levels above the boxes of the elements, until one node is left.
+void StackLevels(InverseIndex& index) {
+    std::size_t first = 0;
+    while (index.nodes.size() - first > 1) {
+        const std::size_t end = index.nodes.size();
+        index.levels.push_back(static_cast<std::int32_t>(end));
+        for (std::size_t at = first; at < end; ++at) {
+            const std::size_t lane = (at - first) % boxLanes;
+            if (lane == 0) index.nodes.push_back(EmptyNode());
+            TakeNode(index.nodes.back(), lane, index.nodes[at]);
+        }
+        first = end;
+    }
+}
+
+/// @return false where an element is not usual
+bool Fill(const RoadDesign& road, InverseIndex& index) {
+    const std::span<const Element> elements = road.elements.Records();
+    index.ordered = true;
+    index.last = 1;
+    index.nodes.clear();
+    index.levels.assign(1, 0);
+    index.spirals.clear();
+    index.elements.assign(elements.size(), ElementSight{});
+    if (elements.size() < 2) return false;
+    index.originX = elements[1].startX;
+    index.originY = elements[1].startY;
+    index.nodes.reserve(elements.size() / (boxLanes - 1) + static_cast<std::size_t>(boxLanes));
+    index.nodes.push_back(EmptyNode());
+    double running = road.settings.startMileage + std::fabs(elements[0].length);
+    for (std::size_t i = 1; i < elements.size(); ++i) {
+        if (!IsUsual(elements[i])) return false;
+        ElementSight& sight = index.elements[i];
+        sight.running = running;
+        running += std::fabs(elements[i].length);
+        Box box = See(elements[i], sight, index);
+        box.Grow(tolerance::indexSlack);
+        const std::size_t lane = i % boxLanes;
+        if (lane == 0) index.nodes.push_back(EmptyNode());
+        BoxNode& node = index.nodes.back();
+        node.lowX[lane] = Below(box.lowX - index.originX);
+        node.lowY[lane] = Below(box.lowY - index.originY);
+        node.highX[lane] = Above(box.highX - index.originX);
+        node.highY[lane] = Above(box.highY - index.originY);
+    }
+    if (!std::isfinite(running)) return false;
+    StackLevels(index);
+    return true;
+}
+
+}  // namespace
+
+InverseIndex& CurrentInverseIndex(RoadDesign& road) noexcept {
+    InverseIndex& index = road.inverseIndex;
+    const InverseIndex::Key now{road.elements.Revision(), road.settings.startMileage};
+    if (!(index.key == now)) {
+        try {
+            index.usable = Fill(road, index);
+        } catch (const std::bad_alloc&) {
+            index.usable = false;
+        }
+        index.key = now;
+    }
+    return index;
+}
+
+Candidate NearestOnRoad(RoadDesign& road, Point point, const Stretch& stretch) noexcept {
+    InverseIndex& index = CurrentInverseIndex(road);
+    if (index.usable) {
+        if (const std::optional<Candidate> found = SearchIndex(road, index, point, stretch)) {
+            if (found->element >= 0) index.last = found->element;
+            return *found;
+        }
+    }
+    return WalkElements(road, point, stretch);
+}
+
+}  // namespace kesto

@@ -1,0 +1,21 @@
+/// The nearest place of the road by an index of boxes: the result of WalkElements(), to the bit, without the walk.
+#pragma once
+
+#include "alignment/element_walk.hpp"
+#include "core/road_design.hpp"
+
+namespace kesto {
+
+/// The index of the chain as it stands, built anew when an edit or a rebuild has passed since. It is not usable where
+/// memory runs out, a record is not finite or beyond the sizes that the bounds allow for.
+InverseIndex& CurrentInverseIndex(RoadDesign& road) noexcept;
+
+/// The nearest place on the stretch as the index tells it.
+/// @return nothing where it cannot tell: the point is too far away, or too many elements are about equally near
+std::optional<Candidate> SearchIndex(const RoadDesign& road, const InverseIndex& index, Point point,
+                                     const Stretch& stretch) noexcept;
+
+/// The nearest place on the stretch: by the index where it can tell, else by the walk.
+Candidate NearestOnRoad(RoadDesign& road, Point point, const Stretch& stretch) noexcept;
+
+}  // namespace kesto

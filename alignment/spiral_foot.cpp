@@ -1,0 +1,203 @@
+#include "alignment/spiral_foot.hpp"
+
+#include <array>
+#include <cmath>
+#include <cstddef>
+
+#include "core/tolerances.hpp"
+
+namespace kesto {
+
+namespace {
+
+/// The angle between the tangent and the vector to the point, less a right angle (rad) - or, where the cosine is far
+/// enough from 0 to leave no doubt, just a number of its sign that is not small.
+double AngleExcess(float cosine) noexcept {
+    constexpr float doubtful = 4e-7F;  // the angles that count as right ones end at a cosine of 1.4e-7
+    if (cosine > doubtful) return -1;
+    if (cosine < -doubtful) return 1;
+    return static_cast<double>(std::acos(cosine)) - rightAngle;
+}
+
+bool IsAtPoint(const Look& look) noexcept { return look.distance < tolerance::footDistance; }
+
+bool IsSquare(double excess) noexcept { return std::fabs(excess) < tolerance::rightAngle; }
+
+/// A stretch of the spiral around its foot: before it the point certainly lies ahead of the tangent's normal, behind
+/// it certainly behind, too far from it for a right angle.
+struct Neighbourhood {
+    double along;      // m from the spiral's start
+    double halfWidth;  // m
+};
+
+/// The point in the clothoid's own frame, seen from a place at distance l from its origin.
+struct ClothoidLook {
+    double ahead;    // m: along the tangent of growing l
+    double towards;  // m: towards the centre of curvature
+};
+
+inline constexpr std::size_t shortTerms = 6;  // of the series, for tangent angles up to 0.7 rad: 3e-11
+
+/// Coefficients of the sine and cosine series.
+struct TurnSeries {
+    std::array<double, shortTerms> cosine{};  // (-1)^n / (2n)!
+    std::array<double, shortTerms> sine{};    // (-1)^n / (2n + 1)!
+};
+
+constexpr TurnSeries MakeTurnSeries() {
+    TurnSeries table;
+    double factor = 1;
+    for (std::size_t n = 0; n < shortTerms; ++n) {
+        const auto order = static_cast<double>(n);
+        table.cosine[n] = factor;
+        table.sine[n] = factor / (2 * order + 1);
+        factor /= -(2 * order + 1) * (2 * order + 2);
+    }
+    return table;
+}
+
+constexpr TurnSeries turnSeries = MakeTurnSeries();
+
+/// The clothoid's point and tangent at distance l, both as short series: the point's are the tangent's, integrated.
+ClothoidLook LookFromClothoid(double rate, double l, double x, double y) noexcept {
+    const double angle = rate * l * l / 2;
+    const double square = angle * angle;
+    double alongX = 0;
+    double alongY = 0;
+    double cosine = 0;
+    double sine = 0;
+    for (std::size_t n = shortTerms; n-- > 0;) {
+        const auto order = static_cast<double>(n);
+        alongX = alongX * square + turnSeries.cosine[n] / (4 * order + 1);
+        alongY = alongY * square + turnSeries.sine[n] / (4 * order + 3);
+        cosine = cosine * square + turnSeries.cosine[n];
+        sine = sine * square + turnSeries.sine[n];
+    }
+    const double dx = x - l * alongX;
+    const double dy = y - l * angle * alongY;
+    return {dx * cosine + dy * angle * sine, dy * cosine - dx * angle * sine};
+}
+
+/// The neighbourhood of the foot by Newton's method on g(s), how far the point lies ahead of the place s, with
+/// g' = -(1 - curvature x distance towards the centre).
+/// @return nothing where g may fall less than 0.1 a metre somewhere on the spiral, or the iteration does not settle
+std::optional<Neighbourhood> FindNeighbourhood(const SpiralSight& spiral, double length, const EndLooks& looks,
+                                               Point point) noexcept {
+    constexpr int mostSteps = 5;
+    constexpr double settled = 2e-4;      // m: a step after which one more changes nothing that counts
+    constexpr double leastSlope = 0.1;
+    constexpr double noRightAngle = 4.5e-7;  // a larger cosine is never that of a right angle
+    constexpr double rounding = 5e-7;        // m: of the points and of what counts as the point itself
+    const ClothoidStretch& stretch = spiral.clothoid.stretch;
+    const Heading& heading = spiral.start.heading;
+    const Heading& tangent = spiral.clothoid.tangent;
+    const double dx = point.x - spiral.start.x;
+    const double dy = point.y - spiral.start.y;
+    const double u = stretch.sense * (dx * heading.cosine + dy * heading.sine);
+    const double right = dy * heading.cosine - dx * heading.sine;
+    const double v = spiral.start.left ? -right : right;
+    const double x = spiral.clothoid.fromX + u * tangent.cosine - v * tangent.sine;
+    const double y = spiral.clothoid.fromY + u * tangent.sine + v * tangent.cosine;
+
+    double along = length * looks.start.ahead / (looks.start.ahead - looks.end.ahead);
+    double step = 0;
+    double towards = 0;
+    for (int steps = 0;; ++steps) {
+        if (steps == mostSteps) return std::nullopt;
+        const double l = stretch.start + stretch.sense * along;
+        const ClothoidLook look = LookFromClothoid(stretch.rate, l, x, y);
+        step = stretch.sense * look.ahead / (1 - stretch.rate * l * look.towards);
+        towards = look.towards;
+        along += step;
+        if (!(along >= 0 && along <= length)) return std::nullopt;
+        if (std::fabs(step) < settled) break;
+    }
+    // The distance towards the centre, h, changes by -curvature x g: that bounds h, and so the slope, everywhere.
+    const double k = spiral.curvature;
+    const double bend = k * length * length / 2;
+    const double farthest = (std::fabs(towards) + settled + bend) / (1 - k * bend);
+    const double steepest = 1 + k * farthest;
+    const double slope = 1 - k * std::fmax(0, towards + settled + bend * steepest);
+    if (!(slope > leastSlope)) return std::nullopt;
+    const double curving = stretch.rate * farthest + k * k * steepest * length;  // of g, at most
+    const double before = std::fabs(step) * steepest / slope;                   // m: error before the last step
+    const double unsettled = curving / (2 * slope) * before * before;
+    return Neighbourhood{along, (noRightAngle * std::fabs(towards) + rounding) / slope + unsettled};
+}
+
+/// A place of the spiral as the bisection evaluates it.
+struct Middle {
+    Point place;
+    Heading heading;
+    Look look;
+};
+
+Middle EvaluateMiddle(const SpiralSight& spiral, double along, Point point) noexcept {
+    Middle middle;
+    Position at{spiral.start.x, spiral.start.y, spiral.start.azimuth};
+    if (!(std::fabs(along) < tolerance::distance)) at = PlaceOn(spiral.start, SeriesPoint(spiral.clothoid, along));
+    middle.place = {at.x, at.y};
+    middle.heading = HeadingOf(at.azimuth);
+    middle.look = LookFrom(middle.place, middle.heading, LengthOf(middle.heading), point);
+    return middle;
+}
+
+/// The halvings of a bracket whose start has the point ahead and whose end has it behind. Far from the foot a place is
+/// told by comparison.
+Foot Halve(const SpiralSight& spiral, double length, const Neighbourhood& near, Point point) noexcept {
+    constexpr int mostHalvings = 100;
+    double lower = 0;
+    double upper = length;
+    for (int halvings = 1;; ++halvings) {
+        const double along = (lower + upper) * 0.5;
+        bool isBefore = along < near.along;
+        if (std::fabs(along - near.along) <= near.halfWidth || halvings == mostHalvings) {
+            const Middle middle = EvaluateMiddle(spiral, along, point);
+            const double excess = AngleExcess(middle.look.cosine);
+            if (IsAtPoint(middle.look) || IsSquare(excess) || halvings == mostHalvings) {
+                return FootAt(along, middle.place, middle.heading, point);
+            }
+            isBefore = excess < 0;
+        }
+        lower = isBefore ? along : lower;
+        upper = isBefore ? upper : along;
+    }
+}
+
+/// Whether the halvings may be foretold: moderate turns, and a size that the short series suffice for.
+bool IsGentle(const SpiralSight& spiral, double length, Point point) noexcept {
+    constexpr double mostAngle = 0.7;    // rad, from the clothoid's origin
+    constexpr double mostTurn = 1.0;     // rad, with the larger curvature
+    constexpr double mostDistance = 1e4;  // m
+    return spiral.hasSeries && length > 0 && spiral.clothoid.stretch.farAngle <= mostAngle &&
+           spiral.curvature * length < mostTurn && std::fabs(spiral.clothoid.stretch.start) < mostDistance &&
+           length < mostDistance && std::fabs(point.x - spiral.start.x) < mostDistance &&
+           std::fabs(point.y - spiral.start.y) < mostDistance;
+}
+
+}  // namespace
+
+EndLooks LookFromEnds(const SpiralSight& spiral, Point point) noexcept {
+    return {LookFrom({spiral.start.x, spiral.start.y}, spiral.start.heading, spiral.startHeadingLength, point),
+            LookFrom({spiral.endX, spiral.endY}, spiral.endHeading, spiral.endHeadingLength, point)};
+}
+
+std::optional<Foot> FootOnSpiral(const Element& element, const SpiralSight& spiral, const EndLooks& looks,
+                                 Point point) noexcept {
+    const Point start{spiral.start.x, spiral.start.y};
+    const Point end{spiral.endX, spiral.endY};
+    const double startExcess = AngleExcess(looks.start.cosine);
+    const double endExcess = AngleExcess(looks.end.cosine);
+    if (IsAtPoint(looks.start)) return FootAt(0, start, spiral.start.heading, point);
+    if (!IsAtPoint(looks.end) && endExcess * startExcess > 0) return std::nullopt;
+    if (IsSquare(startExcess)) return FootAt(0, start, spiral.start.heading, point);
+    if (IsAtPoint(looks.end) || IsSquare(endExcess)) return FootAt(element.length, end, spiral.endHeading, point);
+    if (startExcess < 0 && endExcess > 0 && IsGentle(spiral, element.length, point)) {
+        if (const auto near = FindNeighbourhood(spiral, element.length, looks, point)) {
+            return Halve(spiral, element.length, *near, point);
+        }
+    }
+    return ProjectOnSpiral(element, point);
+}
+
+}  // namespace kesto

@@ -1,0 +1,68 @@
+/// What the search for the nearest place of the road keeps between queries.
+#pragma once
+
+#include <array>
+#include <cstdint>
+#include <vector>
+
+#include "core/element_frames.hpp"
+
+namespace kesto {
+
+inline constexpr std::int32_t boxLanes = 8;  // boxes of one node
+
+/// Bounding boxes of eight neighbours along the road: elements, or the nodes one level below. Metres from the index's
+/// origin, rounded outwards; an empty lane lies at infinity.
+struct BoxNode {
+    std::array<float, boxLanes> lowX;
+    std::array<float, boxLanes> lowY;
+    std::array<float, boxLanes> highX;
+    std::array<float, boxLanes> highY;
+};
+
+/// What decides about a spiral's foot before its bisection, and what the bisection evaluates.
+struct SpiralSight {
+    StartFrame start;
+    ClothoidFrame clothoid;
+    double endX = 0;  // m
+    double endY = 0;  // m
+    Heading endHeading;
+    double startHeadingLength = 1;  // lengths of the two direction vectors: 1 but for rounding
+    double endHeadingLength = 1;
+    double curvature = 0;  // 1/m: the larger of both ends'
+    double sagitta = 0;    // m: how far the spiral may lie off its chord
+    bool hasSeries = false;
+};
+
+/// How an element is seen by the search.
+struct ElementSight {
+    enum class Kind : std::int8_t { StartOnly, Straight, Arc, Spiral };
+    FootFrame frame;
+    double running = 0;        // m: continuous mileage at its start
+    Heading toEnd;             // straight: from start point to end point; arc: from centre to end point
+    std::int32_t spiral = -1;  // its place among the spirals
+    Kind kind = Kind::StartOnly;
+    bool isShortArc = false;  // turns less than half a circle
+};
+
+/// Derived from the element chain by CurrentInverseIndex(); valid exactly while the key equals the chain's own.
+struct InverseIndex {
+    struct Key {
+        std::uint64_t elements = ~std::uint64_t{0};  // revision of the element list
+        double startMileage = 0;                     // m
+        bool operator==(const Key&) const = default;
+    };
+    Key key;
+    bool usable = false;   // false: the search walks
+    bool ordered = false;  // no candidate lies before its element's start: continuous mileages never fall
+
+    double originX = 0;                    // m
+    double originY = 0;                    // m
+    std::vector<BoxNode> nodes;          // level by level, those of the elements first
+    std::vector<std::int32_t> levels;    // first node of every level
+    std::vector<ElementSight> elements;  // one per element; the start record is never seen
+    std::vector<SpiralSight> spirals;    // in chain order
+    std::int32_t last = 1;               // element that won last: only chooses where a search begins
+};
+
+}  // namespace kesto

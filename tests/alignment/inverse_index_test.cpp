@@ -1,0 +1,176 @@
+// The index of the inverse projection against the plain walk, and the spiral's foot against the plain bisection: bit
+// for bit, on roads of every kind. KESTO_INDEX_ROUNDS=100 in the environment makes it millions of points.
+#include "alignment/inverse_index.hpp"
+
+#include <gtest/gtest.h>
+
+#include <bit>
+#include <cmath>
+#include <cstdlib>
+#include <random>
+#include <string>
+
+#include "alignment/position.hpp"
+#include "alignment/quadrature.hpp"
+#include "alignment/spiral_foot.hpp"
+
+namespace {
+
+using kesto::Candidate;
+using kesto::Point;
+using kesto::Stretch;
+
+int Rounds() {
+    const char* const wanted = std::getenv("KESTO_INDEX_ROUNDS");
+    return wanted == nullptr ? 1 : std::atoi(wanted);
+}
+
+class Dice {
+public:
+    explicit Dice(std::uint64_t seed) : random(seed) {}
+    double Between(double low, double high) { return low + (high - low) * unit(random); }
+    double LogBetween(double low, double high) { return std::exp(Between(std::log(low), std::log(high))); }
+    int Below(int bound) { return static_cast<int>(unit(random) * bound); }
+    bool In(int times) { return Below(times) == 0; }
+
+private:
+    std::mt19937_64 random;
+    std::uniform_real_distribution<double> unit{0, 1};
+};
+
+/// How a road is made.
+struct RoadKind {
+    const char* name;
+    double mostTurn;   // rad on one curve: above 3 the road runs over itself
+    bool ovals;        // spirals between radii that hardly differ
+    bool backwards;    // negative lengths
+    bool broken;       // gaps, kinks, unknown types, no lengths, radii of any size
+};
+
+Element RandomElement(Dice& dice, const RoadKind& kind, double x, double y, double azimuth) {
+    const int type = 1 + dice.Below(3);
+    const double radius = dice.LogBetween(kind.broken ? 1 : 40, kind.broken ? 1e6 : 3000);
+    double length = dice.Between(5, std::min(kind.mostTurn * radius, 400.0));
+    double end = dice.In(2) ? 0 : radius * dice.Between(1.1, 4);
+    if (kind.ovals && dice.In(2)) end = radius * (1 + dice.LogBetween(1e-4, 0.1));
+    if (kind.backwards && dice.In(3)) length = -length;
+    if (kind.broken && dice.In(12)) length = dice.In(2) ? 0 : dice.LogBetween(1e-9, 1e-2);
+    const bool entry = dice.In(2);
+    Element element = kesto_test::MakeElement(type, dice.In(2), entry && type == 3 ? end : radius,
+                                              entry ? radius : end, length, x, y, azimuth);
+    if (kind.broken && dice.In(12)) element.type = dice.Below(6);
+    if (kind.broken && dice.In(12)) element.startRadius = element.endRadius = dice.In(2) ? 0 : -5;
+    if (kind.broken && dice.In(6)) element.startX += dice.LogBetween(1e-8, 100);
+    if (kind.broken && dice.In(6)) element.startAzimuth += dice.Between(-90, 90);
+    return element;
+}
+
+void FillRoad(RoadDesign& road, Dice& dice, const RoadKind& kind, int count) {
+    road.settings.startMileage = dice.Between(-100, 5000);
+    const bool grid = dice.In(2);
+    kesto::SetStart(road, grid ? 3412345.678 : 0, grid ? 512345.678 : 0, dice.Between(0, 360));
+    double x = road.elements[0].startX;
+    double y = road.elements[0].startY;
+    double azimuth = road.elements[0].startAzimuth;
+    double mileage = road.settings.startMileage;
+    road.totalLength = 0;
+    for (int i = 0; i < count; ++i) {
+        Element element = RandomElement(dice, kind, x, y, azimuth);
+        element.startMileage = mileage;
+        mileage += element.length;
+        road.totalLength += std::fabs(element.length);
+        road.elements.Insert(element);
+        if (const auto end = kesto::Evaluate(element, element.length)) {
+            x = end->x;
+            y = end->y;
+            azimuth = end->azimuth;
+        }
+    }
+}
+
+void Edit(RoadDesign& road, Dice& dice, const RoadKind& kind) {
+    const int index = 1 + dice.Below(road.elements.Count() - 1);
+    Element& element = road.elements.Edit()[static_cast<std::size_t>(index)];
+    switch (dice.Below(kind.broken && dice.In(4) ? 7 : 5)) {
+        case 0: element.startX += dice.Between(-50, 50); break;
+        case 1: element.length *= dice.Between(0.5, 1.5); break;
+        case 2: element = RandomElement(dice, kind, element.startX, element.startY, element.startAzimuth); break;
+        case 3: road.settings.startMileage += dice.Between(-5, 5); break;
+        case 4: element.startAzimuth += dice.Between(-5, 5); break;
+        case 5: element.startY = std::nan(""); break;
+        default: element.startRadius = dice.In(2) ? INFINITY : 1e200; break;
+    }
+}
+
+/// A point in a band, on the line, near the start of an element, or anywhere.
+Point RandomPoint(const RoadDesign& road, Dice& dice) {
+    const Element& element = road.elements[1 + dice.Below(road.elements.Count() - 1)];
+    const double part = dice.In(8) ? dice.Below(2) : dice.Between(0, 1);
+    const auto place = kesto::Evaluate(element, element.length * part);
+    const kesto::Position at = place ? *place : kesto::Position{element.startX, element.startY, 0};
+    const auto beside = [&](double offset) {
+        const kesto::Position moved = kesto::Moved(at, {offset});
+        return Point{moved.x, moved.y};
+    };
+    switch (dice.Below(6)) {
+        case 0: return beside(dice.Between(-500, 500));
+        case 1: return beside(0);
+        case 2: return beside(dice.LogBetween(1e-9, 1e-2));
+        case 3: return {element.startX + dice.Between(-1e-4, 1e-4), element.startY + dice.Between(-1e-4, 1e-4)};
+        case 4: return dice.In(30) ? Point{std::nan(""), at.y} : beside(dice.LogBetween(1, 1e9));
+        default: return beside(dice.Between(-30, 30));
+    }
+}
+
+Stretch RandomStretch(const RoadDesign& road, Dice& dice) {
+    const double start = road.settings.startMileage;
+    const double end = start + road.totalLength;
+    if (dice.In(2)) return {start, end};
+    if (dice.In(10)) return {std::nan(""), end};
+    const double lower = dice.Between(start - 10, end);
+    return {lower, dice.In(4) ? dice.Between(start - 10, end) : lower + dice.LogBetween(1e-3, 1000)};
+}
+
+bool IsSame(const Candidate& one, const Candidate& other) {
+    const auto bits = [](double number) { return std::bit_cast<std::uint64_t>(number); };
+    return bits(one.mileage) == bits(other.mileage) && bits(one.offset) == bits(other.offset) &&
+           bits(one.continuous) == bits(other.continuous) && one.element == other.element;
+}
+
+class OnRoads : public testing::TestWithParam<RoadKind> {};
+
+TEST_P(OnRoads, TheIndexFindsWhatTheWalkFinds) {
+    const RoadKind& kind = GetParam();
+    Dice dice(20260131);
+    int told = 0;
+    int asked = 0;
+    for (int roads = 0; roads < 40 * Rounds(); ++roads) {
+        RoadDesign road;
+        FillRoad(road, dice, kind, 1 + static_cast<int>(dice.LogBetween(1, 700)));
+        for (int points = 0; points < 250; ++points) {
+            if (dice.In(50)) Edit(road, dice, kind);
+            const Point point = RandomPoint(road, dice);
+            const Stretch stretch = RandomStretch(road, dice);
+            const Candidate expected = kesto::WalkElements(road, point, stretch);
+            const Candidate found = kesto::NearestOnRoad(road, point, stretch);
+            const kesto::InverseIndex& index = kesto::CurrentInverseIndex(road);
+            ++asked;
+            if (index.usable && kesto::SearchIndex(road, index, point, stretch)) ++told;
+            ASSERT_TRUE(IsSame(expected, found))
+                << std::hexfloat << "road " << roads << " point " << points << " (" << point.x << ", " << point.y
+                << ") from " << stretch.lower << " to " << stretch.upper << ": element " << expected.element << " at "
+                << expected.offset << ", not " << found.element << " at " << found.offset;
+        }
+    }
+    EXPECT_GT(told, asked / 2) << "the index must be what is tested";
+}
+
+INSTANTIATE_TEST_SUITE_P(Kinds, OnRoads,
+                         testing::Values(RoadKind{"Designed", 1, false, false, false},
+                                         RoadKind{"Looping", 6, false, false, false},
+                                         RoadKind{"Ovals", 1, true, false, false},
+                                         RoadKind{"Falling", 2, true, true, false},
+                                         RoadKind{"HalfEdited", 6, true, true, true}),
+                         [](const auto& kind) { return std::string(kind.param.name); });
+
+}  // namespace
