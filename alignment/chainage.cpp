@@ -178,6 +178,26 @@ Place PlaceOf(const RoadDesign& road, const ChainIndex& index, double continuous
     return {last, last > 0 ? running : road.settings.startMileage};
 }
 
+StakeMileage StakeMileageOn(const RoadDesign& road, const ChainIndex& index, const Place& place,
+                            double continuous) noexcept {
+    const Element& element = road.elements[place.element];
+    const double along = continuous - place.running;
+    StakeMileage stake;
+    stake.mileage = (element.length < 0 ? -along : along) + element.startMileage;
+    const double beyond = continuous - road.settings.startMileage - road.totalLength;
+    stake.occurrence = std::fabs(beyond) < tolerance::mileage ? 0 : noOccurrence;
+    if (index.rising) {
+        Range range = RisingCarriers(road, stake.mileage);
+        range.last = std::min(range.last, place.element + 1);
+        stake.occurrence += range.Count();
+        return stake;
+    }
+    for (std::int32_t i = place.element; i >= 1; --i) {
+        if (Carries(road.elements[i], stake.mileage, tolerance::mileage)) ++stake.occurrence;
+    }
+    return stake;
+}
+
 }  // namespace
 
 const ChainIndex& CurrentIndex(RoadDesign& road) noexcept {
@@ -246,24 +266,16 @@ Result<double> ContinuousMileage(RoadDesign& road, StakeMileage stake) {
 }
 
 StakeMileage StakeMileageAt(RoadDesign& road, double continuous) noexcept {
+    return StakeMileageOn(road, CurrentIndex(road), PlaceOf(road, CurrentIndex(road), continuous), continuous);
+}
+
+StakeMileage StakeMileageAt(RoadDesign& road, double continuous, std::int32_t element, double running) noexcept {
     const ChainIndex& index = CurrentIndex(road);
-    const Place place = PlaceOf(road, index, continuous);
-    const Element& element = road.elements[place.element];
-    const double along = continuous - place.running;
-    StakeMileage stake;
-    stake.mileage = (element.length < 0 ? -along : along) + element.startMileage;
-    const double beyond = continuous - road.settings.startMileage - road.totalLength;
-    stake.occurrence = std::fabs(beyond) < tolerance::mileage ? 0 : noOccurrence;
-    if (index.rising) {
-        Range range = RisingCarriers(road, stake.mileage);
-        range.last = std::min(range.last, place.element + 1);
-        stake.occurrence += range.Count();
-        return stake;
-    }
-    for (std::int32_t i = place.element; i >= 1; --i) {
-        if (Carries(road.elements[i], stake.mileage, tolerance::mileage)) ++stake.occurrence;
-    }
-    return stake;
+    // Elements before this one end at or before its start: where it holds the place, none of them does.
+    const double end = running + std::fabs(road.elements[element].length);
+    const bool holds = !(running - continuous > tolerance::mileage) && end - continuous > tolerance::mileage;
+    const Place place = holds ? Place{element, running} : PlaceOf(road, index, continuous);
+    return StakeMileageOn(road, index, place, continuous);
 }
 
 Failure ExplainMissing(const RoadDesign& road, StakeMileage stake) noexcept {

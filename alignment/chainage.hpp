@@ -38,6 +38,10 @@ Result<double> ContinuousMileage(RoadDesign& road, StakeMileage stake);
 /// no element (before the road or beyond its end). The road must have an element.
 StakeMileage StakeMileageAt(RoadDesign& road, double continuous) noexcept;
 
+/// The same, where the place is likely to lie on a known element.
+/// @param running continuous mileage at the start of the element (m)
+StakeMileage StakeMileageAt(RoadDesign& road, double continuous, std::int32_t element, double running) noexcept;
+
 /// Why a stake mileage was not found: beyond which end and by how much, or how often it occurs. Walks the chain.
 Failure ExplainMissing(const RoadDesign& road, StakeMileage stake) noexcept;
 

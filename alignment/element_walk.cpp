@@ -8,8 +8,8 @@ namespace kesto {
 
 Candidate CandidateAt(std::int32_t index, const Element& element, const std::optional<Foot>& foot, double running,
                       Point point) noexcept {
-    if (foot) return {element.startMileage + foot->along, foot->offset, running + foot->along, index};
-    return {element.startMileage, Distance(StartOf(element), point), running, index};
+    if (foot) return {element.startMileage + foot->along, foot->offset, running + foot->along, running, index};
+    return {element.startMileage, Distance(StartOf(element), point), running, running, index};
 }
 
 bool Meet(Candidate& best, const Candidate& candidate, const Stretch& stretch) noexcept {

@@ -16,6 +16,7 @@ struct Candidate {
     double mileage = 0;         // m, stake mileage
     double offset = farAway;    // m
     double continuous = 0;      // m
+    double running = 0;         // m: continuous mileage at the start of the element
     std::int32_t element = -1;  // index in the chain; negative: nothing was found
 };
 

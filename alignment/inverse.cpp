@@ -12,27 +12,56 @@ namespace kesto {
 
 namespace {
 
-/// One end of the stretch that is searched.
-struct Limit {
-    StakeMileage stake;
-    double continuous;  // m
-};
-
-Limit LowerLimit(RoadDesign& road, StakeMileage wanted) noexcept {
-    if (const std::optional<double> continuous = FindContinuous(road, wanted)) return {wanted, *continuous};
-    return {{road.settings.startMileage, 0}, road.settings.startMileage};
+SearchLimit LimitAt(RoadDesign& road, StakeMileage stake, double continuous) noexcept {
+    SearchLimit limit{stake.mileage, stake.occurrence, continuous};
+    if (const std::optional<Position> place = CentrePoint(road, stake)) {
+        limit.hasPoint = true;
+        limit.x = place->x;
+        limit.y = place->y;
+    }
+    return limit;
 }
 
-Limit UpperLimit(RoadDesign& road, StakeMileage wanted) noexcept {
-    if (const std::optional<double> continuous = FindContinuous(road, wanted)) return {wanted, *continuous};
+SearchLimit LowerLimit(RoadDesign& road, StakeMileage wanted) noexcept {
+    if (const std::optional<double> found = FindContinuous(road, wanted)) return LimitAt(road, wanted, *found);
+    return LimitAt(road, {road.settings.startMileage, 0}, road.settings.startMileage);
+}
+
+SearchLimit UpperLimit(RoadDesign& road, StakeMileage wanted) noexcept {
+    if (const std::optional<double> found = FindContinuous(road, wanted)) return LimitAt(road, wanted, *found);
     const double end = road.settings.startMileage + road.totalLength;
-    return {StakeMileageAt(road, end), end};
+    return LimitAt(road, StakeMileageAt(road, end), end);
 }
 
-/// Plain distance from a limit's point; infinite where the point cannot be computed, so that it does not compete.
-double DistanceTo(RoadDesign& road, const Limit& limit, Point point) noexcept {
-    const std::optional<Position> place = CentrePoint(road, limit.stake);
-    return place ? Distance({place->x, place->y}, point) : std::numeric_limits<double>::infinity();
+SearchLimits::Key KeyOf(const RoadDesign& road, StakeMileage lower, StakeMileage upper) noexcept {
+    return {road.elements.Revision(), road.settings.startMileage, road.totalLength,    lower.mileage,
+            upper.mileage,            lower.occurrence,           upper.occurrence};
+}
+
+const SearchLimits& CurrentLimits(RoadDesign& road, StakeMileage lower, StakeMileage upper) noexcept {
+    const SearchLimits::Key now = KeyOf(road, lower, upper);
+    if (!(road.searchLimits.key == now)) {
+        road.searchLimits = {now, LowerLimit(road, lower), UpperLimit(road, upper)};
+    }
+    return road.searchLimits;
+}
+
+/// Where the road's end has no stake mileage, the upper limit has no occurrence.
+const SearchLimits& CurrentRoadLimits(RoadDesign& road) noexcept {
+    const SearchLimits::Key now = KeyOf(road, {}, {});
+    if (!(road.roadLimits.key == now)) {
+        const StakeMileage start{road.settings.startMileage, 0};
+        const StakeMileage end = StakeMileageAt(road, road.settings.startMileage + road.totalLength);
+        road.roadLimits = {now, LowerLimit(road, start), UpperLimit(road, end)};
+    }
+    return road.roadLimits;
+}
+
+StakeMileage StakeOf(const SearchLimit& limit) noexcept { return {limit.mileage, limit.occurrence}; }
+
+/// Plain distance from a limit's point; infinite where the point cannot be computed.
+double DistanceTo(const SearchLimit& limit, Point point) noexcept {
+    return limit.hasPoint ? Distance({limit.x, limit.y}, point) : std::numeric_limits<double>::infinity();
 }
 
 /// No element admits the point: how far it is from the limit that was given instead.
@@ -42,19 +71,18 @@ Failure NoFoot(const Located& limit) noexcept {
     return failure;
 }
 
-Outcome Search(RoadDesign& road, Point point, const Limit& lower, const Limit& upper,
-               std::optional<Located>& located) noexcept {
-    const Candidate best = NearestOnRoad(road, point, {lower.continuous, upper.continuous});
-    const double toLower = DistanceTo(road, lower, point);
-    const double toUpper = DistanceTo(road, upper, point);
+Outcome Search(RoadDesign& road, Point point, const SearchLimits& limits, std::optional<Located>& located) noexcept {
+    const Candidate best = NearestOnRoad(road, point, {limits.lower.continuous, limits.upper.continuous});
+    const double toLower = DistanceTo(limits.lower, point);
+    const double toUpper = DistanceTo(limits.upper, point);
     // Lopsided on purpose: the upper limit wins ties against the best element, which wins ties against the lower limit.
     Located result;
     if (!(std::fabs(best.offset) < toUpper)) {
-        result = {upper.stake, toUpper};
+        result = {StakeOf(limits.upper), toUpper};
     } else if (toLower < std::fabs(best.offset)) {
-        result = {lower.stake, toLower};
+        result = {StakeOf(limits.lower), toLower};
     } else if (best.element >= 0) {
-        result = {{best.mileage, StakeMileageAt(road, best.continuous).occurrence}, best.offset};
+        result = {{best.mileage, StakeMileageAt(road, best.continuous, best.element, best.running).occurrence}, best.offset};
     } else {
         return Fail(KESTO_NO_FOOT);
     }
@@ -68,15 +96,15 @@ Outcome Search(RoadDesign& road, Point point, const Limit& lower, const Limit& u
 
 Outcome Locate(RoadDesign& road, Point point, std::optional<Located>& located) {
     if (Outcome current = EnsureCurrent(road); !current) return current;
-    const StakeMileage end = StakeMileageAt(road, road.settings.startMileage + road.totalLength);
-    if (end.occurrence == noOccurrence) return Fail(KESTO_NO_FOOT);
-    return Search(road, point, LowerLimit(road, {road.settings.startMileage, 0}), UpperLimit(road, end), located);
+    const SearchLimits& limits = CurrentRoadLimits(road);
+    if (limits.upper.occurrence == noOccurrence) return Fail(KESTO_NO_FOOT);
+    return Search(road, point, limits, located);
 }
 
 Outcome LocateBetween(RoadDesign& road, Point point, StakeMileage lower, StakeMileage upper,
                       std::optional<Located>& located) {
     if (Outcome current = EnsureCurrent(road); !current) return current;
-    return Search(road, point, LowerLimit(road, lower), UpperLimit(road, upper), located);
+    return Search(road, point, CurrentLimits(road, lower, upper), located);
 }
 
 Outcome NearestStake(RoadDesign& road, Point point, StakeCoordinate& stake, std::int32_t& occurrence) {

@@ -76,11 +76,13 @@ Bounds BoundsOnSpiral(const SpiralSight& spiral, const EndLooks& looks, Point po
     return {toChord - spiral.sagitta - tolerance::indexSlack};
 }
 
-/// An element that may be the nearest.
+/// An element that may be the nearest. Nothing to initialise: there is room for more of them than most searches keep.
 struct Kept {
+    double lower;  // m: its candidate is not nearer
     std::int32_t element;
-    double lower;                        // m: its candidate is not nearer
-    std::optional<Candidate> candidate;  // where it is known already
+    enum class Known : std::int8_t { Nothing, NoFoot, Foot } known;
+    double along;   // m: of its foot, where that is known already
+    double offset;  // m
 };
 
 class Search {
@@ -141,9 +143,18 @@ private:
         return CandidateAt(i, element, FootOn(sight, element), sight.running, point);
     }
 
-    const Candidate& CandidateOf(Kept& it) const noexcept {
-        if (!it.candidate) it.candidate = CandidateOf(it.element);
-        return *it.candidate;
+    Candidate CandidateOf(Kept& it) const noexcept {
+        const ElementSight& sight = Sight(it.element);
+        const Element& element = road.elements[it.element];
+        std::optional<Foot> foot;
+        if (it.known == Kept::Known::Nothing) {
+            foot = FootOn(sight, element);
+            it.known = foot ? Kept::Known::Foot : Kept::Known::NoFoot;
+            if (foot) it.along = foot->along, it.offset = foot->offset;
+        } else if (it.known == Kept::Known::Foot) {
+            foot = Foot{it.along, it.offset};
+        }
+        return CandidateAt(it.element, element, foot, sight.running, point);
     }
 
     std::optional<Foot> FootOn(const ElementSight& sight, const Element& element) const noexcept {
@@ -193,7 +204,7 @@ private:
             count = static_cast<std::size_t>(end - kept.begin());
             if (count == room) return false;
         }
-        kept[count++] = {i, lower, std::nullopt};
+        kept[count++] = {lower, i, Kept::Known::Nothing, 0, 0};
         return true;
     }
 
@@ -211,7 +222,7 @@ private:
             Kept* nearest = nullptr;
             for (std::size_t i = 0; i < count; ++i) {
                 Kept& it = kept[i];
-                if (it.candidate || Sight(it.element).kind != Kind::Spiral || it.lower > limit) continue;
+                if (it.known != Kept::Known::Nothing || Sight(it.element).kind != Kind::Spiral || it.lower > limit) continue;
                 if (nearest == nullptr || it.lower < nearest->lower) nearest = &it;
             }
             if (nearest == nullptr) return;

@@ -1,8 +1,10 @@
 #include "alignment/spiral_foot.hpp"
 
 #include <array>
+#include <bit>
 #include <cmath>
 #include <cstddef>
+#include <cstdint>
 
 #include "core/tolerances.hpp"
 
@@ -86,8 +88,8 @@ std::optional<Neighbourhood> FindNeighbourhood(const SpiralSight& spiral, double
     constexpr int mostSteps = 5;
     constexpr double settled = 2e-4;      // m: a step after which one more changes nothing that counts
     constexpr double leastSlope = 0.1;
-    constexpr double noRightAngle = 4.5e-7;  // a larger cosine is never that of a right angle
-    constexpr double rounding = 5e-7;        // m: of the points and of what counts as the point itself
+    constexpr double noRightAngle = 4.1e-7;  // a larger cosine leaves no doubt, see AngleExcess()
+    constexpr double rounding = 2.2e-7;      // m: what counts as the start, what as the point, and some 1e-8
     const ClothoidStretch& stretch = spiral.clothoid.stretch;
     const Heading& heading = spiral.start.heading;
     const Heading& tangent = spiral.clothoid.tangent;
@@ -102,11 +104,13 @@ std::optional<Neighbourhood> FindNeighbourhood(const SpiralSight& spiral, double
     double along = length * looks.start.ahead / (looks.start.ahead - looks.end.ahead);
     double step = 0;
     double towards = 0;
+    double slopeHere = 1;
     for (int steps = 0;; ++steps) {
         if (steps == mostSteps) return std::nullopt;
         const double l = stretch.start + stretch.sense * along;
         const ClothoidLook look = LookFromClothoid(stretch.rate, l, x, y);
-        step = stretch.sense * look.ahead / (1 - stretch.rate * l * look.towards);
+        slopeHere = 1 - stretch.rate * l * look.towards;
+        step = stretch.sense * look.ahead / slopeHere;
         towards = look.towards;
         along += step;
         if (!(along >= 0 && along <= length)) return std::nullopt;
@@ -122,7 +126,9 @@ std::optional<Neighbourhood> FindNeighbourhood(const SpiralSight& spiral, double
     const double curving = stretch.rate * farthest + k * k * steepest * length;  // of g, at most
     const double before = std::fabs(step) * steepest / slope;                   // m: error before the last step
     const double unsettled = curving / (2 * slope) * before * before;
-    return Neighbourhood{along, (noRightAngle * std::fabs(towards) + rounding) / slope + unsettled};
+    const double doubt = noRightAngle * std::fabs(towards) + rounding;
+    const double slopeNear = std::fmax(slope, slopeHere - curving * (doubt / slope + settled));
+    return Neighbourhood{along, doubt / slopeNear + unsettled};
 }
 
 /// A place of the spiral as the bisection evaluates it.
@@ -142,25 +148,63 @@ Middle EvaluateMiddle(const SpiralSight& spiral, double along, Point point) noex
     return middle;
 }
 
-/// The halvings of a bracket whose start has the point ahead and whose end has it behind. Far from the foot a place is
-/// told by comparison.
-Foot Halve(const SpiralSight& spiral, double length, const Neighbourhood& near, Point point) noexcept {
-    constexpr int mostHalvings = 100;
-    double lower = 0;
-    double upper = length;
-    for (int halvings = 1;; ++halvings) {
-        const double along = (lower + upper) * 0.5;
-        bool isBefore = along < near.along;
-        if (std::fabs(along - near.along) <= near.halfWidth || halvings == mostHalvings) {
-            const Middle middle = EvaluateMiddle(spiral, along, point);
-            const double excess = AngleExcess(middle.look.cosine);
-            if (IsAtPoint(middle.look) || IsSquare(excess) || halvings == mostHalvings) {
-                return FootAt(along, middle.place, middle.heading, point);
-            }
-            isBefore = excess < 0;
+/// The bracket of a bisection (m from the spiral's start): its start has the point ahead, its end has it behind.
+struct Bracket {
+    double lower;
+    double upper;
+    int halvings;
+};
+
+inline constexpr int mostHalvings = 100;
+
+double MiddleOf(double one, double other) noexcept { return (one + other) * 0.5; }
+
+/// Either number, without a branch: which one is as good as random, and a wrong guess of the processor costs more than
+/// the halving.
+double Choose(bool first, double one, double other) noexcept {
+    const std::uint64_t mask = std::uint64_t{0} - static_cast<std::uint64_t>(first);
+    return std::bit_cast<double>((std::bit_cast<std::uint64_t>(one) & mask) |
+                                 (std::bit_cast<std::uint64_t>(other) & ~mask));
+}
+
+/// Halves as long as the middle is far from the foot, where comparison tells on which side it lies. Two halvings at a
+/// time: both middles of the second are computed while the first is decided.
+/// @return the middle that must be evaluated
+double HalveFarFromFoot(Bracket& bracket, const Neighbourhood& near) noexcept {
+    const auto isNear = [&](double along) { return std::fabs(along - near.along) <= near.halfWidth; };
+    for (;;) {
+        const double middle = MiddleOf(bracket.lower, bracket.upper);
+        if (isNear(middle) || bracket.halvings + 2 >= mostHalvings) return middle;
+        const double below = MiddleOf(bracket.lower, middle);
+        const double above = MiddleOf(middle, bracket.upper);
+        const bool isBefore = middle < near.along;
+        const double next = Choose(isBefore, above, below);
+        if (isNear(next)) {
+            ++bracket.halvings;
+            (isBefore ? bracket.lower : bracket.upper) = middle;
+            return next;
         }
-        lower = isBefore ? along : lower;
-        upper = isBefore ? upper : along;
+        const bool isBelowBefore = below < near.along;
+        const bool isAboveBefore = above < near.along;
+        bracket.halvings += 2;
+        bracket.lower = Choose(isBefore, Choose(isAboveBefore, above, middle),
+                               Choose(isBelowBefore, below, bracket.lower));
+        bracket.upper = Choose(isBefore, Choose(isAboveBefore, bracket.upper, above),
+                               Choose(isBelowBefore, middle, below));
+    }
+}
+
+/// The bisection, evaluated as written only near the foot.
+Foot Halve(const SpiralSight& spiral, double length, const Neighbourhood& near, Point point) noexcept {
+    Bracket bracket{0, length, 0};
+    for (;;) {
+        const double along = HalveFarFromFoot(bracket, near);
+        const Middle middle = EvaluateMiddle(spiral, along, point);
+        const double excess = AngleExcess(middle.look.cosine);
+        if (IsAtPoint(middle.look) || IsSquare(excess) || ++bracket.halvings == mostHalvings) {
+            return FootAt(along, middle.place, middle.heading, point);
+        }
+        (excess < 0 ? bracket.lower : bracket.upper) = along;
     }
 }
 

@@ -65,4 +65,32 @@ struct InverseIndex {
     std::int32_t last = 1;               // element that won last: only chooses where a search begins
 };
 
+/// One end of the stretch that is searched.
+struct SearchLimit {
+    double mileage = 0;           // m, stake mileage
+    std::int32_t occurrence = 0;  // of the stake mileage
+    double continuous = 0;        // m
+    bool hasPoint = false;        // without one it does not compete
+    double x = 0;                 // m
+    double y = 0;                 // m
+};
+
+/// The limits of a search as they were worked out last; valid exactly while the key equals the chain's own and what is
+/// asked for.
+struct SearchLimits {
+    struct Key {
+        std::uint64_t elements = ~std::uint64_t{0};  // revision of the element list
+        double startMileage = 0;                     // m
+        double totalLength = 0;                      // m
+        double lower = 0;                            // m: stake mileages asked for
+        double upper = 0;                            // m
+        std::int32_t lowerOccurrence = 0;
+        std::int32_t upperOccurrence = 0;
+        bool operator==(const Key&) const = default;
+    };
+    Key key;
+    SearchLimit lower;
+    SearchLimit upper;
+};
+
 }  // namespace kesto

@@ -29,6 +29,8 @@ void Clear(RoadDesign& road) {
     road.totalLength = 0;
     road.chainIndex = ChainIndex{};
     road.inverseIndex = InverseIndex{};
+    road.roadLimits = SearchLimits{};
+    road.searchLimits = SearchLimits{};
     road.profileCache = ProfileCache{};
     road.lastFailure.reset();
 }

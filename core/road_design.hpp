@@ -70,6 +70,8 @@ struct RoadDesign {
     double totalLength = 0;              // m: sum of the absolute element lengths; below 1e-7: the chain is not built
     kesto::ChainIndex chainIndex;        // valid while its key equals the chain's
     kesto::InverseIndex inverseIndex;    // valid while its key equals the chain's
+    kesto::SearchLimits roadLimits;      // of the whole road; valid while their key equals the chain's
+    kesto::SearchLimits searchLimits;    // of the last search between limits; likewise
     kesto::ProfileCache profileCache;    // valid while its key equals the profile's
     std::optional<Failure> lastFailure;  // kept by the boundary guard
 };
