@@ -3,22 +3,17 @@
 
 #include <optional>
 
+#include "alignment/chain_lookup.hpp"
 #include "core/result.hpp"
 #include "core/road_design.hpp"
 
 namespace kesto {
 
-/// A stake mileage and which of its occurrences along the road is meant.
-struct StakeMileage {
-    double mileage = 0;           // m
-    std::int32_t occurrence = 0;  // 0-based; -1: in no occurrence
-};
-
 inline constexpr std::int32_t noOccurrence = -1;
 
-/// The chain's index, built anew when an edit or a rebuild has passed since. Where memory runs out the index stays
-/// empty and lookups walk.
-const ChainIndex& CurrentIndex(RoadDesign& road) noexcept;
+/// The index of the chain as it stands, or null where lookups walk: right after an edit or a rebuild, and where memory
+/// runs out. A caller that asks on gets an index.
+const ChainIndex* CurrentIndex(RoadDesign& road) noexcept;
 
 /// The element that covers a stake mileage in an occurrence, on the chain as it stands: the last element also at its
 /// very end.
@@ -42,8 +37,8 @@ StakeMileage StakeMileageAt(RoadDesign& road, double continuous) noexcept;
 /// @param running continuous mileage at the start of the element (m)
 StakeMileage StakeMileageAt(RoadDesign& road, double continuous, std::int32_t element, double running) noexcept;
 
-/// Why a stake mileage was not found: beyond which end and by how much, or how often it occurs. Walks the chain.
-Failure ExplainMissing(const RoadDesign& road, StakeMileage stake) noexcept;
+/// Why a stake mileage was not found: beyond which end and by how much, or how often it occurs.
+Failure ExplainMissing(RoadDesign& road, StakeMileage stake) noexcept;
 
 /// Start mileage and stake mileage of the road's end (m). Builds nothing.
 struct RoadEnds {

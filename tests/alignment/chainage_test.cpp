@@ -16,7 +16,7 @@ using kesto_test::MakeElement;
 
 namespace {
 
-// The definitions of the lookups as plain walks from the road's start, against which the index is held.
+// The definitions of the lookups as plain walks from the road's start.
 namespace plain {
 
 bool On(const Element& e, double s, double zero) {
@@ -105,13 +105,11 @@ std::unique_ptr<RoadDesign> RandomRoad(std::mt19937& random) {
     return road;
 }
 
-TEST(Chainage, IndexAnswersAsTheWalk) {
+TEST(Chainage, LookupsFollowTheirDefinitions) {
     std::mt19937 random(20240117);
-    int rising = 0;
     for (int round = 0; round < 3000; ++round) {
         const auto road = RandomRoad(random);
         ASSERT_TRUE(kesto::EnsureCurrent(*road));
-        rising += kesto::CurrentIndex(*road).rising ? 1 : 0;
         for (int query = 0; query < 60; ++query) {
             // Multiples of 10 fall on junctions and breaks; nudges straddle the tolerances.
             const double nudges[] = {0, 0, 3.7, 5e-8, -5e-8, 2e-7, -2e-7, 5e-10};
@@ -126,8 +124,6 @@ TEST(Chainage, IndexAnswersAsTheWalk) {
         }
         if (HasFailure()) FAIL() << "round " << round;
     }
-    EXPECT_GT(rising, 500);
-    EXPECT_LT(rising, 2500);
 }
 
 TEST(Chainage, IndexFollowsEdits) {
