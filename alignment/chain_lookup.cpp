@@ -159,16 +159,17 @@ std::int32_t GuessFor(const ChainIndex& index, const GuessTable& table, double v
 
 /// The elements of an ordered run that fit: those begun are a leading part and those not yet passed a trailing one.
 template <class Condition>
-Range FittingRange(const ChainIndex& index, const MileageRun& run, const Condition& condition) noexcept {
+Range FittingRange(const RoadDesign& road, const ChainIndex& index, const MileageRun& run,
+                   const Condition& condition) noexcept {
     const double sense = run.sense;
     if (!condition.Begun(sense, run.low) || condition.Passed(sense, run.high)) return {run.first, run.first};
     const Range all{run.first, run.last};
-    const auto at = [&](std::int32_t i) -> const ChainIndex::Ends& { return index.ends[static_cast<std::size_t>(i)]; };
     const std::int32_t first =
         FirstWhereNot(all, GuessFor(index, run.guesses, sense * condition.mileage),
-                      [&](std::int32_t i) { return condition.Passed(sense, at(i).end); });
-    return {first, FirstWhereNot({first, run.last}, std::min(first + 1, run.last),
-                                 [&](std::int32_t i) { return condition.Begun(sense, at(i).start); })};
+                      [&](std::int32_t i) { return condition.Passed(sense, sense * EndMileage(road.elements[i])); });
+    return {first, FirstWhereNot({first, run.last}, std::min(first + 1, run.last), [&](std::int32_t i) {
+                return condition.Begun(sense, sense * road.elements[i].startMileage);
+            })};
 }
 
 /// Calls `visit` with every range of fitting elements in chain order until it returns true.
@@ -177,7 +178,7 @@ void ForEachFitting(const RoadDesign& road, const ChainIndex& index, const Condi
                     const Visit& visit) noexcept {
     for (const MileageRun& run : index.runs) {
         if (run.sense != 0) {
-            const Range range = FittingRange(index, run, condition);
+            const Range range = FittingRange(road, index, run, condition);
             if (range.Count() > 0 && visit(range)) return;
             continue;
         }
@@ -209,9 +210,8 @@ Place LookUpPlace(const RoadDesign& road, const ChainIndex& index, double contin
     if (index.summed > 1) {
         const Range all{1, index.summed};
         const std::int32_t found =
-            FirstWhereNot(all, GuessFor(index, index.runningGuesses, continuous), [&](std::int32_t i) {
-                return !(RunningEnd(index, i) - continuous > tolerance::mileage);
-            });
+            FirstWhereNot(all, GuessFor(index, index.runningGuesses, continuous),
+                          [&](std::int32_t i) { return !(RunningEnd(index, i) - continuous > tolerance::mileage); });
         if (found < index.summed && LiesBetween(RunningEnd(index, found - 1), RunningEnd(index, found), continuous)) {
             return {found, RunningEnd(index, found - 1)};
         }
@@ -262,16 +262,21 @@ double SenseOf(const Element& element) noexcept {
     return element.length > 0 ? 1 : (element.length < 0 ? -1 : 0);
 }
 
+/// Ends of an element's stake mileages in the sense of travel (m).
+struct Ends {
+    double start;
+    double end;
+};
+
 void FindRuns(const RoadDesign& road, ChainIndex& index) {
-    index.ends.resize(road.elements.Records().size());
+    Ends before{};
     for (std::int32_t i = 1; i < road.elements.Count(); ++i) {
         const Element& element = road.elements[i];
         const double sense = SenseOf(element);
-        const ChainIndex::Ends ends{sense * element.startMileage, sense * EndMileage(element)};
-        const ChainIndex::Ends& before = index.ends[static_cast<std::size_t>(i) - 1];
+        const Ends ends{sense * element.startMileage, sense * EndMileage(element)};
         const bool continues = !index.runs.empty() && index.runs.back().sense == sense &&
                                (sense == 0 || (before.start <= ends.start && before.end <= ends.end));
-        index.ends[static_cast<std::size_t>(i)] = ends;
+        before = ends;
         if (!continues) index.runs.push_back({i, i, sense, ends.start, ends.end, {}});
         index.runs.back().last = i + 1;
         index.runs.back().high = ends.end;
@@ -279,7 +284,7 @@ void FindRuns(const RoadDesign& road, ChainIndex& index) {
     for (MileageRun& run : index.runs) {
         if (run.sense == 0) continue;
         run.guesses = MakeGuesses(index, {run.first, run.last}, run.low,
-                                  [&](std::int32_t i) { return index.ends[static_cast<std::size_t>(i)].end; });
+                                  [&](std::int32_t i) { return run.sense * EndMileage(road.elements[i]); });
     }
 }
 

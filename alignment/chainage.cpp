@@ -68,8 +68,8 @@ std::optional<double> FindContinuous(RoadDesign& road, StakeMileage stake) noexc
     if (match.element >= 0) {
         const Element& element = road.elements[match.element];
         const bool hasLength = element.length > 0 || element.length < 0;
-        result = RunningAt(road, index, match.element) +
-                 (hasLength ? std::fabs(stake.mileage - element.startMileage) : 0);
+        result =
+            RunningAt(road, index, match.element) + (hasLength ? std::fabs(stake.mileage - element.startMileage) : 0);
         ++last;
     }
     // The end of the road counts as one more occurrence. It is tested after a match too, except for the first
@@ -112,8 +112,7 @@ Failure ExplainMissing(RoadDesign& road, StakeMileage stake) noexcept {
     if (count < 2) return TooFewElements(road);
     const ChainIndex* const index = CurrentIndex(road);
     const MileageSpan span = SpanOf(road, index);
-    std::int32_t occurrences =
-        CountCarriers(road, index, stake.mileage, tolerance::zeroLengthMileage, count - 1);
+    std::int32_t occurrences = CountCarriers(road, index, stake.mileage, tolerance::zeroLengthMileage, count - 1);
     const double end = EndMileage(road.elements[count - 1]);
     if (occurrences == 0 && std::fabs(stake.mileage - end) < tolerance::mileage) ++occurrences;
     if (stake.mileage < span.lowest) {

@@ -9,7 +9,7 @@ namespace kesto {
 
 /// Where a search in sorted numbers begins: a table of equally wide buckets, each with a first guess.
 struct GuessTable {
-    double low = 0;             // m: where the first bucket begins
+    double low = 0;  // m: where the first bucket begins
     double bucketsPerMetre = 0;
     std::size_t firstBucket = 0;  // of the table, among the guesses of its owner
     std::size_t bucketCount = 0;
@@ -33,23 +33,17 @@ struct ChainIndex {
         double startMileage = 0;                     // m
         bool operator==(const Key&) const = default;
     };
-    /// Stake mileages at both ends of an element, times the sense of its run (m).
-    struct Ends {
-        double start = 0;
-        double end = 0;
-    };
     Key key;
     std::int32_t asked = 0;  // how often it was asked for since the key changed
     bool filled = false;     // what follows holds
 
-    std::vector<MileageRun> runs;         // in chain order; every element but the start record lies in one
-    std::vector<Ends> ends;               // one per element
-    std::vector<double> running;          // m: continuous mileage at the end of every element
-    std::int32_t summed = 0;              // elements whose continuous mileages are numbers, from the first on
-    GuessTable runningGuesses;            // for the summed ones
-    std::vector<std::int32_t> guesses;    // elements, of all guess tables
-    double lowest = 0;                    // m: least stake mileage at an end of an element
-    double highest = 0;                   // m
+    std::vector<MileageRun> runs;       // in chain order; every element but the start record lies in one
+    std::vector<double> running;        // m: continuous mileage at the end of every element
+    std::int32_t summed = 0;            // elements whose continuous mileages are numbers, from the first on
+    GuessTable runningGuesses;          // for the summed ones
+    std::vector<std::int32_t> guesses;  // elements, of all guess tables
+    double lowest = 0;                  // m: least stake mileage at an end of an element
+    double highest = 0;                 // m
 };
 
 }  // namespace kesto

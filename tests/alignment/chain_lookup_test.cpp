@@ -69,7 +69,8 @@ public:
         if (OneIn(50)) return Of({infinity, -infinity, std::nan(""), 1e17, -1e300});
         const double nudge = Of({0, 0, 3.7, 5e-8, -5e-8, 2e-7, -2e-7, 5e-10, 1e-7, -1e-7});
         const auto& element = road.elements[Below(road.elements.Count())];
-        return OneIn(4) ? 10.0 * Below(200) - 400 + nudge : element.startMileage + Of({0, 1, 0.5}) * element.length + nudge;
+        return OneIn(4) ? 10.0 * Below(200) - 400 + nudge
+                        : element.startMileage + Of({0, 1, 0.5}) * element.length + nudge;
     }
 
 private:
