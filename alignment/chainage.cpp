@@ -11,9 +11,9 @@ namespace kesto {
 
 namespace {
 
-/// Lookups after an edit that walk before an index is built: building one costs about as much as a few walks, and who
-/// edits between queries would build it for nothing.
-inline constexpr std::int32_t walksAfterEdit = 2;
+/// Lookups after an edit that walk before an index is built. Building one costs about as much as twenty walks, so with
+/// ten the worst caller, who edits whenever the index has just been built, pays three walks a lookup.
+inline constexpr std::int32_t walksAfterEdit = 10;
 
 StakeMileage StakeMileageOn(const RoadDesign& road, const ChainIndex* index, const Place& place,
                             double continuous) noexcept {

@@ -11,6 +11,7 @@ struct CurveSpan {
     double start = 0;
     double point = 0;
     double end = 0;
+    double reach = 0;  // where the curves and tangents up to this point's end at the latest
 };
 
 /// Derived from the vertical curves and the chain by CurrentProfile(); valid exactly while the key equals theirs.

@@ -1,5 +1,6 @@
 #include "profile/height.hpp"
 
+#include <algorithm>
 #include <cmath>
 #include <optional>
 
@@ -53,9 +54,12 @@ Result<double> CurveHeight(const Profile& profile, std::size_t i, double s) noex
     return FailRecord(KESTO_UNKNOWN_CURVE_MODE, KESTO_LIST_VERTICAL_CURVES, static_cast<std::int32_t>(i));
 }
 
-/// Height between the first and the last point: the first curve or tangent that holds the place.
+/// Height between the first and the last point: the first curve or tangent that holds the place. What ends before the
+/// place is passed over: on a profile without overlaps, everything up to the one that holds it.
 Result<double> HeightBetween(const Profile& profile, double s) noexcept {
-    for (std::size_t i = 0; i < profile.spans.size(); ++i) {
+    const auto near = std::partition_point(profile.spans.begin(), profile.spans.end(),
+                                           [&](const CurveSpan& span) { return !(s < span.reach); });
+    for (auto i = static_cast<std::size_t>(near - profile.spans.begin()); i < profile.spans.size(); ++i) {
         const CurveSpan& span = profile.spans[i];
         if (i > 0 && span.start <= s && s < span.end) return CurveHeight(profile, i, s);
         const bool hasNext = i + 1 < profile.spans.size();

@@ -3,6 +3,7 @@
 #include <algorithm>
 #include <cmath>
 #include <iterator>
+#include <limits>
 #include <map>
 #include <optional>
 #include <vector>
@@ -148,6 +149,16 @@ void DeriveGrades(std::span<VerticalCurve> curves, std::span<const CurveSpan> sp
     }
 }
 
+/// How far curves and tangents reach. It never falls along the list, however the curves overlap.
+void DeriveReaches(std::span<CurveSpan> spans) noexcept {
+    double reach = -std::numeric_limits<double>::infinity();
+    for (std::size_t i = 0; i < spans.size(); ++i) {
+        reach = std::max(reach, spans[i].end);
+        if (i + 1 < spans.size()) reach = std::max(reach, spans[i + 1].start);
+        spans[i].reach = reach;
+    }
+}
+
 ProfileCache::Key KeyOf(const RoadDesign& road) noexcept {
     return {road.verticalCurves.Revision(), road.elements.Revision(), road.settings.startMileage, road.totalLength,
             road.settings.verticalCurveMode};
@@ -211,7 +222,7 @@ void DeriveProfile(RoadDesign& road) {
     const std::span<VerticalCurve> curves = road.verticalCurves.Edit();
     for (std::size_t i = 0; i < spans.size(); ++i) {
         const double point = PointMileage(road, curves[i]);
-        spans[i] = {point, point, point};
+        spans[i] = {point, point, point, point};
     }
     DeriveGrades(curves, spans);
     const auto mode = static_cast<CurveMode>(road.settings.verticalCurveMode);
@@ -225,6 +236,7 @@ void DeriveProfile(RoadDesign& road) {
             ReadEnds(road, curves[i], spans[i - 1].point, spans[i + 1].point, spans[i]);
         }
     }
+    DeriveReaches(spans);
     road.profileCache.key = KeyOf(road);
 }
 

@@ -3,7 +3,9 @@
 #include <gtest/gtest.h>
 
 #include <cmath>
+#include <limits>
 #include <memory>
+#include <optional>
 #include <random>
 #include <vector>
 
@@ -150,6 +152,34 @@ TEST(Height, CurvesPastTheRoadsEnds) {
     ASSERT_GT(990 + sag, 1000) << "the second one ends beyond it";
     const double toStart = 1000 - (990 - sag);
     EXPECT_NEAR(HeightAt(road, 1000 - 1e-9), -9.0 / 940 * 10 + toStart * toStart / 20000, 1e-7);
+}
+
+TEST(Height, OverlappingCurvesAnswerAsTheWalk) {
+    std::mt19937 random(5);
+    for (int round = 0; round < 200; ++round) {
+        RoadDesign road;
+        MakeRoad(road);
+        road.settings.verticalCurveMode = static_cast<std::int32_t>(random() % 2);
+        for (int i = 0; i < 12; ++i) {
+            VerticalCurve curve = PointAt({static_cast<double>(random() % 1000), 0}, random() % 9, random() % 20000);
+            curve.startMileage = curve.mileage - static_cast<double>(random() % 200);
+            curve.endMileage = curve.mileage + static_cast<double>(random() % 200);
+            static_cast<void>(kesto::InsertVerticalCurve(road, curve));
+        }
+        const auto heights = [&] {
+            std::vector<std::optional<double>> all;
+            for (int s = 0; s < 1000; s += 7) {
+                bool known = false;
+                const kesto::Result<double> height = kesto::CentreHeight(road, kesto::StakeMileageAt(road, s), known);
+                all.push_back(height ? std::optional(*height) : std::nullopt);
+            }
+            return all;
+        };
+        const auto found = heights();
+        // Spans that all reach to infinity pass over nothing: the search walks from the first point on.
+        for (kesto::CurveSpan& span : road.profileCache.spans) span.reach = std::numeric_limits<double>::infinity();
+        EXPECT_EQ(found, heights()) << "round " << round;
+    }
 }
 
 }  // namespace
