@@ -156,14 +156,15 @@ TEST(Height, CurvesPastTheRoadsEnds) {
 
 TEST(Height, OverlappingCurvesAnswerAsTheWalk) {
     std::mt19937 random(5);
+    const auto below = [&](std::uint32_t bound) { return static_cast<double>(random() % bound); };
     for (int round = 0; round < 200; ++round) {
         RoadDesign road;
         MakeRoad(road);
         road.settings.verticalCurveMode = static_cast<std::int32_t>(random() % 2);
         for (int i = 0; i < 12; ++i) {
-            VerticalCurve curve = PointAt({static_cast<double>(random() % 1000), 0}, random() % 9, random() % 20000);
-            curve.startMileage = curve.mileage - static_cast<double>(random() % 200);
-            curve.endMileage = curve.mileage + static_cast<double>(random() % 200);
+            VerticalCurve curve = PointAt({below(1000), 0}, below(9), below(20000));
+            curve.startMileage = curve.mileage - below(200);
+            curve.endMileage = curve.mileage + below(200);
             static_cast<void>(kesto::InsertVerticalCurve(road, curve));
         }
         const auto heights = [&] {
