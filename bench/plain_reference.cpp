@@ -30,6 +30,27 @@ kesto::Position WalkToPosition(RoadDesign* road, const std::vector<Element>& ele
     return at;
 }
 
+double WalkToContinuous(const std::vector<Element>& elements, double start, double mileage) {
+    std::size_t i = 1;
+    double continuous = start;
+    while (i + 1 < elements.size() && mileage > elements[i].startMileage + elements[i].length) {
+        continuous += std::fabs(elements[i].length);
+        ++i;
+    }
+    return continuous + mileage - elements[i].startMileage;
+}
+
+double WalkToHeight(const std::vector<VerticalCurve>& curves, double mileage) {
+    std::size_t i = 0;
+    while (i + 1 < curves.size() && mileage >= curves[i + 1].startMileage) ++i;
+    const VerticalCurve& curve = curves[i];
+    if (i == 0 || mileage >= curve.endMileage) return curve.elevation + curve.gradeOut * (mileage - curve.mileage);
+    const double gradeIn = curves[i - 1].gradeOut;
+    const double fromStart = mileage - curve.startMileage;
+    return curve.elevation + gradeIn * (mileage - curve.mileage) -
+           curve.curveSign * fromStart * fromStart / (2 * curve.radius);
+}
+
 Chords::Chords(kesto::Road& road, double spacing) {
     for (const Element& element : road.Elements()) {
         const auto parts = static_cast<int>(std::ceil(element.length / spacing));

@@ -12,6 +12,12 @@ namespace bench {
 /// Position at a mileage by walking a copy of the elements from the first one on, until one holds the mileage.
 kesto::Position WalkToPosition(RoadDesign* road, const std::vector<Element>& elements, double mileage, double offset);
 
+/// Continuous mileage of a stake mileage by walking a copy of the elements and summing their lengths.
+double WalkToContinuous(const std::vector<Element>& elements, double start, double mileage);
+
+/// Height of a profile of grade points with parabolas, by walking the points from the first one on.
+double WalkToHeight(const std::vector<VerticalCurve>& curves, double mileage);
+
 /// A road as a string of chords, for a nearest-point search that tries every one.
 class Chords {
 public:

@@ -8,7 +8,6 @@ namespace bench {
 
 namespace {
 
-constexpr std::size_t queryCount = 1024;
 constexpr double degree = 3.14159265358979323846 / 180;  // rad
 constexpr double leastArc = 20;                          // m
 
@@ -57,10 +56,10 @@ kesto::Road FurnishedHighway(int elements) {
     return road;
 }
 
-std::vector<Query> Queries(kesto::Road& road, double band) {
+std::vector<Query> Queries(kesto::Road& road, double band, std::size_t count) {
     Random random(7);
     const double length = GetRoadMileage(road.Handle(), nullptr);
-    std::vector<Query> queries(queryCount);
+    std::vector<Query> queries(count);
     for (Query& query : queries) {
         query.mileage = random.Between(0, length);
         query.offset = random.Between(-band, band);

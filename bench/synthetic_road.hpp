@@ -1,6 +1,7 @@
 /// Roads of any number of elements and points beside them, the same on every machine.
 #pragma once
 
+#include <cstddef>
 #include <cstdint>
 #include <vector>
 
@@ -37,7 +38,8 @@ struct Query {
 };
 
 /// Points evenly spread along the road, in random order.
-/// @param band largest offset to either side (m)
-std::vector<Query> Queries(kesto::Road& road, double band);
+/// @param band  largest offset to either side (m)
+/// @param count how many; processors learn the turns that a thousand queries take, so quick answers need more
+std::vector<Query> Queries(kesto::Road& road, double band, std::size_t count = 1024);
 
 }  // namespace bench
