@@ -222,6 +222,7 @@ Place LookUpPlace(const RoadDesign& road, const ChainIndex& index, double contin
 // --------------------------------------------------------------------------------------------------- building it
 
 inline constexpr std::size_t bucketsPerElement = 2;
+inline constexpr std::size_t mostFrames = 4096;  // of longer roads: fetching from memory costs more than working out
 
 /// Fills the guess table of a range whose values, one per element, never fall: each bucket gets the first element whose
 /// value lies in it or behind it.
@@ -299,6 +300,9 @@ void FillIndex(const RoadDesign& road, ChainIndex& index) {
     if (count == 0) return;
     index.running.reserve(count);
     index.guesses.reserve(2 * bucketsPerElement * count);
+    const std::size_t framed = count <= mostFrames ? count : 0;
+    index.frames.resize(framed);
+    index.framesKnown.assign(framed, 0);
     SumLengths(road, index);
     FindRuns(road, index);
     const MileageSpan span = WalkSpan(road);

@@ -51,9 +51,7 @@ std::optional<ClothoidStretch> StretchOf(const Element& spiral) noexcept {
     return std::nullopt;
 }
 
-Heading HeadingOf(double azimuth) noexcept {
-    return {std::cos(ToRadians(azimuth)), std::sin(ToRadians(azimuth))};
-}
+Heading HeadingOf(double azimuth) noexcept { return {std::cos(ToRadians(azimuth)), std::sin(ToRadians(azimuth))}; }
 
 StartFrame FrameOf(const Element& element) noexcept {
     return {element.startX, element.startY, element.startAzimuth, HeadingOf(element.startAzimuth), TurnsLeft(element)};
@@ -78,7 +76,22 @@ std::optional<LocalPoint> EvaluateLocal(const Element& element, double distance)
     return std::nullopt;
 }
 
-Result<Position> Evaluate(const Element& element, double distance) noexcept {
+EvaluationFrame EvaluationFrameOf(const Element& element) noexcept {
+    EvaluationFrame frame;
+    frame.heading = HeadingOf(element.startAzimuth);
+    if (const auto stretch = IsType(element, ElementType::Spiral) ? StretchOf(element) : std::nullopt) {
+        frame.hasSeries = HasSeries(*stretch);
+        if (frame.hasSeries) frame.clothoid = FrameOf(*stretch);
+    }
+    return frame;
+}
+
+namespace {
+
+/// Evaluates an element, given its local points and its heading.
+template <class LocalAt, class HeadingAt>
+Result<Position> EvaluateBy(const Element& element, double distance, const LocalAt& localAt,
+                            const HeadingAt& headingAt) noexcept {
     Position position{element.startX, element.startY, element.startAzimuth};
     if (!(std::fabs(distance) < tolerance::distance)) {
         if (!(std::fabs(distance) - std::fabs(element.length) <= tolerance::distance)) {
@@ -88,15 +101,35 @@ Result<Position> Evaluate(const Element& element, double distance) noexcept {
         const bool pointLike = IsType(element, ElementType::Spiral) && IsInfiniteRadius(element.startRadius) &&
                                IsInfiniteRadius(element.endRadius);
         if (!pointLike) {
-            const std::optional<LocalPoint> local = EvaluateLocal(element, distance);
+            const std::optional<LocalPoint> local = localAt();
             if (!local) return Fail(KESTO_ELEMENT_NOT_EVALUABLE);
-            position = PlaceOn(FrameOf(element), *local);
+            const StartFrame start{element.startX, element.startY, element.startAzimuth, headingAt(),
+                                   TurnsLeft(element)};
+            position = PlaceOn(start, *local);
         }
     }
     if (!std::isfinite(position.x) || !std::isfinite(position.y) || !std::isfinite(position.azimuth)) {
         return Fail(KESTO_RESULT_NOT_FINITE);
     }
     return position;
+}
+
+}  // namespace
+
+Result<Position> Evaluate(const Element& element, double distance) noexcept {
+    return EvaluateBy(
+        element, distance, [&] { return EvaluateLocal(element, distance); },
+        [&] { return HeadingOf(element.startAzimuth); });
+}
+
+Result<Position> Evaluate(const Element& element, const EvaluationFrame& frame, double distance) noexcept {
+    return EvaluateBy(
+        element, distance,
+        [&]() -> std::optional<LocalPoint> {
+            if (frame.hasSeries) return SeriesPoint(frame.clothoid, distance);
+            return EvaluateLocal(element, distance);
+        },
+        [&] { return frame.heading; });
 }
 
 }  // namespace kesto

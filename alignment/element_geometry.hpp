@@ -46,6 +46,9 @@ StartFrame FrameOf(const Element& element) noexcept;
 /// The position of a local point of an element.
 Position PlaceOn(const StartFrame& start, const LocalPoint& local) noexcept;
 
+/// What Evaluate() can be given so that it need not work it out again.
+EvaluationFrame EvaluationFrameOf(const Element& element) noexcept;
+
 /// Point of an element in the frame of its start tangent, v towards the side of the turn.
 /// @param distance m, signed; not held against the element's length
 /// @return nothing for a spiral between equal or two infinite radii or with diverging series, and for an unknown type
@@ -59,5 +62,8 @@ std::optional<LocalPoint> EvaluateLocal(const Element& element, double distance)
 ///         A spiral between two infinite radii gives its start point. Fails beyond the element, for a spiral between
 ///         equal radii or with diverging series, for an unknown type, and where the result would not be finite.
 Result<Position> Evaluate(const Element& element, double distance) noexcept;
+
+/// The same, in every bit, with the element's frame at hand.
+Result<Position> Evaluate(const Element& element, const EvaluationFrame& frame, double distance) noexcept;
 
 }  // namespace kesto

@@ -21,9 +21,18 @@ double OffsetDirection(double angle, double azimuth) noexcept {
     return direction;
 }
 
-Result<Position> EvaluateAt(const RoadDesign& road, std::int32_t index, double mileage) noexcept {
-    const Element& element = road.elements[index];
-    return Evaluate(element, mileage - element.startMileage);
+/// Evaluates the element that a lookup on the chain as it stands has just found.
+Result<Position> EvaluateFound(RoadDesign& road, std::int32_t found, double mileage) noexcept {
+    const Element& element = road.elements[found];
+    const double distance = mileage - element.startMileage;
+    ChainIndex& index = road.chainIndex;
+    const auto at = static_cast<std::size_t>(found);
+    if (!index.filled || at >= index.frames.size()) return Evaluate(element, distance);
+    if (index.framesKnown[at] == 0) {
+        index.frames[at] = EvaluationFrameOf(element);
+        index.framesKnown[at] = 1;
+    }
+    return Evaluate(element, index.frames[at], distance);
 }
 
 }  // namespace
@@ -31,7 +40,7 @@ Result<Position> EvaluateAt(const RoadDesign& road, std::int32_t index, double m
 std::optional<Position> CentrePoint(RoadDesign& road, StakeMileage stake) noexcept {
     const std::optional<std::int32_t> index = CoveringElement(road, stake);
     if (!index) return std::nullopt;
-    const Result<Position> position = EvaluateAt(road, *index, stake.mileage);
+    const Result<Position> position = EvaluateFound(road, *index, stake.mileage);
     if (!position) return std::nullopt;
     return *position;
 }
@@ -47,7 +56,7 @@ Position Moved(const Position& centre, Offset offset) noexcept {
 Outcome FindPosition(RoadDesign& road, StakeMileage stake, Offset offset, std::optional<Position>& position) noexcept {
     const std::optional<std::int32_t> index = CoveringElement(road, stake);
     if (!index) return ExplainMissing(road, stake);
-    const Result<Position> centre = EvaluateAt(road, *index, stake.mileage);
+    const Result<Position> centre = EvaluateFound(road, *index, stake.mileage);
     if (!centre) {
         position = Position{};
         Failure failure = centre.failure();

@@ -5,6 +5,8 @@
 #include <cstdint>
 #include <vector>
 
+#include "core/element_frames.hpp"
+
 namespace kesto {
 
 /// Where a search in sorted numbers begins: a table of equally wide buckets, each with a first guess.
@@ -44,6 +46,10 @@ struct ChainIndex {
     std::vector<std::int32_t> guesses;  // elements, of all guess tables
     double lowest = 0;                  // m: least stake mileage at an end of an element
     double highest = 0;                 // m
+
+    // Worked out for an element when it is first asked for.
+    std::vector<EvaluationFrame> frames;    // one per element; none on very long roads
+    std::vector<std::uint8_t> framesKnown;  // 1 where the frame is worked out
 };
 
 }  // namespace kesto

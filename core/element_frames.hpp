@@ -34,6 +34,13 @@ struct StartFrame {
     bool left = false;   // the side of the turn
 };
 
+/// What evaluating an element needs at every distance alike.
+struct EvaluationFrame {
+    Heading heading;         // of the start azimuth
+    ClothoidFrame clothoid;  // of a spiral with series
+    bool hasSeries = false;
+};
+
 /// What a foot on a straight or an arc is computed from.
 struct FootFrame {
     double x = 0;          // m: start point

@@ -3,8 +3,12 @@
 #include <gtest/gtest.h>
 
 #include <algorithm>
+#include <bit>
 #include <cmath>
+#include <cstdint>
+#include <initializer_list>
 #include <limits>
+#include <random>
 
 #include "quadrature.hpp"
 
@@ -111,6 +115,33 @@ TEST(ElementGeometry, AzimuthIsBroughtBackOnce) {
     // A straight keeps its azimuth to the bit, even one of exactly 360; a tiny one counts as 0.
     EXPECT_EQ(Evaluate(MakeElement(1, true, 0, 0, 10, 0, 0, 360), 10)->azimuth, 360);
     EXPECT_EQ(Evaluate(MakeElement(1, true, 0, 0, 10, 0, 0, 9e-8), 10)->azimuth, 0);
+}
+
+TEST(ElementGeometry, FrameChangesNoBit) {
+    std::mt19937 random(11);
+    const auto of = [&](std::initializer_list<double> values) { return values.begin()[random() % values.size()]; };
+    int found = 0;
+    for (int round = 0; round < 20000; ++round) {
+        Element element{};
+        element.type = static_cast<std::int32_t>(random() % 5);
+        element.turnDirection = random() % 2;
+        element.startX = 3412345.678;
+        element.startY = of({512345.678, -0.0});
+        element.startAzimuth = of({0, 33.3, 359.99999999, -120, 1e9, std::nan("")});
+        element.startRadius = of({0, 1e-8, 250, 300, 299.999, 1000, -40, 1e-3, HUGE_VAL, std::nan("")});
+        element.endRadius = of({0, 1e-8, 250, 300, 299.999, 1000, -40, 1e-3, HUGE_VAL, std::nan("")});
+        element.length = of({100, -100, 20, 1e4, 0, 1e-8});
+        const double distance = element.length * of({0, 0.3, 0.5, 1, 1 + 1e-10, 1.1, -0.2});
+        const auto plain = kesto::Evaluate(element, distance);
+        const auto framed = kesto::Evaluate(element, kesto::EvaluationFrameOf(element), distance);
+        ASSERT_EQ(static_cast<bool>(plain), static_cast<bool>(framed)) << "round " << round;
+        if (!plain) continue;
+        ++found;
+        ASSERT_EQ(std::bit_cast<std::uint64_t>(plain->x), std::bit_cast<std::uint64_t>(framed->x)) << "round " << round;
+        ASSERT_EQ(std::bit_cast<std::uint64_t>(plain->y), std::bit_cast<std::uint64_t>(framed->y)) << "round " << round;
+        ASSERT_EQ(std::bit_cast<std::uint64_t>(plain->azimuth), std::bit_cast<std::uint64_t>(framed->azimuth));
+    }
+    EXPECT_GT(found, 5000);
 }
 
 }  // namespace
