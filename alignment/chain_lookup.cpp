@@ -317,19 +317,21 @@ bool LiesBetween(double start, double end, double continuous) noexcept {
 
 Match FindCovering(const RoadDesign& road, const ChainIndex* index, StakeMileage stake) noexcept {
     const Covering covering{stake.mileage};
-    return index ? LookUp(road, *index, covering, stake.occurrence) : WalkTo(road, covering, stake.occurrence);
+    return index != nullptr ? LookUp(road, *index, covering, stake.occurrence)
+                            : WalkTo(road, covering, stake.occurrence);
 }
 
 Match FindCarrier(const RoadDesign& road, const ChainIndex* index, StakeMileage stake) noexcept {
     const Carrying carrying{stake.mileage, tolerance::zeroLengthMileage};
-    return index ? LookUp(road, *index, carrying, stake.occurrence) : WalkTo(road, carrying, stake.occurrence);
+    return index != nullptr ? LookUp(road, *index, carrying, stake.occurrence)
+                            : WalkTo(road, carrying, stake.occurrence);
 }
 
 std::int32_t CountCarriers(const RoadDesign& road, const ChainIndex* index, double mileage, double zeroLength,
                            std::int32_t last) noexcept {
     const Carrying carrying{mileage, zeroLength};
     std::int32_t count = 0;
-    if (index) {
+    if (index != nullptr) {
         ForEachFitting(road, *index, carrying, [&](Range range) {
             count += Range{range.first, std::min(range.last, last + 1)}.Count();
             return range.last > last;
@@ -341,16 +343,16 @@ std::int32_t CountCarriers(const RoadDesign& road, const ChainIndex* index, doub
 }
 
 Place FindPlace(const RoadDesign& road, const ChainIndex* index, double continuous) noexcept {
-    return index ? LookUpPlace(road, *index, continuous) : WalkToPlace(road, continuous);
+    return index != nullptr ? LookUpPlace(road, *index, continuous) : WalkToPlace(road, continuous);
 }
 
 double RunningAt(const RoadDesign& road, const ChainIndex* index, std::int32_t element) noexcept {
     if (element == 0) return road.settings.startMileage;
-    return index ? RunningEnd(*index, element - 1) : WalkRunning(road, element);
+    return index != nullptr ? RunningEnd(*index, element - 1) : WalkRunning(road, element);
 }
 
 MileageSpan SpanOf(const RoadDesign& road, const ChainIndex* index) noexcept {
-    return index ? MileageSpan{index->lowest, index->highest} : WalkSpan(road);
+    return index != nullptr ? MileageSpan{index->lowest, index->highest} : WalkSpan(road);
 }
 
 }  // namespace kesto
