@@ -94,10 +94,12 @@ private:
     double scale = 1;
 };
 
+constexpr std::size_t positionCount = 64;  // walked along the whole line each
+
 void PositionGeos(State& state) {
     kesto::Road road = Highway(static_cast<int>(state.range(0)));
     const Polyline line(road);
-    const auto queries = Queries(road, 0);
+    const auto queries = Queries(road, 0, positionCount);
     state.counters["error"] = WorstError(road, queries, [&](const Query& it) { return line.At(it.mileage); });
     ForEachQuery(state, queries, [&](const Query& it) { return line.At(it.mileage).x; });
 }
