@@ -311,6 +311,10 @@ void FillIndex(const RoadDesign& road, ChainIndex& index) {
     index.filled = true;
 }
 
+bool Carries(const Element& element, double mileage, double zeroLength) noexcept {
+    return Carrying{mileage, zeroLength}.Holds(element);
+}
+
 bool LiesBetween(double start, double end, double continuous) noexcept {
     return !(start - continuous > tolerance::mileage) && end - continuous > tolerance::mileage;
 }

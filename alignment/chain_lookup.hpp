@@ -32,6 +32,10 @@ struct MileageSpan {
     double highest;
 };
 
+/// Whether a stake mileage (m) lies on an element for the conversions, which allow for rounding at its start (1e-7 m).
+/// @param zeroLength how close it must be to an element without length (m)
+bool Carries(const Element& element, double mileage, double zeroLength) noexcept;
+
 /// Whether a place lies on the element between two continuous mileages (m).
 bool LiesBetween(double start, double end, double continuous) noexcept;
 

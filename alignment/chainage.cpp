@@ -15,16 +15,17 @@ namespace {
 /// ten the worst caller, who edits whenever the index has just been built, pays three walks a lookup.
 inline constexpr std::int32_t walksAfterEdit = 10;
 
-StakeMileage StakeMileageOn(const RoadDesign& road, const ChainIndex* index, const Place& place,
-                            double continuous) noexcept {
+/// Stake mileage (m) of a continuous mileage on the element where it lies.
+double MileageOn(const RoadDesign& road, const Place& place, double continuous) noexcept {
     const Element& element = road.elements[place.element];
     const double along = continuous - place.running;
-    StakeMileage stake;
-    stake.mileage = (element.length < 0 ? -along : along) + element.startMileage;
+    return (element.length < 0 ? -along : along) + element.startMileage;
+}
+
+/// Occurrence before any element is counted: the very end of the road counts as one more.
+std::int32_t FirstOccurrence(const RoadDesign& road, double continuous) noexcept {
     const double beyond = continuous - road.settings.startMileage - road.totalLength;
-    stake.occurrence = std::fabs(beyond) < tolerance::mileage ? 0 : noOccurrence;
-    stake.occurrence += CountCarriers(road, index, stake.mileage, tolerance::mileage, place.element);
-    return stake;
+    return std::fabs(beyond) < tolerance::mileage ? 0 : noOccurrence;
 }
 
 }  // namespace
@@ -95,16 +96,24 @@ Result<double> ContinuousMileage(RoadDesign& road, StakeMileage stake) {
 
 StakeMileage StakeMileageAt(RoadDesign& road, double continuous) noexcept {
     const ChainIndex* const index = CurrentIndex(road);
-    return StakeMileageOn(road, index, FindPlace(road, index, continuous), continuous);
+    const Place place = FindPlace(road, index, continuous);
+    StakeMileage stake{MileageOn(road, place, continuous), FirstOccurrence(road, continuous)};
+    stake.occurrence += CountCarriers(road, index, stake.mileage, tolerance::mileage, place.element);
+    return stake;
 }
 
-StakeMileage StakeMileageAt(RoadDesign& road, double continuous, std::int32_t element, double running) noexcept {
-    const ChainIndex* const index = CurrentIndex(road);
-    // Elements before this one end at or before its start: where it holds the place, none of them does.
-    const double end = running + std::fabs(road.elements[element].length);
-    const bool holds = LiesBetween(running, end, continuous);
-    return StakeMileageOn(road, index, holds ? Place{element, running} : FindPlace(road, index, continuous),
-                          continuous);
+StakeMileage StakeMileageAt(RoadDesign& road, double continuous, const LikelyPlace& likely) noexcept {
+    const Element& element = road.elements[likely.element];
+    const double end = likely.running + std::fabs(element.length);
+    // The elements before it end at or before its start: where it holds the place, none of them does.
+    if (LiesBetween(likely.running, end, continuous)) {
+        const double mileage = MileageOn(road, {likely.element, likely.running}, continuous);
+        if (mileage - likely.highestBefore > 2 * tolerance::mileage) {
+            const bool carries = Carries(element, mileage, tolerance::mileage);
+            return {mileage, FirstOccurrence(road, continuous) + (carries ? 1 : 0)};
+        }
+    }
+    return StakeMileageAt(road, continuous);
 }
 
 Failure ExplainMissing(RoadDesign& road, StakeMileage stake) noexcept {

@@ -33,9 +33,15 @@ Result<double> ContinuousMileage(RoadDesign& road, StakeMileage stake);
 /// no element (before the road or beyond its end). The road must have an element.
 StakeMileage StakeMileageAt(RoadDesign& road, double continuous) noexcept;
 
-/// The same, where the place is likely to lie on a known element.
-/// @param running continuous mileage at the start of the element (m)
-StakeMileage StakeMileageAt(RoadDesign& road, double continuous, std::int32_t element, double running) noexcept;
+/// What is known about an element on which a place is likely to lie.
+struct LikelyPlace {
+    std::int32_t element;
+    double running;        // m: continuous mileage at its start
+    double highestBefore;  // m: no element before it reaches a higher stake mileage
+};
+
+/// The same, starting at an element.
+StakeMileage StakeMileageAt(RoadDesign& road, double continuous, const LikelyPlace& likely) noexcept;
 
 /// Why a stake mileage was not found: beyond which end and by how much, or how often it occurs.
 Failure ExplainMissing(RoadDesign& road, StakeMileage stake) noexcept;

@@ -2,23 +2,7 @@
 
 #include <cmath>
 
-#include "core/tolerances.hpp"
-
 namespace kesto {
-
-Candidate CandidateAt(std::int32_t index, const Element& element, const std::optional<Foot>& foot, double running,
-                      Point point) noexcept {
-    if (foot) return {element.startMileage + foot->along, foot->offset, running + foot->along, running, index};
-    return {element.startMileage, Distance(StartOf(element), point), running, running, index};
-}
-
-bool Meet(Candidate& best, const Candidate& candidate, const Stretch& stretch) noexcept {
-    const double distance = std::fabs(candidate.offset);
-    const double bestDistance = std::fabs(best.offset);
-    if (bestDistance < tolerance::onTheLine && distance > bestDistance) return false;
-    if (IsOn(stretch, candidate) && distance <= bestDistance) best = candidate;
-    return true;
-}
 
 Candidate WalkElements(const RoadDesign& road, Point point, const Stretch& stretch) noexcept {
     Candidate best;

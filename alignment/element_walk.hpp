@@ -2,10 +2,12 @@
 /// index (inverse_index.hpp) gives the same result sooner.
 #pragma once
 
+#include <cmath>
 #include <limits>
 
 #include "alignment/projection.hpp"
 #include "core/road_design.hpp"
+#include "core/tolerances.hpp"
 
 namespace kesto {
 
@@ -17,6 +19,7 @@ struct Candidate {
     double offset = farAway;    // m
     double continuous = 0;      // m
     double running = 0;         // m: continuous mileage at the start of the element
+    double highestBefore = std::numeric_limits<double>::infinity();  // m: of the stake mileages before it, if known
     std::int32_t element = -1;  // index in the chain; negative: nothing was found
 };
 
@@ -29,8 +32,19 @@ struct Stretch {
 /// Where an element sees the point: at its foot, or else at its start point with the plain distance.
 /// @param foot    of the point on the element, if it has one
 /// @param running continuous mileage at the element's start (m)
-Candidate CandidateAt(std::int32_t index, const Element& element, const std::optional<Foot>& foot, double running,
-                      Point point) noexcept;
+inline Candidate CandidateAt(std::int32_t index, const Element& element, const std::optional<Foot>& foot,
+                             double running, Point point) noexcept {
+    Candidate candidate{element.startMileage, 0, running, running};
+    candidate.element = index;
+    if (foot) {
+        candidate.mileage += foot->along;
+        candidate.offset = foot->offset;
+        candidate.continuous += foot->along;
+    } else {
+        candidate.offset = Distance(StartOf(element), point);
+    }
+    return candidate;
+}
 
 /// Whether a candidate may become the result: it lies on the stretch. Of equal ones the later along the road wins.
 inline bool IsOn(const Stretch& stretch, const Candidate& candidate) noexcept {
@@ -39,7 +53,13 @@ inline bool IsOn(const Stretch& stretch, const Candidate& candidate) noexcept {
 
 /// One step of the search: takes the candidate if it is on the stretch and not farther than the best.
 /// @return false where the search is over: the best lies on the line and this candidate does not come up to it
-bool Meet(Candidate& best, const Candidate& candidate, const Stretch& stretch) noexcept;
+inline bool Meet(Candidate& best, const Candidate& candidate, const Stretch& stretch) noexcept {
+    const double distance = std::fabs(candidate.offset);
+    const double bestDistance = std::fabs(best.offset);
+    if (bestDistance < tolerance::onTheLine && distance > bestDistance) return false;
+    if (IsOn(stretch, candidate) && distance <= bestDistance) best = candidate;
+    return true;
+}
 
 /// The nearest place on the stretch, by walking all elements.
 Candidate WalkElements(const RoadDesign& road, Point point, const Stretch& stretch) noexcept;

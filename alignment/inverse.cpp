@@ -82,7 +82,8 @@ Outcome Search(RoadDesign& road, Point point, const SearchLimits& limits, std::o
     } else if (toLower < std::fabs(best.offset)) {
         result = {StakeOf(limits.lower), toLower};
     } else if (best.element >= 0) {
-        result = {{best.mileage, StakeMileageAt(road, best.continuous, best.element, best.running).occurrence}, best.offset};
+        const LikelyPlace likely{best.element, best.running, best.highestBefore};
+        result = {{best.mileage, StakeMileageAt(road, best.continuous, likely).occurrence}, best.offset};
     } else {
         return Fail(KESTO_NO_FOOT);
     }

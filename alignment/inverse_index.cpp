@@ -27,6 +27,12 @@ struct Box {
         highX = std::max(highX, x);
         highY = std::max(highY, y);
     }
+    void Move(double x, double y) noexcept {
+        lowX += x;
+        lowY += y;
+        highX += x;
+        highY += y;
+    }
     void Grow(double by) noexcept {
         lowX -= by;
         lowY -= by;
@@ -137,29 +143,42 @@ Box See(const Element& element, ElementSight& sight, InverseIndex& index) {
     return box;
 }
 
-// Outwards by more than the rounding to single precision.
-float Below(double number) noexcept {
-    const auto rounded = static_cast<float>(number);
-    return rounded - std::fabs(rounded) * std::numeric_limits<float>::epsilon();
+/// Half the width of a side as a node stores it: wider by more than single precision can lose, here and in the search.
+float HalfWidth(double low, double high, float centre) noexcept {
+    constexpr float wider = 1 + 8 * std::numeric_limits<float>::epsilon();
+    return static_cast<float>(std::max(high - static_cast<double>(centre), static_cast<double>(centre) - low)) * wider;
 }
-float Above(double number) noexcept { return -Below(-number); }
+
+/// @param box from the index's origin
+void SetLane(BoxNode& node, std::size_t lane, const Box& box) noexcept {
+    node.centreX[lane] = static_cast<float>((box.lowX + box.highX) / 2);
+    node.centreY[lane] = static_cast<float>((box.lowY + box.highY) / 2);
+    node.halfX[lane] = HalfWidth(box.lowX, box.highX, node.centreX[lane]);
+    node.halfY[lane] = HalfWidth(box.lowY, box.highY, node.centreY[lane]);
+}
+
+/// The box around a node.
+Box BoxOf(const BoxNode& node) noexcept {
+    Box box;
+    for (std::size_t lane = 0; lane < boxLanes; ++lane) {
+        const auto x = static_cast<double>(node.centreX[lane]);
+        const auto y = static_cast<double>(node.centreY[lane]);
+        const auto halfX = static_cast<double>(node.halfX[lane]);
+        const auto halfY = static_cast<double>(node.halfY[lane]);
+        if (halfX < 0) continue;
+        box.Take(x - halfX, y - halfY);
+        box.Take(x + halfX, y + halfY);
+    }
+    return box;
+}
 
 BoxNode EmptyNode() noexcept {
-    constexpr float infinity = std::numeric_limits<float>::infinity();
     BoxNode node;
-    node.lowX.fill(infinity);
-    node.lowY.fill(infinity);
-    node.highX.fill(-infinity);
-    node.highY.fill(-infinity);
+    node.centreX.fill(0);
+    node.centreY.fill(0);
+    node.halfX.fill(-std::numeric_limits<float>::infinity());
+    node.halfY.fill(-std::numeric_limits<float>::infinity());
     return node;
-}
-
-/// The box around a node, as a lane of the node above.
-void TakeNode(BoxNode& above, std::size_t lane, const BoxNode& node) noexcept {
-    above.lowX[lane] = *std::min_element(node.lowX.begin(), node.lowX.end());
-    above.lowY[lane] = *std::min_element(node.lowY.begin(), node.lowY.end());
-    above.highX[lane] = *std::max_element(node.highX.begin(), node.highX.end());
-    above.highY[lane] = *std::max_element(node.highY.begin(), node.highY.end());
 }
 
 /// Levels above the boxes of the elements, until one node is left.
@@ -171,7 +190,7 @@ void StackLevels(InverseIndex& index) {
         for (std::size_t at = first; at < end; ++at) {
             const std::size_t lane = (at - first) % boxLanes;
             if (lane == 0) index.nodes.push_back(EmptyNode());
-            TakeNode(index.nodes.back(), lane, index.nodes[at]);
+            SetLane(index.nodes.back(), lane, BoxOf(index.nodes[at]));
         }
         first = end;
     }
@@ -192,20 +211,20 @@ bool Fill(const RoadDesign& road, InverseIndex& index) {
     index.nodes.reserve(elements.size() / (boxLanes - 1) + static_cast<std::size_t>(boxLanes));
     index.nodes.push_back(EmptyNode());
     double running = road.settings.startMileage + std::fabs(elements[0].length);
+    double highest = -std::numeric_limits<double>::infinity();
     for (std::size_t i = 1; i < elements.size(); ++i) {
         if (!IsUsual(elements[i])) return false;
         ElementSight& sight = index.elements[i];
         sight.running = running;
+        sight.highestBefore = highest;
+        highest = std::max({highest, elements[i].startMileage, EndMileage(elements[i])});
         running += std::fabs(elements[i].length);
         Box box = See(elements[i], sight, index);
         box.Grow(tolerance::indexSlack);
+        box.Move(-index.originX, -index.originY);
         const std::size_t lane = i % boxLanes;
         if (lane == 0) index.nodes.push_back(EmptyNode());
-        BoxNode& node = index.nodes.back();
-        node.lowX[lane] = Below(box.lowX - index.originX);
-        node.lowY[lane] = Below(box.lowY - index.originY);
-        node.highX[lane] = Above(box.highX - index.originX);
-        node.highY[lane] = Above(box.highY - index.originY);
+        SetLane(index.nodes.back(), lane, box);
     }
     if (!std::isfinite(running)) return false;
     StackLevels(index);

@@ -3,6 +3,7 @@
 
 #include <algorithm>
 #include <array>
+#include <bit>
 #include <cmath>
 #include <limits>
 
@@ -35,7 +36,7 @@ Bounds BoundsOnStraight(const ElementSight& sight, Point point, double toStart) 
     const double dx = point.x - sight.frame.x;
     const double dy = point.y - sight.frame.y;
     const double along = dx * sight.toEnd.cosine + dy * sight.toEnd.sine;
-    const double beyond = std::fmax(-along, along - sight.frame.length);  // m: outside the element
+    const double beyond = std::max(-along, along - sight.frame.length);  // m: outside the element
     if (beyond > tolerance::indexSlack) return Around(toStart);
     const double toFoot = std::fabs(dy * sight.toEnd.cosine - dx * sight.toEnd.sine);
     return beyond < -tolerance::indexSlack ? Around(toFoot) : FromFoot(toFoot, toStart);
@@ -53,7 +54,7 @@ Bounds BoundsOnArc(const ElementSight& sight, Point point, double toStart) noexc
     const double startY = (arc.y - arc.centreY) / arc.radius;
     const double fromStart = dx * startY - dy * startX;
     const double fromEnd = dy * sight.toEnd.cosine - dx * sight.toEnd.sine;
-    const double outside = arc.left ? -std::fmin(fromStart, fromEnd) : std::fmax(fromStart, fromEnd);
+    const double outside = arc.left ? -std::min(fromStart, fromEnd) : std::max(fromStart, fromEnd);
     const double slack = tolerance::indexSlack * (radial / arc.radius + 1);
     if (outside > slack) return Around(toStart);
     return outside < -slack ? Around(toFoot) : FromFoot(toFoot, toStart);
@@ -62,7 +63,7 @@ Bounds BoundsOnArc(const ElementSight& sight, Point point, double toStart) noexc
 /// A spiral has no foot where both ends see the point clearly ahead, or behind. Its foot lies near the chord.
 Bounds BoundsOnSpiral(const SpiralSight& spiral, const EndLooks& looks, Point point, double toStart) noexcept {
     constexpr double clearly = 1e-6;  // of the distance
-    const double least = tolerance::indexSlack + clearly * std::fmax(looks.start.distance, looks.end.distance);
+    const double least = tolerance::indexSlack + clearly * std::max(looks.start.distance, looks.end.distance);
     const bool ahead = looks.start.ahead > least && looks.end.ahead > least;
     const bool behind = looks.start.ahead < -least && looks.end.ahead < -least;
     if (ahead || behind) return Around(toStart);
@@ -88,7 +89,9 @@ struct Kept {
 class Search {
 public:
     Search(const RoadDesign& searched, const InverseIndex& its, Point target, const Stretch& wanted) noexcept
-        : road(searched), index(its), point(target), stretch(wanted) {
+        : road(searched), index(its), point(target), stretch(wanted), x(static_cast<float>(target.x - its.originX)),
+          y(static_cast<float>(target.y - its.originY)), roundingX(std::fabs(x) * epsilon),
+          roundingY(std::fabs(y) * epsilon) {
         const ElementSight& end = index.elements.back();
         narrow = index.ordered && !(stretch.lower <= index.elements[1].running &&
                                     stretch.upper >= end.running);
@@ -115,6 +118,7 @@ public:
     }
 
 private:
+    static constexpr float epsilon = std::numeric_limits<float>::epsilon();
     static constexpr std::size_t room = 48;        // kept elements
     static constexpr std::size_t mostNodes = 128;  // more than seven on each of the levels that 2^31 elements need
 
@@ -137,10 +141,15 @@ private:
         return index.spirals[static_cast<std::size_t>(sight.spiral)];
     }
 
+    static Candidate Told(Candidate candidate, const ElementSight& sight) noexcept {
+        candidate.highestBefore = sight.highestBefore;
+        return candidate;
+    }
+
     Candidate CandidateOf(std::int32_t i) const noexcept {
         const ElementSight& sight = Sight(i);
         const Element& element = road.elements[i];
-        return CandidateAt(i, element, FootOn(sight, element), sight.running, point);
+        return Told(CandidateAt(i, element, FootOn(sight, element), sight.running, point), sight);
     }
 
     Candidate CandidateOf(Kept& it) const noexcept {
@@ -154,7 +163,7 @@ private:
         } else if (it.known == Kept::Known::Foot) {
             foot = Foot{it.along, it.offset};
         }
-        return CandidateAt(it.element, element, foot, sight.running, point);
+        return Told(CandidateAt(it.element, element, foot, sight.running, point), sight);
     }
 
     std::optional<Foot> FootOn(const ElementSight& sight, const Element& element) const noexcept {
@@ -189,7 +198,7 @@ private:
     void Lower(double distance) noexcept {
         constexpr double rounding = 1 + 1e-6;  // of single precision
         if (!(distance < limit)) return;
-        limit = std::fmax(distance, tolerance::onTheLine);
+        limit = std::max(distance, tolerance::onTheLine);
         squaredLimit = static_cast<float>(limit * limit * rounding);
     }
 
@@ -230,72 +239,86 @@ private:
         }
     }
 
-    void BeginAt(std::int32_t) noexcept {}
+    /// Points often come in road order: the element that won last gives a first limit.
+    void BeginAt(std::int32_t last) noexcept {
+        if (narrow && !MayBeOn(last, last)) return;
+        See(last);
+        begun = last;
+        if (count > 0 && kept[0].lower <= std::fabs(Sight(last).frame.length)) AskSpirals();
+    }
 
-    std::array<float, boxLanes> SquaredDistances(const BoxNode& node) const noexcept {
-        const auto x = static_cast<float>(point.x - index.originX);
-        const auto y = static_cast<float>(point.y - index.originY);
-        constexpr float epsilon = std::numeric_limits<float>::epsilon();
-        const float roundingX = std::fabs(x) * epsilon;
-        const float roundingY = std::fabs(y) * epsilon;
-        std::array<float, boxLanes> squared;
+    using Lanes = std::array<float, boxLanes>;
+
+    /// Squared distances to the boxes of a node (m2), by operations that compilers do four at a time.
+    Lanes SquaredDistances(const BoxNode& node) const noexcept {
+        Lanes squared;
         for (std::size_t lane = 0; lane < boxLanes; ++lane) {
-            const float beforeX = node.lowX[lane] - (x + roundingX);
-            const float behindX = (x - roundingX) - node.highX[lane];
-            const float beforeY = node.lowY[lane] - (y + roundingY);
-            const float behindY = (y - roundingY) - node.highY[lane];
-            const float awayX = std::max(0.0F, std::max(beforeX, behindX));
-            const float awayY = std::max(0.0F, std::max(beforeY, behindY));
-            squared[lane] = awayX * awayX + awayY * awayY;
+            const float awayX = std::fabs(node.centreX[lane] - x) - node.halfX[lane] - roundingX;
+            const float awayY = std::fabs(node.centreY[lane] - y) - node.halfY[lane] - roundingY;
+            const float twiceX = awayX + std::fabs(awayX);  // 0 inside
+            const float twiceY = awayY + std::fabs(awayY);
+            squared[lane] = (twiceX * twiceX + twiceY * twiceY) * 0.25F;
         }
         return squared;
     }
 
-    bool DescendToElements(const BoxNode& node, std::int32_t first) noexcept {
-        const std::array<float, boxLanes> squared = SquaredDistances(node);
-        for (std::int32_t lane = 0; lane < boxLanes; ++lane) {
-            if (!(squared[static_cast<std::size_t>(lane)] <= squaredLimit)) continue;
-            if (narrow && !MayBeOn(first + lane, first + lane)) continue;
-            if (!See(first + lane)) return false;
+    /// The lanes within the limit, one bit each.
+    unsigned LanesWithin(const Lanes& squared) const noexcept {
+        unsigned lanes = 0;
+        for (unsigned lane = 0; lane < boxLanes; ++lane) {
+            lanes |= static_cast<unsigned>(squared[lane] <= squaredLimit) << lane;
+        }
+        return lanes;
+    }
+
+    static std::int32_t NearestLane(const Lanes& squared) noexcept {
+        return static_cast<std::int32_t>(std::min_element(squared.begin(), squared.end()) - squared.begin());
+    }
+
+    /// The nearest box first: what it holds often rules out the others.
+    bool SeeElements(const Lanes& squared, unsigned lanes, std::int32_t first) noexcept {
+        const std::int32_t nearest = NearestLane(squared);
+        if (!SeeLane(first + nearest)) return false;
+        for (lanes &= ~(1U << nearest); lanes != 0; lanes &= lanes - 1) {
+            const auto lane = static_cast<std::size_t>(std::countr_zero(lanes));
+            if (squared[lane] <= squaredLimit && !SeeLane(first + static_cast<std::int32_t>(lane))) return false;
         }
         AskSpirals();
         return true;
     }
 
+    bool SeeLane(std::int32_t i) noexcept { return i == begun || (narrow && !MayBeOn(i, i)) || See(i); }
+
     bool Descend() noexcept {
         std::array<Pending, mostNodes> pending;
         std::size_t waiting = 0;
-        pending[waiting++] = {static_cast<std::int32_t>(index.levels.size()) - 1, 0, 0};
+        const auto wait = [&](std::int32_t level, std::int32_t node, float squared) {
+            if (!(narrow && !MayBeOnNode(level, node))) pending[waiting++] = {level, node, squared};
+        };
+        wait(static_cast<std::int32_t>(index.levels.size()) - 1, 0, 0);
         while (waiting > 0) {
             const Pending at = pending[--waiting];
             if (!(at.squared <= squaredLimit)) continue;
-            const BoxNode& node =
-                index.nodes[static_cast<std::size_t>(index.levels[static_cast<std::size_t>(at.level)] + at.node)];
+            const Lanes squared = SquaredDistances(NodeOf(at));
+            unsigned lanes = LanesWithin(squared);
+            if (lanes == 0) continue;
+            const std::int32_t first = at.node * boxLanes;
             if (at.level == 0) {
-                if (!DescendToElements(node, at.node * boxLanes)) return false;
+                if (!SeeElements(squared, lanes, first)) return false;
                 continue;
             }
-            const std::array<float, boxLanes> squared = SquaredDistances(node);
-            const std::size_t before = waiting;
-            for (std::int32_t lane = 0; lane < boxLanes; ++lane) {
-                const float distance = squared[static_cast<std::size_t>(lane)];
-                if (!(distance <= squaredLimit)) continue;
-                if (narrow && !MayBeOnNode(at.level - 1, at.node * boxLanes + lane)) continue;
-                pending[waiting++] = {at.level - 1, at.node * boxLanes + lane, distance};
-                if (pending[waiting - 1].squared > pending[before].squared) {
-                    std::swap(pending[waiting - 1], pending[before]);
-                }
+            const std::int32_t nearest = NearestLane(squared);
+            for (lanes &= ~(1U << nearest); lanes != 0; lanes &= lanes - 1) {
+                const int lane = std::countr_zero(lanes);
+                wait(at.level - 1, first + lane, squared[static_cast<std::size_t>(lane)]);
             }
-            // The nearest goes first: it is taken from the top.
-            if (waiting > before) {
-                auto nearest = std::min_element(pending.begin() + before, pending.begin() + waiting,
-                                                [](const Pending& one, const Pending& other) {
-                                                    return one.squared < other.squared;
-                                                });
-                std::swap(*nearest, pending[waiting - 1]);
-            }
+            wait(at.level - 1, first + nearest, squared[static_cast<std::size_t>(nearest)]);
         }
         return true;
+    }
+
+    const BoxNode& NodeOf(const Pending& at) const noexcept {
+        return index.nodes[static_cast<std::size_t>(index.levels[static_cast<std::size_t>(at.level)] + at.node)];
     }
 
     bool MayBeOnNode(std::int32_t level, std::int32_t node) const noexcept {
@@ -309,9 +332,14 @@ private:
     const InverseIndex& index;
     Point point;
     Stretch stretch;
+    float x;  // m: the point from the index's origin, in single precision, and how far off that may be
+    float y;
+    float roundingX;
+    float roundingY;
     bool narrow = false;                                       // the stretch leaves out elements
     double limit = farAway;                                    // m: elements farther away cannot win
     float squaredLimit = std::numeric_limits<float>::max();    // m2
+    std::int32_t begun = -1;                                   // element that was seen first
     std::size_t count = 0;
     std::array<Kept, room> kept;
 };

@@ -72,16 +72,6 @@ std::optional<Probe> FindSquare(const Element& spiral, Point point) noexcept {
 
 }  // namespace
 
-double Distance(Point one, Point other) noexcept {
-    const double dx = other.x - one.x;
-    const double dy = other.y - one.y;
-    return std::sqrt(dx * dx + dy * dy);
-}
-
-bool IsAtStart(Point start, Point point) noexcept {
-    return std::fabs(point.y - start.y) + std::fabs(point.x - start.x) < tolerance::startPoint;
-}
-
 FootFrame LineFrameOf(const Element& line, const Position& end) noexcept {
     FootFrame frame;
     frame.x = line.startX;
@@ -125,24 +115,6 @@ std::optional<Foot> FootOnArc(const FootFrame& arc, Point point) noexcept {
     const Foot foot{arc.radius * ToRadians(swept), arc.left ? outside : -outside};
     if (!IsWithin(arc, foot.along)) return std::nullopt;
     return foot;
-}
-
-double LengthOf(const Heading& heading) noexcept {
-    return std::sqrt(heading.cosine * heading.cosine + heading.sine * heading.sine);
-}
-
-Look LookFrom(Point place, const Heading& heading, double headingLength, Point point) noexcept {
-    const double dx = point.x - place.x;
-    const double dy = point.y - place.y;
-    const double ahead = dx * heading.cosine + dy * heading.sine;
-    const double distance = std::sqrt(dx * dx + dy * dy) * headingLength;
-    return {ahead, distance, static_cast<float>(ahead / distance)};
-}
-
-Foot FootAt(double along, Point place, const Heading& heading, Point point) noexcept {
-    const double distance = Distance(place, point);
-    const bool isLeft = heading.cosine * (point.y - place.y) - heading.sine * (point.x - place.x) < 0;
-    return {along, isLeft ? -distance : distance};
 }
 
 std::optional<Foot> ProjectOnLine(const Element& line, Point point) noexcept {

@@ -1,11 +1,13 @@
 /// The foot of a plane point on one element.
 #pragma once
 
+#include <cmath>
 #include <numbers>
 #include <optional>
 
 #include "alignment/element_geometry.hpp"
 #include "core/road_design.hpp"
+#include "core/tolerances.hpp"
 
 namespace kesto {
 
@@ -22,13 +24,19 @@ struct Foot {
 };
 
 /// Distance between two points (m).
-double Distance(Point one, Point other) noexcept;
+inline double Distance(Point one, Point other) noexcept {
+    const double dx = other.x - one.x;
+    const double dy = other.y - one.y;
+    return std::sqrt(dx * dx + dy * dy);
+}
 
 /// The start point of an element.
 inline Point StartOf(const Element& element) noexcept { return {element.startX, element.startY}; }
 
 /// Whether a point counts as an element's start point: its foot is then the start, whatever the element is like.
-bool IsAtStart(Point start, Point point) noexcept;
+inline bool IsAtStart(Point start, Point point) noexcept {
+    return std::fabs(point.y - start.y) + std::fabs(point.x - start.x) < tolerance::startPoint;
+}
 
 /// Foot on a straight, whose direction is that from its start point to its end point.
 /// @return nothing where the foot lies outside the element, or its end cannot be evaluated. Measured: within 1e-9 m.
@@ -68,13 +76,25 @@ struct Look {
     double distance;  // m: to the point, times the length of the direction vector
     float cosine;     // of the angle between the tangent and the vector to the point, in single precision on purpose
 };
-Look LookFrom(Point place, const Heading& heading, double headingLength, Point point) noexcept;
+inline Look LookFrom(Point place, const Heading& heading, double headingLength, Point point) noexcept {
+    const double dx = point.x - place.x;
+    const double dy = point.y - place.y;
+    const double ahead = dx * heading.cosine + dy * heading.sine;
+    const double distance = std::sqrt(dx * dx + dy * dy) * headingLength;
+    return {ahead, distance, static_cast<float>(ahead / distance)};
+}
 
 /// Length of a direction vector: 1 but for rounding.
-double LengthOf(const Heading& heading) noexcept;
+inline double LengthOf(const Heading& heading) noexcept {
+    return std::sqrt(heading.cosine * heading.cosine + heading.sine * heading.sine);
+}
 
 /// The foot at a place of a spiral.
-Foot FootAt(double along, Point place, const Heading& heading, Point point) noexcept;
+inline Foot FootAt(double along, Point place, const Heading& heading, Point point) noexcept {
+    const double distance = Distance(place, point);
+    const bool isLeft = heading.cosine * (point.y - place.y) - heading.sine * (point.x - place.x) < 0;
+    return {along, isLeft ? -distance : distance};
+}
 
 /// Foot on an element of any type; nothing for a type without a projection.
 std::optional<Foot> Project(const Element& element, Point point) noexcept;

@@ -1,10 +1,12 @@
 #include "alignment/spiral_foot.hpp"
 
+#include <algorithm>
 #include <array>
 #include <bit>
 #include <cmath>
 #include <cstddef>
 #include <cstdint>
+#include <limits>
 
 #include "core/tolerances.hpp"
 
@@ -121,13 +123,13 @@ std::optional<Neighbourhood> FindNeighbourhood(const SpiralSight& spiral, double
     const double bend = k * length * length / 2;
     const double farthest = (std::fabs(towards) + settled + bend) / (1 - k * bend);
     const double steepest = 1 + k * farthest;
-    const double slope = 1 - k * std::fmax(0, towards + settled + bend * steepest);
+    const double slope = 1 - k * std::max(0.0, towards + settled + bend * steepest);
     if (!(slope > leastSlope)) return std::nullopt;
     const double curving = stretch.rate * farthest + k * k * steepest * length;  // of g, at most
     const double before = std::fabs(step) * steepest / slope;                   // m: error before the last step
     const double unsettled = curving / (2 * slope) * before * before;
     const double doubt = noRightAngle * std::fabs(towards) + rounding;
-    const double slopeNear = std::fmax(slope, slopeHere - curving * (doubt / slope + settled));
+    const double slopeNear = std::max(slope, slopeHere - curving * (doubt / slope + settled));
     return Neighbourhood{along, doubt / slopeNear + unsettled};
 }
 
@@ -148,7 +150,7 @@ Middle EvaluateMiddle(const SpiralSight& spiral, double along, Point point) noex
     return middle;
 }
 
-/// The bracket of a bisection (m from the spiral's start): its start has the point ahead, its end has it behind.
+/// The bracket of a bisection (m from the spiral's start).
 struct Bracket {
     double lower;
     double upper;
@@ -195,7 +197,9 @@ double HalveFarFromFoot(Bracket& bracket, const Neighbourhood& near) noexcept {
 }
 
 /// The bisection, evaluated as written only near the foot.
-Foot Halve(const SpiralSight& spiral, double length, const Neighbourhood& near, Point point) noexcept {
+/// @param startsAhead whether the start has the point ahead and the end behind, or the other way round
+Foot Halve(const SpiralSight& spiral, double length, const Neighbourhood& near, bool startsAhead,
+           Point point) noexcept {
     Bracket bracket{0, length, 0};
     for (;;) {
         const double along = HalveFarFromFoot(bracket, near);
@@ -204,7 +208,7 @@ Foot Halve(const SpiralSight& spiral, double length, const Neighbourhood& near, 
         if (IsAtPoint(middle.look) || IsSquare(excess) || ++bracket.halvings == mostHalvings) {
             return FootAt(along, middle.place, middle.heading, point);
         }
-        (excess < 0 ? bracket.lower : bracket.upper) = along;
+        ((excess < 0) == startsAhead ? bracket.lower : bracket.upper) = along;
     }
 }
 
@@ -213,7 +217,7 @@ bool IsGentle(const SpiralSight& spiral, double length, Point point) noexcept {
     constexpr double mostAngle = 0.7;    // rad, from the clothoid's origin
     constexpr double mostTurn = 1.0;     // rad, with the larger curvature
     constexpr double mostDistance = 1e4;  // m
-    return spiral.hasSeries && length > 0 && spiral.clothoid.stretch.farAngle <= mostAngle &&
+    return length > 0 && spiral.clothoid.stretch.farAngle <= mostAngle &&
            spiral.curvature * length < mostTurn && std::fabs(spiral.clothoid.stretch.start) < mostDistance &&
            length < mostDistance && std::fabs(point.x - spiral.start.x) < mostDistance &&
            std::fabs(point.y - spiral.start.y) < mostDistance;
@@ -236,12 +240,15 @@ std::optional<Foot> FootOnSpiral(const Element& element, const SpiralSight& spir
     if (!IsAtPoint(looks.end) && endExcess * startExcess > 0) return std::nullopt;
     if (IsSquare(startExcess)) return FootAt(0, start, spiral.start.heading, point);
     if (IsAtPoint(looks.end) || IsSquare(endExcess)) return FootAt(element.length, end, spiral.endHeading, point);
-    if (startExcess < 0 && endExcess > 0 && IsGentle(spiral, element.length, point)) {
+    if (!spiral.hasSeries) return ProjectOnSpiral(element, point);
+    const bool startsAhead = startExcess < 0;
+    if (startsAhead && IsGentle(spiral, element.length, point)) {
         if (const auto near = FindNeighbourhood(spiral, element.length, looks, point)) {
-            return Halve(spiral, element.length, *near, point);
+            return Halve(spiral, element.length, *near, startsAhead, point);
         }
     }
-    return ProjectOnSpiral(element, point);
+    constexpr Neighbourhood everywhere{0, std::numeric_limits<double>::infinity()};
+    return Halve(spiral, element.length, everywhere, startsAhead, point);
 }
 
 }  // namespace kesto

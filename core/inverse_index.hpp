@@ -11,13 +11,13 @@ namespace kesto {
 
 inline constexpr std::int32_t boxLanes = 8;  // boxes of one node
 
-/// Bounding boxes of eight neighbours along the road: elements, or the nodes one level below. Metres from the index's
-/// origin, rounded outwards; an empty lane lies at infinity.
+/// Bounding boxes of eight neighbours along the road: elements, or the nodes one level below. Centres in metres from
+/// the index's origin, half widths rounded up; an empty lane is infinitely less than nothing wide.
 struct BoxNode {
-    std::array<float, boxLanes> lowX;
-    std::array<float, boxLanes> lowY;
-    std::array<float, boxLanes> highX;
-    std::array<float, boxLanes> highY;
+    std::array<float, boxLanes> centreX;
+    std::array<float, boxLanes> centreY;
+    std::array<float, boxLanes> halfX;
+    std::array<float, boxLanes> halfY;
 };
 
 /// What decides about a spiral's foot before its bisection, and what the bisection evaluates.
@@ -39,6 +39,7 @@ struct ElementSight {
     enum class Kind : std::int8_t { StartOnly, Straight, Arc, Spiral };
     FootFrame frame;
     double running = 0;        // m: continuous mileage at its start
+    double highestBefore = 0;  // m: highest stake mileage of the elements before it
     Heading toEnd;             // straight: from start point to end point; arc: from centre to end point
     std::int32_t spiral = -1;  // its place among the spirals
     Kind kind = Kind::StartOnly;

@@ -160,6 +160,11 @@ TEST_P(OnRoads, TheIndexFindsWhatTheWalkFinds) {
                 << std::hexfloat << "road " << roads << " point " << points << " (" << point.x << ", " << point.y
                 << ") from " << stretch.lower << " to " << stretch.upper << ": element " << expected.element << " at "
                 << expected.offset << ", not " << found.element << " at " << found.offset;
+            if (found.element < 0) continue;
+            const kesto::LikelyPlace likely{found.element, found.running, found.highestBefore};
+            ASSERT_EQ(kesto::StakeMileageAt(road, found.continuous, likely).occurrence,
+                      kesto::StakeMileageAt(road, found.continuous).occurrence)
+                << "road " << roads << " point " << points;
         }
     }
     EXPECT_GT(told, asked / 2) << "the index must be what is tested";
