@@ -15,12 +15,12 @@ inline constexpr double farAway = 1e30;  // m: farther than any candidate
 
 /// The best place met so far.
 struct Candidate {
-    double mileage = 0;         // m, stake mileage
-    double offset = farAway;    // m
-    double continuous = 0;      // m
-    double running = 0;         // m: continuous mileage at the start of the element
+    double mileage = 0;       // m, stake mileage
+    double offset = farAway;  // m
+    double continuous = 0;    // m
+    double running = 0;       // m: continuous mileage at the start of the element
     double highestBefore = std::numeric_limits<double>::infinity();  // m: of the stake mileages before it, if known
-    std::int32_t element = -1;  // index in the chain; negative: nothing was found
+    std::int32_t element = -1;                                       // index in the chain; negative: nothing was found
 };
 
 /// The stretch that is searched, in continuous mileage (m).

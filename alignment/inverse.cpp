@@ -34,8 +34,13 @@ SearchLimit UpperLimit(RoadDesign& road, StakeMileage wanted) noexcept {
 }
 
 SearchLimits::Key KeyOf(const RoadDesign& road, StakeMileage lower, StakeMileage upper) noexcept {
-    return {road.elements.Revision(), road.settings.startMileage, road.totalLength,    lower.mileage,
-            upper.mileage,            lower.occurrence,           upper.occurrence};
+    return {road.elements.Revision(),
+            road.settings.startMileage,
+            road.totalLength,
+            lower.mileage,
+            upper.mileage,
+            lower.occurrence,
+            upper.occurrence};
 }
 
 const SearchLimits& CurrentLimits(RoadDesign& road, StakeMileage lower, StakeMileage upper) noexcept {

@@ -23,9 +23,7 @@ struct Bounds {
     double upper = std::numeric_limits<double>::infinity();
 };
 
-Bounds Around(double distance) noexcept {
-    return {distance - tolerance::indexSlack, distance + tolerance::indexSlack};
-}
+Bounds Around(double distance) noexcept { return {distance - tolerance::indexSlack, distance + tolerance::indexSlack}; }
 
 /// Either from the foot or, where that may lie outside the element, from the start point, which is never nearer.
 Bounds FromFoot(double toFoot, double toStart) noexcept {
@@ -89,12 +87,16 @@ struct Kept {
 class Search {
 public:
     Search(const RoadDesign& searched, const InverseIndex& its, Point target, const Stretch& wanted) noexcept
-        : road(searched), index(its), point(target), stretch(wanted), x(static_cast<float>(target.x - its.originX)),
-          y(static_cast<float>(target.y - its.originY)), roundingX(std::fabs(x) * epsilon),
+        : road(searched),
+          index(its),
+          point(target),
+          stretch(wanted),
+          x(static_cast<float>(target.x - its.originX)),
+          y(static_cast<float>(target.y - its.originY)),
+          roundingX(std::fabs(x) * epsilon),
           roundingY(std::fabs(y) * epsilon) {
         const ElementSight& end = index.elements.back();
-        narrow = index.ordered && !(stretch.lower <= index.elements[1].running &&
-                                    stretch.upper >= end.running);
+        narrow = index.ordered && !(stretch.lower <= index.elements[1].running && stretch.upper >= end.running);
     }
 
     /// @return false where too many elements are about equally near
@@ -209,8 +211,9 @@ private:
     /// @return false where there is no room
     bool Keep(std::int32_t i, double lower) noexcept {
         if (count == room) {
-            const auto end = std::remove_if(kept.begin(), kept.end(), [&](const Kept& it) { return it.lower > limit; });
-            count = static_cast<std::size_t>(end - kept.begin());
+            const Kept* const end =
+                std::remove_if(kept.data(), kept.data() + count, [&](const Kept& it) { return it.lower > limit; });
+            count = static_cast<std::size_t>(end - kept.data());
             if (count == room) return false;
         }
         kept[count++] = {lower, i, Kept::Known::Nothing, 0, 0};
@@ -231,7 +234,8 @@ private:
             Kept* nearest = nullptr;
             for (std::size_t i = 0; i < count; ++i) {
                 Kept& it = kept[i];
-                if (it.known != Kept::Known::Nothing || Sight(it.element).kind != Kind::Spiral || it.lower > limit) continue;
+                if (it.known != Kept::Known::Nothing || Sight(it.element).kind != Kind::Spiral || it.lower > limit)
+                    continue;
                 if (nearest == nullptr || it.lower < nearest->lower) nearest = &it;
             }
             if (nearest == nullptr) return;
@@ -318,7 +322,8 @@ private:
     }
 
     const BoxNode& NodeOf(const Pending& at) const noexcept {
-        return index.nodes[static_cast<std::size_t>(index.levels[static_cast<std::size_t>(at.level)] + at.node)];
+        const std::int32_t first = index.levels[static_cast<std::size_t>(at.level)];
+        return index.nodes[static_cast<std::size_t>(first) + static_cast<std::size_t>(at.node)];
     }
 
     bool MayBeOnNode(std::int32_t level, std::int32_t node) const noexcept {
@@ -336,10 +341,10 @@ private:
     float y;
     float roundingX;
     float roundingY;
-    bool narrow = false;                                       // the stretch leaves out elements
-    double limit = farAway;                                    // m: elements farther away cannot win
-    float squaredLimit = std::numeric_limits<float>::max();    // m2
-    std::int32_t begun = -1;                                   // element that was seen first
+    bool narrow = false;                                     // the stretch leaves out elements
+    double limit = farAway;                                  // m: elements farther away cannot win
+    float squaredLimit = std::numeric_limits<float>::max();  // m2
+    std::int32_t begun = -1;                                 // element that was seen first
     std::size_t count = 0;
     std::array<Kept, room> kept;
 };

@@ -88,7 +88,7 @@ ClothoidLook LookFromClothoid(double rate, double l, double x, double y) noexcep
 std::optional<Neighbourhood> FindNeighbourhood(const SpiralSight& spiral, double length, const EndLooks& looks,
                                                Point point) noexcept {
     constexpr int mostSteps = 5;
-    constexpr double settled = 2e-4;      // m: a step after which one more changes nothing that counts
+    constexpr double settled = 2e-4;  // m: a step after which one more changes nothing that counts
     constexpr double leastSlope = 0.1;
     constexpr double noRightAngle = 4.1e-7;  // a larger cosine leaves no doubt, see AngleExcess()
     constexpr double rounding = 2.2e-7;      // m: what counts as the start, what as the point, and some 1e-8
@@ -126,7 +126,7 @@ std::optional<Neighbourhood> FindNeighbourhood(const SpiralSight& spiral, double
     const double slope = 1 - k * std::max(0.0, towards + settled + bend * steepest);
     if (!(slope > leastSlope)) return std::nullopt;
     const double curving = stretch.rate * farthest + k * k * steepest * length;  // of g, at most
-    const double before = std::fabs(step) * steepest / slope;                   // m: error before the last step
+    const double before = std::fabs(step) * steepest / slope;                    // m: error before the last step
     const double unsettled = curving / (2 * slope) * before * before;
     const double doubt = noRightAngle * std::fabs(towards) + rounding;
     const double slopeNear = std::max(slope, slopeHere - curving * (doubt / slope + settled));
@@ -189,10 +189,10 @@ double HalveFarFromFoot(Bracket& bracket, const Neighbourhood& near) noexcept {
         const bool isBelowBefore = below < near.along;
         const bool isAboveBefore = above < near.along;
         bracket.halvings += 2;
-        bracket.lower = Choose(isBefore, Choose(isAboveBefore, above, middle),
-                               Choose(isBelowBefore, below, bracket.lower));
-        bracket.upper = Choose(isBefore, Choose(isAboveBefore, bracket.upper, above),
-                               Choose(isBelowBefore, middle, below));
+        bracket.lower =
+            Choose(isBefore, Choose(isAboveBefore, above, middle), Choose(isBelowBefore, below, bracket.lower));
+        bracket.upper =
+            Choose(isBefore, Choose(isAboveBefore, bracket.upper, above), Choose(isBelowBefore, middle, below));
     }
 }
 
@@ -214,13 +214,12 @@ Foot Halve(const SpiralSight& spiral, double length, const Neighbourhood& near, 
 
 /// Whether the halvings may be foretold: moderate turns, and a size that the short series suffice for.
 bool IsGentle(const SpiralSight& spiral, double length, Point point) noexcept {
-    constexpr double mostAngle = 0.7;    // rad, from the clothoid's origin
-    constexpr double mostTurn = 1.0;     // rad, with the larger curvature
+    constexpr double mostAngle = 0.7;     // rad, from the clothoid's origin
+    constexpr double mostTurn = 1.0;      // rad, with the larger curvature
     constexpr double mostDistance = 1e4;  // m
-    return length > 0 && spiral.clothoid.stretch.farAngle <= mostAngle &&
-           spiral.curvature * length < mostTurn && std::fabs(spiral.clothoid.stretch.start) < mostDistance &&
-           length < mostDistance && std::fabs(point.x - spiral.start.x) < mostDistance &&
-           std::fabs(point.y - spiral.start.y) < mostDistance;
+    return length > 0 && spiral.clothoid.stretch.farAngle <= mostAngle && spiral.curvature * length < mostTurn &&
+           std::fabs(spiral.clothoid.stretch.start) < mostDistance && length < mostDistance &&
+           std::fabs(point.x - spiral.start.x) < mostDistance && std::fabs(point.y - spiral.start.y) < mostDistance;
 }
 
 }  // namespace

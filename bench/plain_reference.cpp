@@ -5,7 +5,6 @@
 #include <cstdlib>
 #include <filesystem>
 #include <fstream>
-#include <limits>
 
 namespace bench {
 
@@ -49,37 +48,6 @@ double WalkToHeight(const std::vector<VerticalCurve>& curves, double mileage) {
     const double fromStart = mileage - curve.startMileage;
     return curve.elevation + gradeIn * (mileage - curve.mileage) -
            curve.curveSign * fromStart * fromStart / (2 * curve.radius);
-}
-
-Chords::Chords(kesto::Road& road, double spacing) {
-    for (const Element& element : road.Elements()) {
-        const auto parts = static_cast<int>(std::ceil(element.length / spacing));
-        for (int part = 0; part < parts; ++part) {
-            const double distance = element.length * part / parts;
-            const kesto::Position at = Evaluate(road.Handle(), element, distance);
-            vertices.push_back({element.startMileage + distance, at.x, at.y});
-        }
-    }
-}
-
-double Chords::Nearest(double x, double y) const {
-    double nearest = 0;
-    double least = std::numeric_limits<double>::infinity();  // m², squared distance
-    for (std::size_t i = 1; i < vertices.size(); ++i) {
-        const Vertex& start = vertices[i - 1];
-        const double dx = vertices[i].x - start.x;
-        const double dy = vertices[i].y - start.y;
-        const double along = ((x - start.x) * dx + (y - start.y) * dy) / (dx * dx + dy * dy);
-        const double part = std::fmin(std::fmax(along, 0), 1);
-        const double awayX = x - start.x - part * dx;
-        const double awayY = y - start.y - part * dy;
-        const double squared = awayX * awayX + awayY * awayY;
-        if (squared < least) {
-            least = squared;
-            nearest = start.mileage + part * (vertices[i].mileage - start.mileage);
-        }
-    }
-    return nearest;
 }
 
 double EvaluateStakes(RoadDesign* road, const std::vector<Element>& elements,

@@ -18,22 +18,6 @@ double WalkToContinuous(const std::vector<Element>& elements, double start, doub
 /// Height of a profile of grade points with parabolas, by walking the points from the first one on.
 double WalkToHeight(const std::vector<VerticalCurve>& curves, double mileage);
 
-/// A road as a string of chords, for a nearest-point search that tries every one.
-class Chords {
-public:
-    /// @param spacing largest length of a chord (m)
-    Chords(kesto::Road& road, double spacing);
-
-    /// Mileage (m) of the nearest point on any chord: near the road's own foot, never exactly it.
-    double Nearest(double x, double y) const;
-
-private:
-    struct Vertex {
-        double mileage, x, y;  // m
-    };
-    std::vector<Vertex> vertices;
-};
-
 /// Evaluates every stake on its element, whose place in the list is followed along: what a design run cannot go below.
 /// @return sum of the coordinates (m), so that no evaluation can be left out
 double EvaluateStakes(RoadDesign* road, const std::vector<Element>& elements,

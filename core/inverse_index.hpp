@@ -57,8 +57,8 @@ struct InverseIndex {
     bool usable = false;   // false: the search walks
     bool ordered = false;  // no candidate lies before its element's start: continuous mileages never fall
 
-    double originX = 0;                    // m
-    double originY = 0;                    // m
+    double originX = 0;                  // m
+    double originY = 0;                  // m
     std::vector<BoxNode> nodes;          // level by level, those of the elements first
     std::vector<std::int32_t> levels;    // first node of every level
     std::vector<ElementSight> elements;  // one per element; the start record is never seen

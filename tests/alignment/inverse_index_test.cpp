@@ -41,10 +41,10 @@ private:
 /// How a road is made.
 struct RoadKind {
     const char* name;
-    double mostTurn;   // rad on one curve: above 3 the road runs over itself
-    bool ovals;        // spirals between radii that hardly differ
-    bool backwards;    // negative lengths
-    bool broken;       // gaps, kinks, unknown types, no lengths, radii of any size
+    double mostTurn;  // rad on one curve: above 3 the road runs over itself
+    bool ovals;       // spirals between radii that hardly differ
+    bool backwards;   // negative lengths
+    bool broken;      // gaps, kinks, unknown types, no lengths, radii of any size
 };
 
 Element RandomElement(Dice& dice, const RoadKind& kind, double x, double y, double azimuth) {
@@ -56,8 +56,8 @@ Element RandomElement(Dice& dice, const RoadKind& kind, double x, double y, doub
     if (kind.backwards && dice.In(3)) length = -length;
     if (kind.broken && dice.In(12)) length = dice.In(2) ? 0 : dice.LogBetween(1e-9, 1e-2);
     const bool entry = dice.In(2);
-    Element element = kesto_test::MakeElement(type, dice.In(2), entry && type == 3 ? end : radius,
-                                              entry ? radius : end, length, x, y, azimuth);
+    Element element = kesto_test::MakeElement(type, dice.In(2), entry && type == 3 ? end : radius, entry ? radius : end,
+                                              length, x, y, azimuth);
     if (kind.broken && dice.In(12)) element.type = dice.Below(6);
     if (kind.broken && dice.In(12)) element.startRadius = element.endRadius = dice.In(2) ? 0 : -5;
     if (kind.broken && dice.In(6)) element.startX += dice.LogBetween(1e-8, 100);
@@ -168,6 +168,43 @@ TEST_P(OnRoads, TheIndexFindsWhatTheWalkFinds) {
         }
     }
     EXPECT_GT(told, asked / 2) << "the index must be what is tested";
+}
+
+// One spiral at a time: mostly points whose foot it holds, on it, beside it and beyond its centre of curvature.
+TEST(SpiralFoot, IsThatOfThePlainBisection) {
+    Dice dice(7);
+    int feet = 0;
+    for (int spirals = 0; spirals < 400 * Rounds(); ++spirals) {
+        RoadDesign road;
+        kesto::SetStart(road, 0, 0, 0);
+        const double radius = dice.LogBetween(20, 5000);
+        const double other = dice.In(2) ? 0 : radius * (1 + dice.LogBetween(1e-3, 5));
+        const bool entry = dice.In(2);
+        road.elements.Insert(kesto_test::MakeElement(3, dice.In(2), entry ? other : radius, entry ? radius : other,
+                                                     dice.LogBetween(0.1, std::min(radius, 300.0)),
+                                                     dice.In(2) ? 4539456.4 : 0, 452413.9, dice.Between(0, 360)));
+        const Element& element = road.elements[1];
+        const kesto::InverseIndex& index = kesto::CurrentInverseIndex(road);
+        if (index.spirals.empty()) continue;  // its end cannot be evaluated
+        for (int points = 0; points < 60; ++points) {
+            const auto at = kesto::Evaluate(element, element.length * dice.Between(0, 1));
+            const double offset = (dice.In(2) ? 1 : -1) * (dice.In(8) ? 0 : dice.LogBetween(1e-8, 2000));
+            const kesto::Position moved = kesto::Moved(*at, {offset});
+            const Point point{moved.x, moved.y};
+            if (kesto::IsAtStart(kesto::StartOf(element), point)) continue;
+            const auto expected = kesto::ProjectOnSpiral(element, point);
+            const auto looks = kesto::LookFromEnds(index.spirals[0], point);
+            const auto found = kesto::FootOnSpiral(element, index.spirals[0], looks, point);
+            ASSERT_EQ(found.has_value(), expected.has_value()) << spirals << " " << offset;
+            if (!found) continue;
+            ++feet;
+            ASSERT_EQ(std::bit_cast<std::uint64_t>(found->along), std::bit_cast<std::uint64_t>(expected->along))
+                << spirals << " " << offset;
+            ASSERT_EQ(std::bit_cast<std::uint64_t>(found->offset), std::bit_cast<std::uint64_t>(expected->offset))
+                << spirals << " " << offset;
+        }
+    }
+    EXPECT_GT(feet, 12000 * Rounds());
 }
 
 INSTANTIATE_TEST_SUITE_P(Kinds, OnRoads,
