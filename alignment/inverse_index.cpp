@@ -4,6 +4,7 @@
 #include <cmath>
 #include <limits>
 #include <new>
+#include <numbers>
 
 #include "core/angles.hpp"
 #include "core/tolerances.hpp"
@@ -88,8 +89,13 @@ void SeeArc(const Element& element, const Position& end, ElementSight& sight, Bo
 /// Curvature of the end of a spiral (1/m).
 double CurvatureOf(double radius) noexcept { return IsInfiniteRadius(radius) ? 0 : 1 / radius; }
 
-/// A spiral that can have a foot. It lies off its chord by at most an eighth of curvature times length squared, and
-/// where it turns little, to one side of it.
+/// How far a curve may lie off its chord, the place of equal share on it: curvature, integrated twice. For a curvature
+/// that runs evenly from 0 to k that is k L^2 / (9 sqrt 3) at most; one from both ends on is the sum of two such.
+double SagittaOf(double startCurvature, double endCurvature, double length) noexcept {
+    return (startCurvature + endCurvature) * length * length / (9 * std::numbers::sqrt3);
+}
+
+/// A spiral that can have a foot. Where it turns little it lies to one side of its chord.
 void SeeSpiral(const Element& element, const ClothoidStretch& stretch, const Position& end, ElementSight& sight,
                SpiralSight& spiral, Box& box) noexcept {
     constexpr double littleTurn = 1.5;  // rad
@@ -104,10 +110,13 @@ void SeeSpiral(const Element& element, const ClothoidStretch& stretch, const Pos
     spiral.startHeadingLength = LengthOf(spiral.start.heading);
     spiral.endHeadingLength = LengthOf(spiral.endHeading);
     const double length = std::fabs(element.length);
-    spiral.curvature = std::max(CurvatureOf(element.startRadius), CurvatureOf(element.endRadius));
-    spiral.sagitta = std::min(spiral.curvature * length * length / 8, length);
+    const double startCurvature = CurvatureOf(element.startRadius);
+    const double endCurvature = CurvatureOf(element.endRadius);
+    spiral.curvature = std::max(startCurvature, endCurvature);
+    spiral.sagitta = std::min(SagittaOf(startCurvature, endCurvature, length), length);
     box.Take(end.x, end.y);
-    if (!(element.length > 0 && spiral.curvature * length < littleTurn)) return box.Grow(spiral.sagitta);
+    spiral.isOneSided = element.length > 0 && spiral.curvature * length < littleTurn;
+    if (!spiral.isOneSided) return box.Grow(spiral.sagitta);
     const double dx = end.x - element.startX;
     const double dy = end.y - element.startY;
     const Heading chord = Towards(dx, dy, std::sqrt(dx * dx + dy * dy));

@@ -72,7 +72,9 @@ Bounds BoundsOnSpiral(const SpiralSight& spiral, const EndLooks& looks, Point po
     const double squared = chordX * chordX + chordY * chordY;
     const double part = squared > 0 ? std::clamp((dx * chordX + dy * chordY) / squared, 0.0, 1.0) : 0;
     const double toChord = Distance({dx, dy}, {part * chordX, part * chordY});
-    return {toChord - spiral.sagitta - tolerance::indexSlack};
+    const bool isRight = chordX * dy - chordY * dx > 0;
+    const bool isInside = spiral.isOneSided && isRight != spiral.start.left;
+    return {(isInside ? toChord : toChord - spiral.sagitta) - tolerance::indexSlack};
 }
 
 /// An element that may be the nearest. Nothing to initialise: there is room for more of them than most searches keep.

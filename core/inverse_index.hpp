@@ -32,6 +32,7 @@ struct SpiralSight {
     double curvature = 0;  // 1/m: the larger of both ends'
     double sagitta = 0;    // m: how far the spiral may lie off its chord
     bool hasSeries = false;
+    bool isOneSided = false;  // lies on the outer side of its chord alone
 };
 
 /// How an element is seen by the search.
