@@ -10,7 +10,7 @@
 
 #include "alignment/chain_builder.hpp"
 #include "alignment/chainage.hpp"
-#include "alignment/quadrature.hpp"
+#include "quadrature.hpp"
 
 using kesto::ChainIndex;
 using kesto_test::MakeElement;

@@ -11,7 +11,7 @@
 #include <string>
 
 #include "alignment/position.hpp"
-#include "alignment/quadrature.hpp"
+#include "quadrature.hpp"
 #include "alignment/spiral_foot.hpp"
 
 namespace {
