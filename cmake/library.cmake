@@ -18,9 +18,15 @@ set_target_properties(kesto_road PROPERTIES VERSION ${PROJECT_VERSION} SOVERSION
 set_property(DIRECTORY APPEND PROPERTY CMAKE_CONFIGURE_DEPENDS ${PROJECT_SOURCE_DIR}/exports.txt)
 file(STRINGS ${PROJECT_SOURCE_DIR}/exports.txt kesto_exports)
 if(WIN32)
-    list(JOIN kesto_exports "\n    " names)
-    file(CONFIGURE OUTPUT kesto_road.def CONTENT "EXPORTS\n    ${names}\n")
-    target_sources(kesto_road PRIVATE ${CMAKE_CURRENT_BINARY_DIR}/kesto_road.def)
+    if(MINGW AND CMAKE_SIZEOF_VOID_P EQUAL 4)
+        # Plain names for the functions "_name@bytes", as a list of names would give beside the others, not instead.
+        target_link_options(kesto_road PRIVATE -Wl,--kill-at)
+    else()
+        list(JOIN kesto_exports "\n    " names)
+        file(CONFIGURE OUTPUT kesto_road.def CONTENT "EXPORTS\n    ${names}\n")
+        target_sources(kesto_road PRIVATE ${CMAKE_CURRENT_BINARY_DIR}/kesto_road.def)
+    endif()
+    set_target_properties(kesto_road PROPERTIES PREFIX "")  # the same file name whatever the compiler
 elseif(NOT APPLE)
     list(JOIN kesto_exports ";\n    " names)
     file(CONFIGURE OUTPUT kesto_road.map CONTENT "{\n  global:\n    ${names};\n  local:\n    *;\n};\n")

@@ -37,19 +37,26 @@ bool IsAscii(std::string_view text) noexcept { return AsciiBytes(text) == text.s
 
 constexpr unsigned utf8 = CP_UTF8;
 
-std::optional<std::string> Convert(std::string_view text, unsigned from, unsigned to) {
+std::optional<std::wstring> Widen(std::string_view text, unsigned from) {
     const int size = static_cast<int>(text.size());
     const int wideSize = MultiByteToWideChar(from, MB_ERR_INVALID_CHARS, text.data(), size, nullptr, 0);
     if (wideSize <= 0) return std::nullopt;
     std::wstring wide(static_cast<std::size_t>(wideSize), L'\0');
     MultiByteToWideChar(from, MB_ERR_INVALID_CHARS, text.data(), size, wide.data(), wideSize);
+    return wide;
+}
+
+std::optional<std::string> Convert(std::string_view text, unsigned from, unsigned to) {
+    const std::optional<std::wstring> wide = Widen(text, from);
+    if (!wide) return std::nullopt;
+    const int wideSize = static_cast<int>(wide->size());
     BOOL lost = FALSE;  // may be asked for only where the target is not UTF-8, which loses nothing
     BOOL* const askLost = to == utf8 ? nullptr : &lost;
     const DWORD flags = to == utf8 ? 0 : WC_NO_BEST_FIT_CHARS;
-    const int narrowSize = WideCharToMultiByte(to, flags, wide.data(), wideSize, nullptr, 0, nullptr, askLost);
+    const int narrowSize = WideCharToMultiByte(to, flags, wide->data(), wideSize, nullptr, 0, nullptr, askLost);
     if (narrowSize <= 0 || lost) return std::nullopt;
     std::string narrow(static_cast<std::size_t>(narrowSize), '\0');
-    WideCharToMultiByte(to, flags, wide.data(), wideSize, narrow.data(), narrowSize, nullptr, nullptr);
+    WideCharToMultiByte(to, flags, wide->data(), wideSize, narrow.data(), narrowSize, nullptr, nullptr);
     return narrow;
 }
 
@@ -122,6 +129,15 @@ std::string CodePage::ToUtf8(std::string_view text) const {
 std::string CodePage::FromUtf8(std::string_view text) const {
     if (identity == utf8 || IsAscii(text)) return std::string(text);
     return Convert(text, utf8, identity).value_or(std::string(text));
+}
+
+std::filesystem::path LocalPath(std::string_view path) {
+#if defined(_WIN32)
+    if (const std::optional<std::wstring> wide = Widen(path, utf8)) return *wide;
+    return Widen(path, CP_ACP).value_or(std::wstring());  // neither: names no file
+#else
+    return path;
+#endif
 }
 
 bool IsUtf8(std::string_view text) noexcept {

@@ -1,6 +1,7 @@
 /// Names between the local multi-byte code page and UTF-8.
 #pragma once
 
+#include <filesystem>
 #include <string>
 #include <string_view>
 #include <utility>
@@ -28,6 +29,10 @@ public:
 private:
     Identity identity;
 };
+
+/// A path as the host gives it. On Windows it is UTF-8, or else in the ANSI code page; elsewhere its bytes name the
+/// file as they are.
+std::filesystem::path LocalPath(std::string_view path);
 
 /// Whether a whole file counts as UTF-8: sequences of one to three bytes only. One that the end of the file cuts short
 /// still counts.

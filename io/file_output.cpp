@@ -13,6 +13,7 @@
 
 #include <array>
 #include <cerrno>
+#include <cstdio>
 #endif
 
 namespace kesto {
@@ -52,7 +53,9 @@ bool WriteNewFile(const fs::path& path, std::string_view text, const fs::path& p
 
 bool WriteExistingFile(const fs::path& path, std::string_view text) { return WriteTo(path, text, OPEN_EXISTING); }
 
-void SyncFolder(const fs::path&) noexcept {}  // the file system's journal keeps the rename
+bool MoveOver(const fs::path& from, const fs::path& to) {
+    return MoveFileExW(from.c_str(), to.c_str(), MOVEFILE_REPLACE_EXISTING | MOVEFILE_WRITE_THROUGH) != 0;
+}
 
 #else
 
@@ -171,9 +174,12 @@ bool WriteExistingFile(const fs::path& path, std::string_view text) {
     return file.IsOpen() && WriteAll(file.Number(), text) && file.Close();
 }
 
-void SyncFolder(const fs::path& folder) noexcept {
+bool MoveOver(const fs::path& from, const fs::path& to) {
+    const fs::path folder = to.parent_path();
+    if (std::rename(from.c_str(), to.c_str()) != 0) return false;
     const Descriptor opened(open(folder.empty() ? "." : folder.c_str(), O_RDONLY | O_CLOEXEC));
     if (opened.IsOpen()) Sync(opened.Number());
+    return true;
 }
 
 #endif

@@ -14,7 +14,9 @@ bool WriteNewFile(const std::filesystem::path& path, std::string_view text, cons
 /// Writes to something that is there already and is no regular file. No signal is raised.
 bool WriteExistingFile(const std::filesystem::path& path, std::string_view text);
 
-/// Waits, where the system can, until a folder's list of names is on disk.
-void SyncFolder(const std::filesystem::path& folder) noexcept;
+/// Gives a file the name of another one, which it replaces at once, and waits, where the system can, until that is on
+/// disk.
+/// @return false when nothing was changed
+bool MoveOver(const std::filesystem::path& from, const std::filesystem::path& to);
 
 }  // namespace kesto

@@ -7,6 +7,7 @@
 #include <system_error>
 
 #include "core/status.hpp"
+#include "io/code_page.hpp"
 #include "io/file_output.hpp"
 
 namespace kesto {
@@ -41,14 +42,9 @@ fs::path UnfinishedFile(const fs::path& target) {
 
 bool ReplaceFile(const fs::path& target, std::string_view text) {
     const fs::path unfinished = UnfinishedFile(target);
-    const fs::path folder = target.parent_path();
     if (!WriteNewFile(unfinished, text, target)) return false;
+    if (MoveOver(unfinished, target)) return true;
     std::error_code error;
-    fs::rename(unfinished, target, error);
-    if (!error) {
-        SyncFolder(folder);
-        return true;
-    }
     fs::remove(unfinished, error);
     return false;
 }
@@ -68,7 +64,11 @@ struct CloseFile {
 }  // namespace
 
 Result<std::string> ReadWholeFile(const char* path, std::size_t limit) {
+#if defined(_WIN32)
+    const std::unique_ptr<std::FILE, CloseFile> file(_wfopen(LocalPath(path).c_str(), L"rb"));
+#else
     const std::unique_ptr<std::FILE, CloseFile> file(std::fopen(path, "rb"));
+#endif
     if (!file) return Fail(KESTO_FILE_NOT_OPENED);
     std::string text;
     std::string piece(readPiece, '\0');
@@ -82,7 +82,7 @@ Result<std::string> ReadWholeFile(const char* path, std::size_t limit) {
 }
 
 Outcome WriteWholeFile(const std::string& path, std::string_view text) {
-    if (!WriteFollowed(FollowLinks(path), text)) return Fail(KESTO_FILE_NOT_WRITTEN);
+    if (!WriteFollowed(FollowLinks(LocalPath(path)), text)) return Fail(KESTO_FILE_NOT_WRITTEN);
     return {};
 }
 

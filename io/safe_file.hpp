@@ -12,7 +12,7 @@ namespace kesto {
 inline constexpr std::size_t largestFile = std::size_t{1} << 30U;  // bytes: a device may have no end
 
 /// The content of a file.
-/// @param path  file path in the local code page
+/// @param path  file path as the host gives it
 /// @param limit how many bytes are read at most
 /// @return fails when the file cannot be opened or read (13); one above the limit counts as out of memory (16)
 Result<std::string> ReadWholeFile(const char* path, std::size_t limit = largestFile);
@@ -21,7 +21,7 @@ Result<std::string> ReadWholeFile(const char* path, std::size_t limit = largestF
 /// to a file beside it, which then takes its place and its permissions. Symbolic links are followed to their target. A
 /// target that exists and is no regular file (a device, a pipe) is written directly. A file that a killed call left
 /// beside the target is overwritten.
-/// @param path file path in the local code page
+/// @param path file path as the host gives it
 /// @return fails (15) when the file could not be written whole; an earlier file is then untouched
 Outcome WriteWholeFile(const std::string& path, std::string_view text);
 

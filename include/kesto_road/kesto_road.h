@@ -20,6 +20,7 @@
  *    failure, its description says so. The reason of the last failed call stands in GetLastFailure().
  *  - Editing never recomputes. Queries build the element chain when the total length is not known yet (a new road,
  *    or after a failed build); after later edits call UpdateData() or DesignRoad().
+ *  - Paths: on Windows UTF-8, or in the ANSI code page where a path is no valid UTF-8; elsewhere bytes as they are.
  *  - No exception, signal or abort leaves the library. */
 #ifndef KESTO_ROAD_KESTO_ROAD_H
 #define KESTO_ROAD_KESTO_ROAD_H
@@ -697,7 +698,7 @@ KESTO_API bool KESTO_CALL GetHeight(RoadDesign* road, double mileage, int32_t oc
 /* -------------------------------------------------------------------------------------------------------- files --- */
 
 /** Saves the road as a project file. The earlier file stays whole until the new one is complete.
- *  @param path file path in the local code page; an extension other than ".road" (in any case) gets ".road" appended
+ *  @param path file path; an extension other than ".road" (in any case) gets ".road" appended
  *  @return 0; 12 null handle or path, 15 not written whole, 16 out of memory */
 KESTO_API int32_t KESTO_CALL SaveProject(RoadDesign* road, const char* path);
 
@@ -736,7 +737,7 @@ KESTO_API int32_t KESTO_CALL OpenWaterProject(RoadDesign* road, const char* path
 
 /** Runs the design, then writes alignment and profile as a LandXML 1.1 document. The earlier file stays whole until the
  *  new one is complete. Numbers in attributes have six significant digits, points six decimals.
- *  @param path file path in the local code page, taken as it stands: no extension is added
+ *  @param path file path, taken as it stands: no extension is added
  *  @return 0; 12 null handle or path, 15 not written whole, 16 out of memory, 30 a number of the road is not finite
  *          (the last failure names the record), or the design run's own code (1 to 9); nothing is written then */
 KESTO_API int32_t KESTO_CALL ExportLandXMLFile(RoadDesign* road, const char* path);

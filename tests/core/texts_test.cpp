@@ -1,14 +1,25 @@
 // Text fields and stake texts.
 #include <gtest/gtest.h>
 
+#include <algorithm>
 #include <cstring>
 #include <string>
 
 #include "core/stake_text.hpp"
 #include "core/text.hpp"
 
+#if defined(_WIN32)
+#include <windows.h>
+#endif
+
 namespace kesto {
 namespace {
+
+#if defined(_WIN32)
+const bool textsAreUtf8 = GetACP() == CP_UTF8;  // else, where this runs, a code page of one byte per character
+#else
+constexpr bool textsAreUtf8 = true;
+#endif
 
 TEST(TextField, IsCutAtACharacterBoundary) {
     struct Case {
@@ -25,8 +36,9 @@ TEST(TextField, IsCutAtACharacterBoundary) {
         char field[textFieldSize];
         std::memset(field, 'z', sizeof field);
         SetText(field, each.given);
-        EXPECT_EQ(TextOf(field), each.given.substr(0, each.kept));
-        for (std::size_t i = each.kept; i < textFieldSize; ++i) EXPECT_EQ(field[i], '\0') << "the rest is zero";
+        const std::size_t kept = textsAreUtf8 ? each.kept : std::min(each.given.size(), textFieldSize - 1);
+        EXPECT_EQ(TextOf(field), each.given.substr(0, kept));
+        for (std::size_t i = kept; i < textFieldSize; ++i) EXPECT_EQ(field[i], '\0') << "the rest is zero";
     }
 }
 

@@ -4,26 +4,33 @@
 
 #include <gtest/gtest.h>
 
+#include "io/code_pages.hpp"
+
+#if defined(_WIN32)
+#include <windows.h>
+#endif
+
 namespace kesto {
 namespace {
 
-#if !defined(_WIN32)
 TEST(CodePage, ConvertsBothWays) {
     struct Case {
-        const char* codePage;
+        CodePage::Identity codePage;
         std::string local;
         std::string utf8;
     };
     const Case cases[] = {
-        {"ISO-8859-1",
+        {test::latinPage,
          "Stra\xDF"
          "e",
          "Stra\xC3\x9F"
          "e"},
-        {"GB18030", "\xB5\xC0\xC2\xB7", "\xE9\x81\x93\xE8\xB7\xAF"},
+        {test::chinesePage, "\xB5\xC0\xC2\xB7", "\xE9\x81\x93\xE8\xB7\xAF"},
+#if !defined(_WIN32)
         {"BIG5-HKSCS", "\x88\x66", "\xC3\x8A"},  // held back by the converter until the end
-        {"UTF-8", "\xE9\x81\x93", "\xE9\x81\x93"},
-        {"UTF-8", "not valid \xFF", "not valid \xFF"},
+#endif
+        {test::utf8Page, "\xE9\x81\x93", "\xE9\x81\x93"},
+        {test::utf8Page, "not valid \xFF", "not valid \xFF"},
     };
     for (const Case& it : cases) {
         const CodePage page(it.codePage);
@@ -34,12 +41,32 @@ TEST(CodePage, ConvertsBothWays) {
 
 TEST(CodePage, WhatCannotBeConvertedPassesUnchanged) {
     const std::string chinese = "\xE9\x81\x93\xE8\xB7\xAF";
-    EXPECT_EQ(CodePage("ISO-8859-1").FromUtf8(chinese), chinese);     // no such letters
-    EXPECT_EQ(CodePage("GB18030").ToUtf8("half \xB5"), "half \xB5");  // a character cut short
-    EXPECT_EQ(CodePage("no such code page").ToUtf8("\xDF"), "\xDF");
-    EXPECT_EQ(CodePage("ISO-8859-1").ToUtf8(std::string(300, '\xE4')).size(), 600U);  // longer than one piece
+    EXPECT_EQ(CodePage(test::latinPage).FromUtf8(chinese), chinese);          // no such letters
+    EXPECT_EQ(CodePage(test::chinesePage).ToUtf8("half \xB5"), "half \xB5");  // a character cut short
+    EXPECT_EQ(CodePage(test::unknownPage).ToUtf8("\xDF"), "\xDF");
+    EXPECT_EQ(CodePage(test::latinPage).ToUtf8(std::string(300, '\xE4')).size(), 600U);  // longer than one piece
 }
+TEST(CodePage, APathIsUtf8OrElseInTheCodePage) {
+    EXPECT_EQ(LocalPath("plain/a.road"), std::filesystem::path("plain/a.road"));
+#if defined(_WIN32)
+    EXPECT_EQ(LocalPath("Stra\xC3\x9F"
+                        "e")
+                  .native(),
+              L"Stra\u00DFe");
+    if (GetACP() == 1252) {
+        EXPECT_EQ(LocalPath("Stra\xDF"
+                            "e")
+                      .native(),
+                  L"Stra\u00DFe");
+    }
+#else
+    EXPECT_EQ(LocalPath("Stra\xDF"
+                        "e")
+                  .native(),
+              "Stra\xDF"
+              "e");
 #endif
+}
 
 TEST(CodePage, Utf8IsJudgedByTheFilesRules) {
     const std::pair<std::string, bool> cases[] = {

@@ -10,6 +10,7 @@
 
 #include "alignment/broken_chains.hpp"
 #include "alignment/chain_builder.hpp"
+#include "io/code_pages.hpp"
 #include "io/project_text.hpp"
 #include "io/roads.hpp"
 #include "profile/vertical_curves.hpp"
@@ -25,7 +26,7 @@ using test::Lines;
 using test::Piece;
 using test::Point;
 
-const CodePage utf8("UTF-8");
+const CodePage utf8(test::utf8Page);
 constexpr ChangeTable leftSlopes{0, 0}, leftWidths{0, 1}, rightSlopes{1, 0}, rightWidths{1, 1};
 
 std::string Format(RoadDesign& road) {

@@ -14,6 +14,7 @@
 #include "alignment/inverse.hpp"
 #include "alignment/position.hpp"
 #include "design/design_run.hpp"
+#include "io/code_pages.hpp"
 #include "io/project_file.hpp"
 #include "io/project_text.hpp"
 #include "io/roads.hpp"
@@ -30,7 +31,7 @@ using test::Piece;
 using test::Point;
 using test::Polygon;
 
-const CodePage utf8("UTF-8");
+const CodePage utf8(test::utf8Page);
 constexpr double nearBreak = 1e-5;  // m: closer to a junction, either side of a break may answer
 
 constexpr double samePlace = 1e-7;  // m
@@ -367,7 +368,7 @@ TEST(PartProject, OfTheSampleRoadsIsThatRoad) {
         if (file.path().extension() != ".road") continue;
         SCOPED_TRACE(file.path().string());
         RoadDesign road;
-        ASSERT_TRUE(OpenAndDesignRoad(road, file.path().c_str()));
+        ASSERT_TRUE(OpenAndDesignRoad(road, file.path().string().c_str()));
         const double start = road.settings.startMileage;
         for (const auto& [from, to] : {std::pair(0.0, 1.0), {0.0, 0.45}, {0.31, 0.78}, {0.5, 1.0}}) {
             ExpectPart(road, start + from * road.totalLength, start + to * road.totalLength);
@@ -519,7 +520,7 @@ TEST(PartProject, ARefusalWritesNothingAndTheRoadStays) {
         it.spoil(road);
         const auto before = FormatProject(road, utf8);
         const VerticalCurve curve = road.verticalCurves[1];
-        const Outcome saved = SavePart(road, (folder / it.file).c_str(), it.from, it.to);
+        const Outcome saved = SavePart(road, (folder / it.file).string().c_str(), it.from, it.to);
         EXPECT_EQ(saved ? std::int32_t{KESTO_SUCCESS} : saved.failure().status, it.status);
         EXPECT_EQ(std::filesystem::is_empty(folder), it.status != KESTO_SUCCESS);
         EXPECT_EQ(*FormatProject(road, utf8), *before);

@@ -7,6 +7,7 @@
 
 #include <limits>
 
+#include "io/code_pages.hpp"
 #include "io/roads.hpp"
 
 namespace kesto {
@@ -18,7 +19,7 @@ using test::Piece;
 using test::Point;
 using test::Polygon;
 
-const CodePage asciiNames("UTF-8");
+const CodePage asciiNames(test::utf8Page);
 
 std::string Format(RoadDesign& road) {
     const Result<std::string> text = FormatProject(road, asciiNames);
@@ -157,7 +158,7 @@ TEST(ProjectText, NamesAreUtf8InTheFileOnlyAndThePrefixIsNot) {
         "Stra\xDF"
         "e";
     road.intersections.Insert(Point(local, 0, 0, 0));
-    const CodePage latin("ISO-8859-1");
+    const CodePage latin(test::latinPage);
     const std::string text = *FormatProject(road, latin);
     EXPECT_NE(text.find(std::string(25, ' ') + "Stra\xC3\x9F"
                                                "e  "),

@@ -2,6 +2,7 @@
 
 #include <gtest/gtest.h>
 
+#include "io/code_pages.hpp"
 #include "io/project_sections.hpp"
 #include "io/project_text.hpp"
 #include "io/roads.hpp"
@@ -13,7 +14,7 @@ using test::Lines;
 
 /// A road read from a text, and what was skipped.
 struct Opened {
-    explicit Opened(std::string_view text) : outcome(ParseProject(text, road, CodePage("UTF-8"))) {}
+    explicit Opened(std::string_view text) : outcome(ParseProject(text, road, CodePage(test::utf8Page))) {}
 
     RoadDesign road;
     Outcome outcome;
