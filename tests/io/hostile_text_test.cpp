@@ -6,6 +6,7 @@
 #include <algorithm>
 
 #include "alignment/inverse.hpp"
+#include "io/code_pages.hpp"
 #include "io/project_text.hpp"
 #include "io/random_roads.hpp"
 #include "section/road_side.hpp"
@@ -13,7 +14,7 @@
 namespace kesto {
 namespace {
 
-const CodePage utf8("UTF-8");
+const CodePage utf8(test::utf8Page);
 
 /// Whether a saved text holds a number that fills more than its column: such a line cannot be read back.
 bool HasWideNumbers(std::string_view text) {

@@ -4,6 +4,7 @@
 
 #include "alignment/inverse.hpp"
 #include "alignment/position.hpp"
+#include "io/code_pages.hpp"
 #include "io/project_text.hpp"
 #include "io/random_roads.hpp"
 #include "section/road_side.hpp"
@@ -11,7 +12,7 @@
 namespace kesto {
 namespace {
 
-const CodePage utf8("UTF-8");
+const CodePage utf8(test::utf8Page);
 constexpr double footSearch = 1e-6;  // m: how near the search on a spiral comes to the foot
 
 /// What eight decimals of its numbers may shift a road by.
