@@ -70,7 +70,7 @@ TEST(HostileText, EveryPrefixOfAFile) {
 TEST(HostileText, BytesChangedAtRandom) {
     const unsigned seed = 20240713;
     test::RoadMaker draw(seed);
-    constexpr char characters[] = "\0\n\r \t-+.0987eE\x80\xC3\xE4\xFF";
+    static constexpr char characters[] = "\0\n\r \t-+.0987eE\x80\xC3\xE4\xFF";
     constexpr std::string_view favourites(characters, sizeof characters);  // the closing NUL counts too
     for (int round = 0; round < 3000; ++round) {
         SCOPED_TRACE(round);
