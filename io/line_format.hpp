@@ -34,21 +34,22 @@ inline constexpr std::string_view noName = "NULL";
 /// The columns of a line, without its contents.
 class LineShape {
 public:
+    enum class Content { Number, Name, Text };
     struct Column {
         std::size_t start;
         std::size_t width;
-        bool isName;
+        Content content;
     };
 
-    LineShape& Real(const double&) { return Add(wideColumn, false); }
-    LineShape& Repeated(const double&) { return Add(wideColumn, false); }
+    LineShape& Real(const double&) { return Add(wideColumn, Content::Number); }
+    LineShape& Repeated(const double&) { return Add(wideColumn, Content::Number); }
     template <class Number>
     LineShape& Integer(const Number&, std::size_t columnWidth) {
-        return Add(columnWidth, false);
+        return Add(columnWidth, Content::Number);
     }
-    LineShape& Name(const NameField&) { return Add(nameColumn, true); }
-    LineShape& NameOrNull(const NameField&) { return Add(nameColumn, true); }
-    LineShape& Text(const std::string&) { return Add(wideColumn, false); }
+    LineShape& Name(const NameField&) { return Add(nameColumn, Content::Name); }
+    LineShape& NameOrNull(const NameField&) { return Add(nameColumn, Content::Name); }
+    LineShape& Text(const std::string&) { return Add(wideColumn, Content::Text); }
     LineShape& Gap() {
         ++width;
         return *this;
@@ -58,7 +59,7 @@ public:
     /// columns, and so is one of exactly its width with fewer tokens than columns; otherwise tokens go to the columns
     /// in order. Where there are more of them, a name with blanks is meant: numbers keep their places and the name is
     /// its first token.
-    /// @param cells out: views into the line
+    /// @param cells out: views into the line; behind a number, more of its column may follow after a blank
     void Split(std::string_view line, std::vector<std::string_view>& cells) const;
 
     std::span<const Column> Columns() const noexcept { return columns; }
@@ -66,8 +67,8 @@ public:
 private:
     bool SplitByColumns(std::string_view line, std::vector<std::string_view>& cells) const;
 
-    LineShape& Add(std::size_t columnWidth, bool isName) {
-        columns.push_back({width, columnWidth, isName});
+    LineShape& Add(std::size_t columnWidth, Content content) {
+        columns.push_back({width, columnWidth, content});
         width += columnWidth;
         return *this;
     }

@@ -1,6 +1,7 @@
 #include "io/safe_file.hpp"
 
 #include <algorithm>
+#include <cstdint>
 #include <cstdio>
 #include <filesystem>
 #include <memory>
@@ -71,6 +72,9 @@ Result<std::string> ReadWholeFile(const char* path, std::size_t limit) {
 #endif
     if (!file) return Fail(KESTO_FILE_NOT_OPENED);
     std::string text;
+    std::error_code unknown;
+    const std::uintmax_t size = fs::file_size(path, unknown);
+    if (!unknown && size <= limit) text.reserve(size);  // only what it is likely to need: it may grow, or be no file
     std::string piece(readPiece, '\0');
     std::size_t count = 0;
     while ((count = std::fread(piece.data(), 1, piece.size(), file.get())) > 0) {
