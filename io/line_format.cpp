@@ -2,7 +2,6 @@
 
 #include <algorithm>
 #include <limits>
-#include <optional>
 
 #include "io/number_text.hpp"
 
@@ -44,12 +43,14 @@ void SplitAtBlanks(std::string_view text, std::vector<std::string_view>& tokens)
 /// @return whether every cell is right-aligned, as the writer lays them out
 bool LineShape::SplitByColumns(std::string_view line, std::vector<std::string_view>& cells) const {
     bool aligned = true;
-    cells.clear();
+    cells.resize(columns.size());
+    auto next = cells.begin();
     for (const Column& column : columns) {
-        const std::string_view cell = line.substr(column.start, column.width);
+        const std::string_view cell(line.data() + column.start, column.width);
         // A number ends at a blank by itself: where its token ends need not be looked for, which saves much of the time.
-        cells.push_back(column.content == Content::Number ? SkipBlanks(cell) : FirstToken(cell));
-        aligned = aligned && (!IsBlank(cell.back()) || cells.back().empty());
+        *next = column.content == Content::Number ? SkipBlanks(cell) : FirstToken(cell);
+        aligned = aligned && (!IsBlank(cell.back()) || next->empty());
+        ++next;
     }
     return aligned;
 }
@@ -123,9 +124,8 @@ LineWriter& LineWriter::Keyword(std::string_view keyword) {
 void LineWriter::End() { text += lineEnd; }
 
 LineReader& LineReader::Real(double& value) {
-    const std::optional<double> number = ParseReal(Next());
-    readable = readable && number;
-    value = number.value_or(0);
+    const bool read = ReadReal(Next(), value);
+    readable = readable && read;
     return *this;
 }
 
@@ -135,9 +135,8 @@ LineReader& LineReader::Repeated(const double&) {
 }
 
 LineReader& LineReader::Integer(std::int32_t& value, std::size_t) {
-    const std::optional<std::int32_t> number = ParseInteger(Next());
-    readable = readable && number;
-    value = number.value_or(0);
+    const bool read = ReadInteger(Next(), value);
+    readable = readable && read;
     return *this;
 }
 

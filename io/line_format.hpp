@@ -63,6 +63,8 @@ public:
     void Split(std::string_view line, std::vector<std::string_view>& cells) const;
 
     std::span<const Column> Columns() const noexcept { return columns; }
+    /// Characters of the whole line.
+    std::size_t Width() const noexcept { return width; }
 
 private:
     bool SplitByColumns(std::string_view line, std::vector<std::string_view>& cells) const;

@@ -32,6 +32,7 @@ void WriteRecords(RoadDesign& road, LineWriter& lines) {
 template <class Line>
 void ReadRecords(Reading& reading) {
     const LineShape shape = ShapeOf<Line>();
+    (reading.road.*Line::member).Reserve(reading.lines.MostRecords(shape));
     while (const std::optional<std::string_view> line = reading.lines.NextRecord()) {
         typename Line::Record record = Line::New();
         if (!reading.lines.Parse<Line>(shape, *line, record) || !Line::Insert(reading.road, record)) {

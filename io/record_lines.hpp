@@ -1,6 +1,7 @@
 /// The lines of a project file, handed out one by one, and the account of those that could not be read.
 #pragma once
 
+#include <algorithm>
 #include <cstddef>
 #include <cstdint>
 #include <optional>
@@ -30,6 +31,12 @@ public:
     /// The next record line of a section; nothing after its last one, which an empty line or the end of the file
     /// follows. A section's reader calls it until then.
     std::optional<std::string_view> NextRecord() noexcept;
+
+    /// How many more records there can be as the writer lays them out: a bound for their memory, as the lines of the
+    /// other sections count too.
+    std::int64_t MostRecords(const LineShape& shape) const noexcept {
+        return static_cast<std::int64_t>((text.size() - std::min(at, text.size())) / shape.Width());
+    }
 
     /// Parses a line into a record.
     /// @param shape shape of Line, from ShapeOf()

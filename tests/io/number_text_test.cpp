@@ -7,12 +7,24 @@
 #include <bit>
 #include <cmath>
 #include <cstdio>
+#include <cstdlib>
 #include <limits>
+#include <optional>
 #include <random>
 #include <vector>
 
 namespace kesto {
 namespace {
+
+std::optional<double> ParseReal(std::string_view text) {
+    double number = 1;
+    return ReadReal(text, number) ? std::optional(number) : std::nullopt;
+}
+
+std::optional<std::int32_t> ParseInteger(std::string_view text) {
+    std::int32_t number = 1;
+    return ReadInteger(text, number) ? std::optional(number) : std::nullopt;
+}
 
 struct RealCase {
     std::string text;
@@ -38,6 +50,12 @@ TEST(NumberText, RealIsTheLongestDecimalPrefix) {
         {"-inf", 0.0},
         {"nan", 0.0},
         {"Element", 0.0},
+        {"1.2345678 9", 1.2345678},
+        {"1x.00000000", 1.0},
+        {"-.12345678", -0.12345678},
+        {"1.1234567e", 1.1234567},
+        {"1.12345678e2", 112.345678},
+        {"12.1.345678", 12.1},
         {"", 0.0},
         {"-", 0.0},
         {"+-5", 0.0},
@@ -94,6 +112,30 @@ TEST(NumberText, WritesEightDecimalsAndNothingThatIsNoNumber) {
     const std::string_view largest = FormatReal(room, -std::numeric_limits<double>::max());
     EXPECT_EQ(largest.size(), 1U + 309 + 1 + 8);
     EXPECT_EQ(ParseReal(largest), -std::numeric_limits<double>::max());
+}
+
+// Middles of two texts, carries into the metres, and the ends of the doubles that count by ones.
+TEST(NumberText, RealIsWhatPrintfWritesAndReadsBackAsStrtodDoes) {
+    std::mt19937_64 random(6);
+    std::vector<double> numbers{0x1p-9, 3 * 0x1p-9, 0.999999995, 9.999999994999, 4503599627370495.5, 0x1p53, 0x1p53 - 1};
+    for (int i = 0; i < 20000; ++i) {
+        const double places = std::ldexp(static_cast<double>(random() >> 11U), static_cast<int>(random() % 72) - 72);
+        const double middle = (static_cast<double>(random() % 100'000'000'000) + 0.5) / 1e8;
+        for (const double number : {places, middle, std::nextafter(middle, 0.0), 1 - places * 1e-9}) {
+            numbers.push_back(i % 2 == 0 ? number : -number);
+        }
+    }
+    for (const double number : numbers) {
+        NumberRoom room;
+        char expected[64];
+        std::snprintf(expected, sizeof(expected), "%.8f", number);
+        const std::string_view text = FormatReal(room, number);
+        ASSERT_EQ(text, expected);
+        double read = 1;
+        ASSERT_TRUE(ReadReal(text, read));
+        ASSERT_EQ(std::bit_cast<std::uint64_t>(read), std::bit_cast<std::uint64_t>(std::strtod(expected, nullptr)))
+            << text;
+    }
 }
 
 TEST(NumberText, ShortRealIsWhatPrintfWrites) {
