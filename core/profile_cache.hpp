@@ -14,7 +14,7 @@ struct CurveSpan {
     double reach = 0;  // where the curves and tangents up to this point's end at the latest
 };
 
-/// Derived from the vertical curves and the chain by CurrentProfile(); valid exactly while the key equals theirs.
+/// What height queries and additions derive from the vertical curves and the chain.
 struct ProfileCache {
     struct Key {
         std::uint64_t curves = ~std::uint64_t{0};    // revision of the vertical curve list
@@ -24,8 +24,16 @@ struct ProfileCache {
         std::int32_t mode = 0;                       // vertical curve mode
         bool operator==(const Key&) const = default;
     };
-    Key key;
+    /// Where the points lie, for adding more of them. Valid exactly while its key equals theirs.
+    struct Places {
+        Key key;
+        bool onRoad = false;          // whether a road could be built, so that these are continuous mileages
+        bool rising = false;          // whether every point lies behind the one before it
+        std::vector<double> mileage;  // m: one per vertical curve, in list order
+    };
+    Key key;                       // spans are valid exactly while it equals theirs: CurrentProfile() sees to it
     std::vector<CurveSpan> spans;  // one per vertical curve, in list order
+    Places places;
 };
 
 }  // namespace kesto

@@ -47,7 +47,7 @@ bool LineShape::SplitByColumns(std::string_view line, std::vector<std::string_vi
     auto next = cells.begin();
     for (const Column& column : columns) {
         const std::string_view cell(line.data() + column.start, column.width);
-        // A number ends at a blank by itself: where its token ends need not be looked for, which saves much of the time.
+        // A number ends at a blank by itself: looking for the end of its token is left out, as it takes long.
         *next = column.content == Content::Number ? SkipBlanks(cell) : FirstToken(cell);
         aligned = aligned && (!IsBlank(cell.back()) || next->empty());
         ++next;

@@ -11,8 +11,8 @@ namespace kesto {
 namespace {
 
 inline constexpr int projectDecimals = 8;
-inline constexpr double projectScale = 1e8;     // the decimals as an integer
-inline constexpr double exactIntegers = 0x1p53;  // every integer below is a double, and all its digits are
+inline constexpr double projectScale = 1e8;                 // the decimals as an integer
+inline constexpr double exactIntegers = 0x1p53;             // every integer below is a double, and all its digits are
 inline constexpr int shortDigits = 6;                       // what "%g" writes
 inline constexpr std::int64_t exponentCap = 1'000'000'000;  // far beyond what the digits of a line can weigh up
 

@@ -5,6 +5,7 @@
 #include <iterator>
 #include <limits>
 #include <map>
+#include <new>
 #include <optional>
 #include <vector>
 
@@ -21,6 +22,11 @@ double PointMileage(RoadDesign& road, const VerticalCurve& curve) noexcept {
     return ProfileMileage(road, {curve.mileage, curve.occurrence});
 }
 
+ProfileCache::Key KeyOf(const RoadDesign& road) noexcept {
+    return {road.verticalCurves.Revision(), road.elements.Revision(), road.settings.startMileage, road.totalLength,
+            road.settings.verticalCurveMode};
+}
+
 /// Where grade-change points lie along the road: in continuous mileage, or as they stand while no road can be built.
 class PointPlaces {
 public:
@@ -28,7 +34,45 @@ public:
 
     double Of(const VerticalCurve& curve) const noexcept { return current ? PointMileage(road, curve) : curve.mileage; }
 
+    /// The places of the stored points (m) where they are known and rise; otherwise null.
+    const std::vector<double>* Known() const noexcept {
+        const ProfileCache::Places& kept = Kept();
+        return AreKept() && kept.rising ? &kept.mileage : nullptr;
+    }
+
+    /// Works out the places of the stored points; where memory runs out they stay unknown.
+    void Keep() const noexcept {
+        if (AreKept()) return;
+        ProfileCache::Places& kept = Kept();
+        kept.key = {};
+        try {
+            kept.mileage.clear();
+            for (const VerticalCurve& curve : road.verticalCurves.Records()) kept.mileage.push_back(Of(curve));
+        } catch (const std::bad_alloc&) {
+            return;
+        }
+        const auto falls = [](double one, double next) { return !(next > one); };
+        kept.rising = std::ranges::adjacent_find(kept.mileage, falls) == kept.mileage.end();
+        kept.onRoad = current;
+        kept.key = KeyOf(road);
+    }
+
+    /// Inserts a point in the list, for which room is reserved, and into the places where they are known.
+    void Insert(const VerticalCurve& curve, std::int32_t index) const {
+        bool known = Known() != nullptr;
+        try {
+            if (known) Kept().mileage.insert(Kept().mileage.begin() + index, Of(curve));
+        } catch (const std::bad_alloc&) {
+            known = false;
+        }
+        road.verticalCurves.Insert(curve, index);
+        if (known) Kept().key = KeyOf(road);
+    }
+
 private:
+    ProfileCache::Places& Kept() const noexcept { return road.profileCache.places; }
+    bool AreKept() const noexcept { return Kept().key == KeyOf(road) && Kept().onRoad == current; }
+
     RoadDesign& road;
     bool current;
 };
@@ -42,12 +86,25 @@ Failure Duplicate(std::int32_t stored, const VerticalCurve& curve) noexcept {
     return failure;
 }
 
-/// Index that a new point gets in the list: behind the last stored point that lies before it.
+/// Index that a new point gets in a list whose points rise.
+Result<std::int32_t> FindIndexAmong(std::span<const double> stored, double place, const VerticalCurve& curve) noexcept {
+    const auto behind =
+        std::ranges::partition_point(stored, [&](double it) { return !(it > place) || SamePlace(it, place); });
+    const auto index = static_cast<std::int32_t>(behind - stored.begin());
+    if (index > 0 && SamePlace(*std::prev(behind), place)) return Duplicate(index - 1, curve);
+    return index;
+}
+
+/// Index that a new point gets in the list: behind the last stored point that lies before it. Points mostly come in
+/// order and are compared with a few from the end; for others the places of all are worked out once.
 Result<std::int32_t> FindIndex(const RoadDesign& road, const PointPlaces& places, const VerticalCurve& curve) noexcept {
+    constexpr std::int32_t fewCompared = 16;
     const CountedList<VerticalCurve>& list = road.verticalCurves;
     const double place = places.Of(curve);
     std::int32_t index = list.Count();
     for (; index > 0; --index) {
+        if (list.Count() - index == fewCompared) places.Keep();
+        if (const std::vector<double>* known = places.Known()) return FindIndexAmong(*known, place, curve);
         const double stored = places.Of(list[index - 1]);
         if (SamePlace(stored, place)) return Duplicate(index - 1, curve);
         if (!(stored > place)) break;
@@ -159,11 +216,6 @@ void DeriveReaches(std::span<CurveSpan> spans) noexcept {
     }
 }
 
-ProfileCache::Key KeyOf(const RoadDesign& road) noexcept {
-    return {road.verticalCurves.Revision(), road.elements.Revision(), road.settings.startMileage, road.totalLength,
-            road.settings.verticalCurveMode};
-}
-
 }  // namespace
 
 double ProfileMileage(RoadDesign& road, StakeMileage stake) noexcept {
@@ -181,7 +233,7 @@ Outcome InsertVerticalCurves(RoadDesign& road, std::span<const VerticalCurve> cu
     road.verticalCurves.Reserve(static_cast<std::int64_t>(curves.size()));
     for (const VerticalCurve& curve : curves) {
         const Result<std::int32_t> index = FindIndex(road, places, curve);
-        if (index) road.verticalCurves.Insert(curve, *index);
+        if (index) places.Insert(curve, *index);
     }
     return {};
 }

@@ -117,7 +117,8 @@ TEST(NumberText, WritesEightDecimalsAndNothingThatIsNoNumber) {
 // Middles of two texts, carries into the metres, and the ends of the doubles that count by ones.
 TEST(NumberText, RealIsWhatPrintfWritesAndReadsBackAsStrtodDoes) {
     std::mt19937_64 random(6);
-    std::vector<double> numbers{0x1p-9, 3 * 0x1p-9, 0.999999995, 9.999999994999, 4503599627370495.5, 0x1p53, 0x1p53 - 1};
+    std::vector<double> numbers{0x1p-9, 3 * 0x1p-9, 0.999999995, 9.999999994999, 4503599627370495.5,
+                                0x1p53, 0x1p53 - 1};
     for (int i = 0; i < 20000; ++i) {
         const double places = std::ldexp(static_cast<double>(random() >> 11U), static_cast<int>(random() % 72) - 72);
         const double middle = (static_cast<double>(random() % 100'000'000'000) + 0.5) / 1e8;

@@ -183,4 +183,49 @@ TEST(Height, OverlappingCurvesAnswerAsTheWalk) {
     }
 }
 
+/// Index for a new point by its definition: behind the last stored one that lies before it; -1 next to a stored one.
+std::int32_t IndexByWalk(RoadDesign& road, const VerticalCurve& curve) {
+    const auto placeOf = [&](const VerticalCurve& it) {
+        return kesto::ProfileMileage(road, {it.mileage, it.occurrence});
+    };
+    std::int32_t index = road.verticalCurves.Count();
+    for (; index > 0; --index) {
+        const double ahead = placeOf(road.verticalCurves[index - 1]) - placeOf(curve);
+        if (std::fabs(ahead) < 1e-7) return -1;
+        if (!(ahead > 0)) break;
+    }
+    return index;
+}
+
+// With edits between that put stored points out of order, and new breaks that move them along the road.
+TEST(GradePoints, PointsInAnyOrderGetTheirPlaces) {
+    const auto owner = std::make_unique<RoadDesign>();
+    RoadDesign& road = *owner;
+    MakeRoad(road);
+    std::mt19937 generator(8);
+    const auto random = [&](int below) { return std::uniform_int_distribution(0, below - 1)(generator); };
+    int refused = 0;
+    for (int i = 0; i < 2000; ++i) {
+        VerticalCurve curve = PointAt(kesto::StakeMileageAt(road, 100 + random(3000)), i, 0);
+        curve.mileage += 0.5e-7 * random(4);
+        const std::int32_t index = IndexByWalk(road, curve);
+        const std::int32_t before = road.verticalCurves.Count();
+        ASSERT_EQ(static_cast<bool>(kesto::InsertVerticalCurve(road, curve)), index >= 0) << i;
+        ASSERT_EQ(road.verticalCurves.Count(), before + (index >= 0 ? 1 : 0)) << i;
+        if (index >= 0) {
+            ASSERT_EQ(road.verticalCurves[index].elevation, i);
+        }
+        refused += index < 0 ? 1 : 0;
+        if (i % 500 == 499) {
+            ASSERT_TRUE(kesto::ReplaceVerticalCurve(road, 20, PointAt({2000.0 - i, 0}, -1, 0)));
+        }
+        if (i % 700 == 699) {
+            ASSERT_TRUE(kesto::InsertBrokenChain(road, {2000.0 + i / 10.0, 2400}));
+            ASSERT_TRUE(kesto::MakeCurrent(road));
+        }
+        if (i % 300 == 299) road.verticalCurves.Remove(road.verticalCurves.Count() / 2);
+    }
+    EXPECT_GT(refused, 100);
+}
+
 }  // namespace
