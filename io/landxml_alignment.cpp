@@ -115,11 +115,11 @@ void WriteSpiral(const XmlElement& geometry, const Stretch& spiral, const Positi
     const XmlElement written = geometry.Child("Spiral");
     written.Set("spiType", "clothoid")
         .Set("length", spiral.length)
-        .Set("radiusStart", WrittenRadius(spiral.startRadius))
-        .Set("radiusEnd", WrittenRadius(spiral.endRadius))
+        .SetUnbounded("radiusStart", WrittenRadius(spiral.startRadius))
+        .SetUnbounded("radiusEnd", WrittenRadius(spiral.endRadius))
         .Set("rot", Rotation(spiral))
         .Set("chord", spiral.chord)
-        .Set("constant", ClothoidParameter(spiral))
+        .SetUnbounded("constant", ClothoidParameter(spiral))
         .Set("dirStart", spiral.start.azimuth)
         .Set("dirEnd", spiral.end.azimuth)
         .Set("theta", spiral.turn);
@@ -186,8 +186,9 @@ Outcome WriteProfile(RoadDesign& road, const XmlElement& alignment) {
     for (std::int32_t i = 0; i < road.verticalCurves.Count(); ++i) {
         const CurveSpan& span = spans[static_cast<std::size_t>(i)];
         const double length = span.end - span.start;
-        const XmlElement point = line.Child(length >= tolerance::curveLength ? "ParaCurve" : "PVI");
-        if (length >= tolerance::curveLength) point.Set("length", length);
+        const bool curved = !(length < tolerance::curveLength);  // what is no number is no point either
+        const XmlElement point = line.Child(curved ? "ParaCurve" : "PVI");
+        if (curved) point.Set("length", length);
         point.Numbers(span.point, road.verticalCurves[i].elevation);
         if (!point.AllUsable()) return FailRecord(KESTO_RESULT_NOT_FINITE, KESTO_LIST_VERTICAL_CURVES, i);
     }

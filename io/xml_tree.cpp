@@ -34,8 +34,12 @@ const XmlElement& XmlElement::Set(const char* name, const char* value) const {
 
 const XmlElement& XmlElement::Set(const char* name, double value) const {
     // TinyXML's own setter for doubles prints with "%g" in the process locale, where the decimal point may be a comma.
-    if (std::isinf(value) && value > 0) return Set(name, infinite);
     return Set(name, ShortReal(Usable(value)).c_str());
+}
+
+const XmlElement& XmlElement::SetUnbounded(const char* name, double value) const {
+    if (std::isinf(value) && value > 0) return Set(name, infinite);
+    return Set(name, value);
 }
 
 const XmlElement& XmlElement::Numbers(double first, double second) const {

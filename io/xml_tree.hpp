@@ -14,13 +14,15 @@ public:
     XmlElement Child(const char* name) const;
 
     const XmlElement& Set(const char* name, const char* value) const;
-    /// Sets an attribute to a number with six significant digits; "INF" for an infinite one.
+    /// Sets an attribute to a number with six significant digits.
     const XmlElement& Set(const char* name, double value) const;
+    /// The same where infinity has a meaning, as a straight's radius: "INF" for +infinity.
+    const XmlElement& SetUnbounded(const char* name, double value) const;
     /// Sets the text to two numbers with six decimals, one blank between them.
     const XmlElement& Numbers(double first, double second) const;
 
     /// Whether every number written to the whole tree so far was one that a reader can use: finite, or +infinity in an
-    /// attribute. Others are written as 0.
+    /// attribute set unbounded. Others are written as 0.
     bool AllUsable() const noexcept { return *usable; }
 
 private:

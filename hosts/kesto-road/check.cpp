@@ -1,15 +1,17 @@
 // kesto-road check: what a surveyor wants to know of a project file before trusting it.
 #include <array>
 #include <cerrno>
+#include <cmath>
 #include <fstream>
-#include <iterator>
 #include <string>
+#include <vector>
 
 #include "check_outline.hpp"
 #include "check_road.hpp"
 #include "commands.hpp"
 #include "failure_text.hpp"
 #include "findings.hpp"
+#include "numbers.hpp"
 #include "output.hpp"
 #include "road_file.hpp"
 
@@ -17,12 +19,42 @@ namespace kesto::host {
 
 namespace {
 
+constexpr std::streamsize readBlock = 65536;  // bytes
+constexpr std::size_t intervalColumn = 1;     // of the header line
+constexpr double lastSectionMode = 1;
+constexpr double millimetres = 1e3;
+constexpr int gapDecimals = 2;     // of millimetres
+constexpr int lengthDecimals = 3;  // of metres
+
 std::string ReadText(const std::string& path) {
     errno = 0;
     std::ifstream stream(path, std::ios::binary);
-    std::string text{std::istreambuf_iterator<char>(stream), {}};
+    std::string text;
+    std::vector<char> block(readBlock);
+    do {  // read() itself: an iterator would let the error of a folder escape
+        stream.read(block.data(), readBlock);
+        text.append(block.data(), static_cast<std::size_t>(stream.gcount()));
+    } while (stream);
     if (!stream.is_open() || stream.bad()) throw FileProblem(path, "read", errno);
     return text;
+}
+
+/// Settings that the library takes otherwise than they stand, or takes and cannot use.
+void CheckSettings(const Checked& checked) {
+    double interval = 0;
+    GetMakeStakeInfo(checked.road, &interval);
+    const auto& header = checked.outline.header;
+    if (header && header->numbers[intervalColumn] < interval) {
+        checked.findings.Warning(header->line, "stake-interval",
+                                 "the stake interval of " + FormatShort(header->numbers[intervalColumn]) +
+                                     " m is raised to " + FormatShort(interval) + " m");
+    }
+    for (const RecordLine& it : checked.outline.Records("ExtInfo")) {
+        if (it.cells.front() != "SectionMode" || (it.numbers[1] >= 0 && it.numbers[1] <= lastSectionMode)) continue;
+        checked.findings.Warning(
+            it.line, "section-mode",
+            "there is no section mode " + FormatReal(it.numbers[1], 0) + ": the road has no cross sections in it");
+    }
 }
 
 /// Records that the reader left out, and that no other finding explains.
@@ -66,28 +98,39 @@ Place PlaceOf(const Checked& checked, double mileage, std::int32_t occurrence) {
     Place place{mileage, false, false, {}};
     place.found = GetSrcMileage(checked.road, &place.continuous, occurrence);
     if (place.found) return place;
-    const Failure failure = LastFailure(checked.road);
-    place.beyond = failure.status == KESTO_MILEAGE_OFF_ROAD;
-    place.found = place.beyond && failure.excess < beyondTolerance;
+    place.beyond = LastFailure(checked.road).status == KESTO_MILEAGE_OFF_ROAD;
     place.why = DescribeLastFailure(checked.road);
     return place;
 }
 
+bool StandsAtEnd(const Checked& checked, const Place& place) {
+    return checked.line && place.beyond &&
+           (std::fabs(place.continuous - checked.line->Start()) < beyondTolerance ||
+            std::fabs(place.continuous - checked.line->End()) < beyondTolerance);
+}
+
+std::string Distance(double metres) {
+    constexpr double shortest = 1;   // m
+    constexpr double longest = 1e9;  // m: from here on decimals mean nothing
+    if (!std::isfinite(metres)) return "farther than numbers reach";
+    if (metres < shortest) return FormatReal(metres * millimetres, gapDecimals) + " mm";
+    return (metres < longest ? FormatReal(metres, lengthDecimals) : FormatShort(metres)) + " m";
+}
+
 ExitCode RunCheck(const CheckOptions& options) {
-    CheckRoadExtension(options.road);
-    const std::string text = ReadText(options.road);
-    Findings findings;
-    const Outline outline = ReadOutline(text, findings);
     const RoadHandle road = NewRoad();
-    if (const std::int32_t status = OpenProject(road.get(), options.road.c_str()); status != KESTO_SUCCESS) {
+    if (const std::int32_t status = ReadProject(road.get(), options.road); status != KESTO_SUCCESS) {
         throw OpenProblem(options.road, status);
     }
+    Findings findings;
+    const Outline outline = ReadOutline(ReadText(options.road), findings);
     const Failure skipped = LastFailure(road.get());
     std::optional<RoadLine> line;
     if (DesignRoad(road.get())) line.emplace(road.get());
     const Failure failure = LastFailure(road.get());
     const std::string why = DescribeLastFailure(road.get());
     const Checked checked{options.road, outline, road.get(), line, findings};
+    CheckSettings(checked);
     CheckAlignment(checked);
     if (!line) {
         findings.Error(LineOf(failure, road.get(), outline, findings), "no-road", "no road can be built: " + why);

@@ -18,8 +18,6 @@ namespace {
 constexpr double sameRadius = 1e-3;  // m: radii are published to the millimetre
 constexpr double fullCircle = 360;   // degrees
 constexpr double degrees = 180 / std::numbers::pi;
-constexpr double millimetres = 1e3;
-constexpr int gapDecimals = 2;      // of millimetres
 constexpr int azimuthDecimals = 5;  // of degrees
 constexpr int lengthDecimals = 3;   // of metres
 constexpr std::int32_t startType = 0;
@@ -64,7 +62,7 @@ Element ElementOf(const RecordLine& record) {
 /// point.
 std::vector<FromFile> ElementsOfPoints(const Checked& checked) {
     const RoadHandle whole = NewRoad();
-    if (OpenProject(whole.get(), checked.path.c_str()) != KESTO_SUCCESS) return {};
+    if (ReadProject(whole.get(), checked.path) != KESTO_SUCCESS) return {};
     while (DeleteBrokenChain(whole.get(), 0)) {
     }
     const auto points = checked.outline.Records("Coordinate");
@@ -107,7 +105,9 @@ void CheckSpiral(const Element& it, std::int64_t line, Findings& findings) {
     if (it.startRadius < infiniteRadius && it.endRadius < infiniteRadius) {
         findings.Error(line, "spiral-radii", "the spiral has no radius at either end and leads nowhere");
     } else if (std::fabs(it.startRadius - it.endRadius) < infiniteRadius) {
-        findings.Error(line, "spiral-radii", "the spiral has the same radius at both ends, " + Metres(it.startRadius));
+        findings.Error(line, "spiral-radii",
+                       "the spiral has the same radius at both ends to within a ten-millionth of a metre: " +
+                           FormatShort(it.startRadius) + " m and " + FormatShort(it.endRadius) + " m");
     }
 }
 
@@ -185,9 +185,8 @@ void CheckJoint(RoadDesign* road, const FromFile& before, const FromFile& from, 
     const double gap = std::hypot(from.element.startX - x, from.element.startY - y);
     if (const auto grade = lengthGrades.Of(gap)) {
         findings.Add(from.line, *grade, "gap",
-                     std::string("the ") + ElementName(from.element) + " begins " +
-                         FormatReal(gap * millimetres, gapDecimals) + " mm from where line " +
-                         std::to_string(before.line) + " ends; the road goes on from there");
+                     std::string("the ") + ElementName(from.element) + " begins " + Distance(gap) +
+                         " from where line " + std::to_string(before.line) + " ends; the road goes on from there");
     }
     CheckKink(before, from, std::fabs(std::remainder(from.element.startAzimuth - azimuth, fullCircle)), findings);
     CheckRadii(before, from, findings);
@@ -208,6 +207,10 @@ std::vector<FromFile> ElementsOfFile(const Checked& checked) {
         elements.push_back({ElementOf(record), record.line});
         const double again = record.numbers[ElementAzimuthAgain];
         const double azimuth = record.numbers[ElementAzimuth];
+        if (!(std::fabs(azimuth) <= fullCircle)) {
+            checked.findings.Warning(record.line, "azimuth-range",
+                                     "the azimuth is more than a full circle: " + FormatShort(azimuth) + " degrees");
+        }
         if (!angleGrades.Of(std::fabs(std::remainder(again - azimuth, fullCircle)))) continue;
         checked.findings.Warning(record.line, "azimuth-differs",
                                  "the azimuth stands twice in the line, as " + Degrees(azimuth) + " and as " +

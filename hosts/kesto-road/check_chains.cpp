@@ -1,7 +1,6 @@
 // Checks the broken chains.
-#include <algorithm>
 #include <cmath>
-#include <vector>
+#include <map>
 
 #include "check_road.hpp"
 #include "numbers.hpp"
@@ -21,19 +20,45 @@ std::string Text(const Checked& checked, double mileage) {
     return FormatMileage(GetMakeStakePerfix(checked.road), {mileage, 0}, mileageDecimals);
 }
 
-/// The chains as the road walks them: ascending by the mileage before the break.
-std::vector<Chain> ChainsOfFile(const Outline& outline) {
-    std::vector<Chain> chains;
-    for (const RecordLine& it : outline.Records("BrokenChain")) {
-        chains.push_back({{it.numbers[0], it.numbers[1]}, it.line});
+/// The chains as the road walks them, by the mileage before the break. One that lies where an earlier line of the file
+/// has put another is skipped.
+std::map<double, Chain> ChainsOfFile(const Checked& checked) {
+    std::map<double, Chain> chains;
+    for (const RecordLine& it : checked.outline.Records("BrokenChain")) {
+        const double back = it.numbers[0];
+        const auto near = chains.upper_bound(back - sameMileage);
+        if (near != chains.end() && near->first < back + sameMileage) {
+            checked.findings.Skipped(it.line, "chain-repeated",
+                                     "line " + std::to_string(near->second.line) +
+                                         " has a broken chain at this mileage already: this one is skipped");
+        } else {
+            chains.insert({back, {{back, it.numbers[1]}, it.line}});
+        }
     }
-    std::stable_sort(chains.begin(), chains.end(), [](const Chain& one, const Chain& other) {
-        return one.record.backMileage < other.record.backMileage;
-    });
     return chains;
 }
 
-void CheckPlace(const Checked& checked, const Chain& chain, const Chain* before) {
+/// Tells of a chain that the road comes by where it does something else than jump there.
+void TellOfEffect(const Checked& checked, const Chain& chain, const ChainEffect& effect) {
+    const std::string from = Text(checked, effect.from);
+    if (effect.late) {
+        checked.findings.Error(chain.line, "chain-late",
+                               "a broken chain at an element's start, less than 0.01 mm behind it, acts at that "
+                               "element's end only: " +
+                                   (effect.jumps ? "the road jumps from " + from + " to " + Text(checked, effect.to)
+                                                 : "at " + from + ", where the road ends, so it has no effect"));
+    } else if (!effect.jumps) {
+        checked.findings.Warning(chain.line, "chain-at-end",
+                                 "the road ends at " + from + ": the broken chain there has no effect");
+    } else if (effect.atStart) {
+        checked.findings.Note(chain.line, "chain-at-start",
+                              "the broken chain stands at the road's start, which carries " + Text(checked, effect.to) +
+                                  " instead of " + from);
+    }
+}
+
+/// Tells why the road does not come by a chain.
+void TellOfMissed(const Checked& checked, const Chain& chain, const Chain* before) {
     const double back = chain.record.backMileage;
     if (before != nullptr && before->record.aheadMileage > back + sameMileage) {
         checked.findings.Error(chain.line, "chain-contradicts",
@@ -50,21 +75,21 @@ void CheckPlace(const Checked& checked, const Chain& chain, const Chain* before)
 }  // namespace
 
 void CheckChains(const Checked& checked) {
+    std::map<double, ChainEffect> effects;
+    const auto& header = checked.outline.header;
+    if (checked.line) effects = checked.line->ChainEffects(header ? header->numbers[0] : 0);
     const Chain* before = nullptr;  // the last one that the road meets
-    const auto chains = ChainsOfFile(checked.outline);
-    for (const Chain& chain : chains) {
-        const BrokenChain& it = chain.record;
-        if (&chain != &chains.front() && it.backMileage - (&chain - 1)->record.backMileage < sameMileage) {
-            checked.findings.Skipped(chain.line, "chain-repeated",
-                                     "line " + std::to_string((&chain - 1)->line) +
-                                         " has a broken chain at this mileage already: this one is skipped");
-        } else if (std::fabs(it.aheadMileage - it.backMileage) < sameMileage) {
+    const auto chains = ChainsOfFile(checked);
+    for (const auto& [back, chain] : chains) {
+        const auto effect = effects.find(back);
+        if (std::fabs(chain.record.aheadMileage - back) < sameMileage) {
             checked.findings.Note(chain.line, "chain-without-jump", "the mileage is the same before and behind it");
-        } else if (checked.line && checked.line->HasBreak(it)) {
-            before = &chain;
-        } else {
-            CheckPlace(checked, chain, before);
+        } else if (effect == effects.end()) {
+            TellOfMissed(checked, chain, before);
             if (!checked.line) before = &chain;
+        } else {
+            TellOfEffect(checked, chain, effect->second);
+            before = &chain;
         }
     }
 }

@@ -4,16 +4,21 @@
 #include <vector>
 
 #include "check_road.hpp"
+#include "conventions.hpp"
 #include "numbers.hpp"
 
 namespace kesto::host {
 
 namespace {
 
-constexpr double millimetres = 1e3;
-constexpr int gapDecimals = 2;     // of millimetres
 constexpr int lengthDecimals = 3;  // of metres
+constexpr int gradeDecimals = 3;   // of per cent
+constexpr double perCent = 100;
+constexpr double smallestBreak = 1e-5;  // of grade: below it is the rounding of elevations
 constexpr std::int32_t radiusMode = 0;
+constexpr std::int32_t unset = -1;  // occurrence of a curve end that is not given
+constexpr std::size_t elevationColumn = 1;
+constexpr std::size_t radiusColumn = 2;
 constexpr std::string_view radiusKeyword = "VerticalCurve";
 constexpr std::string_view endsKeyword = "VerticalCurve_SECONDPARA";
 
@@ -22,9 +27,20 @@ struct Point {
     double mileage;
     std::int32_t occurrence;
     std::int64_t line;
+    double elevation;  // m
+    double radius;     // m; 0 where curves are given by their ends
     double place;
     double start, end;
 };
+
+/// Tells where a place of the profile is not on the road. What lies before or behind it may be meant; a point whose
+/// mileage is a continuous one even by the format.
+void TellOffRoad(const Checked& checked, std::int64_t line, std::int32_t occurrence, const Place& place,
+                 std::string_view code, const std::string& what) {
+    if (!checked.line || place.found || StandsAtEnd(checked, place)) return;
+    const Severity severity = occurrence < 0 ? Severity::Note : place.beyond ? Severity::Warning : Severity::Error;
+    checked.findings.Add(line, severity, code, what + " is not on the road: " + place.why);
+}
 
 /// The points of the file that are on their way into the road, in its order.
 std::vector<Point> PointsOfFile(const Checked& checked) {
@@ -35,11 +51,9 @@ std::vector<Point> PointsOfFile(const Checked& checked) {
         const auto occurrence = static_cast<std::int32_t>(it.numbers[occurrenceColumn]);
         const Place place = PlaceOf(checked, it.numbers[0], occurrence);
         const double at = place.continuous;
-        points.push_back({it.numbers[0], occurrence, it.line, at, at, at});
-        if (!checked.line || place.found) continue;
-        const Severity severity = occurrence < 0 ? Severity::Note : place.beyond ? Severity::Warning : Severity::Error;
-        checked.findings.Add(it.line, severity, "grade-point-off-road",
-                             "the grade-change point is not on the road: " + place.why);
+        const double radius = byRadius ? it.numbers[radiusColumn] : 0;
+        points.push_back({it.numbers[0], occurrence, it.line, it.numbers[elevationColumn], radius, at, at, at});
+        TellOffRoad(checked, it.line, occurrence, place, "grade-point-off-road", "the grade-change point");
     }
     std::stable_sort(points.begin(), points.end(),
                      [](const Point& one, const Point& other) { return one.place < other.place; });
@@ -59,6 +73,15 @@ void RemoveRepeated(const Checked& checked, std::vector<Point>& points) {
     }
 }
 
+/// A given end of a curve in continuous mileage (m); one that is not set lies at the neighbouring point.
+double GivenEnd(const Checked& checked, const Point& point, double mileage, std::int32_t occurrence,
+                const Point& neighbour, const char* what) {
+    if (occurrence == unset) return neighbour.place;
+    const Place place = PlaceOf(checked, mileage, occurrence);
+    TellOffRoad(checked, point.line, occurrence, place, "curve-end-off-road", what);
+    return place.continuous;
+}
+
 /// The ends of the curves, as the design run has derived or kept them. The first and the last point have no curve.
 void FindEnds(const Checked& checked, std::vector<Point>& points) {
     const bool byRadius = GetVerticalCurveMode(checked.road) == radiusMode;
@@ -67,13 +90,15 @@ void FindEnds(const Checked& checked, std::vector<Point>& points) {
         const auto point = std::find_if(points.begin(), points.end(), [&](const Point& it) {
             return it.mileage == curve.mileage && it.occurrence == curve.occurrence;
         });
-        if (point == points.end() || point + 1 == points.end()) continue;
+        if (point == points.begin() || point == points.end() || point + 1 == points.end()) continue;
         if (byRadius) {
             point->start -= curve.tangentLength;
             point->end += curve.tangentLength;
         } else {
-            point->start = PlaceOf(checked, curve.startMileage, curve.startOccurrence).continuous;
-            point->end = PlaceOf(checked, curve.endMileage, curve.endOccurrence).continuous;
+            point->start = GivenEnd(checked, *point, curve.startMileage, curve.startOccurrence, *(point - 1),
+                                    "the start of the curve");
+            point->end =
+                GivenEnd(checked, *point, curve.endMileage, curve.endOccurrence, *(point + 1), "the end of the curve");
         }
     }
 }
@@ -88,8 +113,33 @@ void CheckCurves(const Checked& checked, const std::vector<Point>& points) {
         const auto grade = lengthGrades.Of(overlap);
         if (!grade) continue;
         checked.findings.Add(it.line, *grade, "curves-overlap",
-                             "the curve begins " + FormatReal(overlap * millimetres, gapDecimals) +
-                                 " mm before the one of line " + std::to_string(points[i - 1].line) + " ends");
+                             "the curve begins " + Distance(overlap) + " before the one of line " +
+                                 std::to_string(points[i - 1].line) + " ends");
+    }
+}
+
+/// Radii that do not round a corner off, and corners without a curve.
+void CheckRadii(const Checked& checked, const std::vector<Point>& points) {
+    const auto gradeBehind = [](const Point& it) {
+        const Point& next = *(&it + 1);
+        return (next.elevation - it.elevation) / (next.place - it.place);
+    };
+    for (const Point& it : points) {
+        if (&it == &points.front() || &it == &points.back()) {
+            if (std::fabs(it.radius) < infiniteRadius) continue;
+            checked.findings.Note(it.line, "radius-unused",
+                                  "the profile begins and ends without a curve: the radius is passed over");
+        } else if (it.radius <= -infiniteRadius) {
+            checked.findings.Error(it.line, "vertical-radius",
+                                   "the radius is negative: the curve bends away from both tangents, and the height "
+                                   "jumps at the point");
+        } else if (it.end - it.start < sameMileage) {
+            const double jump = std::fabs(gradeBehind(it) - gradeBehind(*(&it - 1)));
+            if (!(jump >= smallestBreak)) continue;
+            checked.findings.Note(it.line, "grade-break",
+                                  "the grade-change point has no curve: the grade breaks by " +
+                                      FormatReal(jump * perCent, gradeDecimals) + " per cent");
+        }
     }
 }
 
@@ -121,6 +171,7 @@ void CheckProfile(const Checked& checked) {
     if (checked.line) {
         FindEnds(checked, points);
         CheckCurves(checked, points);
+        CheckRadii(checked, points);
     }
     CheckCover(checked, points);
 }

@@ -33,13 +33,19 @@ struct Checked {
 /// Where a stake mileage of the file lies.
 struct Place {
     double continuous;  ///< m; the mileage as it stands where it is not on the road
-    bool found;         ///< whether it is on the road, to the millimetre
+    bool found;         ///< whether it is on the road; a continuous one to the millimetre
     bool beyond;        ///< it is not, since it lies before the start or behind the end
     std::string why;    ///< why it is not found
 };
 
 /// @param occurrence -1 for a continuous mileage
 Place PlaceOf(const Checked& checked, double mileage, std::int32_t occurrence);
+/// Whether a place that is not found lies less than 1 mm beyond the road's start or end, and stays there when its stake
+/// mileage is taken for a continuous one, as the profile does with what is not on the road.
+bool StandsAtEnd(const Checked& checked, const Place& place);
+
+/// A distance as text: millimetres below 1 m, metres from there on.
+std::string Distance(double metres);
 
 /// Elements, intersections or coordinate points: joints, shapes, radii, azimuths.
 void CheckAlignment(const Checked& checked);

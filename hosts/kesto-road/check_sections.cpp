@@ -45,8 +45,33 @@ std::vector<ChangeLines> ChangesOfFile(const Outline& outline, std::string_view 
     return changes;
 }
 
-/// Tells of one change section what keeps the reader from taking it.
-void CheckChange(const Checked& checked, const ChangeLines& it, std::size_t plates, std::set<double>& taken) {
+/// Line of the section that the alignment stands in; 0 where there is none.
+std::int64_t AlignmentLine(const Outline& outline) {
+    constexpr std::array<std::string_view, 4> forms{"Intersection", "Coordinate", "BrokenLine", "Element"};
+    std::int64_t first = 0;
+    for (const std::string_view form : forms) {
+        const std::int64_t line = outline.LineOf(form);
+        if (line > 0 && (first == 0 || line < first)) first = line;
+    }
+    return first;
+}
+
+/// Tells of one change section what keeps the reader from taking it: also what stands behind it in the file, which the
+/// reader has not met yet.
+void CheckChange(const Checked& checked, const ChangeLines& it, const std::vector<RecordLine>& plateLines,
+                 std::set<double>& taken) {
+    const std::size_t plates = plateLines.size();
+    const std::int64_t alignment = AlignmentLine(checked.outline);
+    const std::int64_t missing = it.occurrence >= 0 && alignment > it.line        ? alignment
+                                 : plates > 0 && plateLines.back().line > it.line ? plateLines.back().line
+                                                                                  : 0;
+    if (missing > 0) {
+        checked.findings.Skipped(it.line, "section-order",
+                                 std::string("the change section stands before ") +
+                                     (missing == alignment ? "the alignment" : "a plate of its side") + " in line " +
+                                     std::to_string(missing) + ", without which it cannot be read: it is skipped");
+        return;
+    }
     const Place place = PlaceOf(checked, it.mileage, it.occurrence);
     if (!place.found && it.occurrence < 0) {
         checked.findings.Warning(it.line, "change-off-road", "the change section is not on the road: " + place.why);
@@ -101,7 +126,7 @@ void CheckSections(const Checked& checked) {
     CheckPlates(checked, "StandardSectionRight");
     CheckPlates(checked, "StandardSectionLeft");
     for (const ChangeKeywords& keywords : changeKeywords) {
-        const std::size_t plates = checked.outline.Records(keywords.plates).size();
+        const auto plates = checked.outline.Records(keywords.plates);
         const auto changes = ChangesOfFile(checked.outline, keywords.changes);
         std::set<double> taken;
         for (const ChangeLines& it : changes) {
@@ -111,7 +136,7 @@ void CheckSections(const Checked& checked) {
     }
     for (const RecordLine& it : checked.outline.Records("roadSectionMileage")) {
         const Place place = PlaceOf(checked, it.numbers[0], 0);
-        if (!checked.line || place.found) continue;
+        if (!checked.line || place.found || StandsAtEnd(checked, place)) continue;
         checked.findings.Warning(it.line, "section-mileage-off-road",
                                  "the section mileage is not on the road: " + place.why);
     }

@@ -128,7 +128,7 @@ void SetUpSection(CLI::App& app, SectionOptions& options, ExitCode& result) {
 
 void SetUpCheck(CLI::App& app, CheckOptions& options, ExitCode& result) {
     auto* command = AddCommand(app, "check", "Find what is wrong or doubtful in a project file", "demo.road --json");
-    command->add_option("ROAD", options.road, "Project file (.road)")->required();
+    command->add_option("ROAD", options.road, "Project file (.road, .watx)")->required();
     command->add_flag("--json", options.json, "Print the findings as one JSON object");
     command->callback([&] { result = RunCheck(options); });
 }

@@ -202,9 +202,19 @@ void WarnOfStrays(RoadDesign* road, const RoadLine& line, const Tables& tables) 
         PrintWarning(tables.start.where + ": the start point lies " + FormatReal(gap, 3) +
                      " m from the first point of the plan, where the road starts");
     }
+    const auto effects = line.ChainEffects(tables.start.mileage);
     for (const auto& chain : tables.brokenChains) {
-        if (!line.HasBreak(chain.record))
+        const auto effect = effects.find(chain.record.backMileage);
+        if (effect == effects.end()) {
             PrintWarning(chain.where + ": this broken chain is not on the road and has no effect");
+        } else if (!effect->second.jumps) {
+            PrintWarning(chain.where + ": this broken chain has no effect: the road ends there, or it does not jump");
+        } else if (effect->second.late) {
+            PrintWarning(
+                chain.where +
+                ": this broken chain stands behind an element's start and acts at that element's end only, at " +
+                FormatMileage(line.Prefix(), {effect->second.from, 0}));
+        }
     }
     for (const auto& point : tables.profile.points) {
         double mileage = point.record.mileage;

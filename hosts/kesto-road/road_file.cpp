@@ -55,6 +55,12 @@ void CheckRoadExtension(const std::string& path) {
     throw Problem(ExitCode::File, "'" + path + "' has the wrong extension: a project file ends in \".road\"");
 }
 
+std::int32_t ReadProject(RoadDesign* road, const std::string& path) {
+    if (HasExtension(path, waterExtension)) return OpenWaterProject(road, path.c_str());
+    CheckRoadExtension(path);
+    return OpenProject(road, path.c_str());
+}
+
 RoadHandle OpenRoad(const std::string& path) {
     if (!HasExtension(path, waterExtension)) CheckRoadExtension(path);
     RoadHandle road = NewRoad();

@@ -21,6 +21,10 @@ RoadHandle NewRoad();
 /// A project file's own trouble, told better than by a status code alone.
 Problem OpenProblem(const std::string& path, std::int32_t status);
 
+/// Reads a project file, a road's or a water project by its extension, without running the design.
+/// @return as OpenProject(). @throws Problem when the extension is neither's
+std::int32_t ReadProject(RoadDesign* road, const std::string& path);
+
 /// Opens a project file, a road's or a water project, and runs the design; records that had to be skipped are warned
 /// of.
 /// @throws Problem when the file cannot be read or no road can be built from it

@@ -10,11 +10,11 @@ namespace kesto::host {
 
 namespace {
 
-constexpr double sameMileage = 1e-7;     // m: the library's own equality of mileages
-constexpr double samePoint = 1e-6;       // m: two evaluations of one point
-constexpr double smallestJump = 1e-6;    // m: below it a difference of stake mileages is rounding
-constexpr double breakTolerance = 1e-3;  // m: a broken chain that shows on the road is found this near
-constexpr double squareOffset = 90;      // degrees
+constexpr double sameMileage = 1e-7;      // m: the library's own equality of mileages
+constexpr double samePoint = 1e-6;        // m: two evaluations of one point
+constexpr double smallestJump = 1e-6;     // m: below it a difference of stake mileages is rounding
+constexpr double beyondTolerance = 1e-3;  // m: mileages are published to the millimetre
+constexpr double squareOffset = 90;       // degrees
 
 }  // namespace
 
@@ -81,12 +81,33 @@ std::vector<Break> RoadLine::Breaks() const {
     return breaks;
 }
 
-bool RoadLine::HasBreak(const BrokenChain& chain) const {
-    const auto breaks = Breaks();
-    return std::any_of(breaks.begin(), breaks.end(), [&](const Break& it) {
-        return std::fabs(it.back - chain.backMileage) < breakTolerance &&
-               std::fabs(it.ahead - chain.aheadMileage) < breakTolerance;
-    });
+std::map<double, ChainEffect> RoadLine::ChainEffects(double givenStart) const {
+    std::vector<BrokenChain> chains(static_cast<std::size_t>(GetBrokenChainCount(road)));
+    for (std::size_t k = 0; k < chains.size(); ++k) GetBrokenChain(road, static_cast<std::int32_t>(k), &chains[k]);
+    std::map<double, ChainEffect> effects;
+    for (const BrokenChain& it : chains) {
+        if (std::fabs(start - givenStart) < sameMileage || std::fabs(it.backMileage - givenStart) >= sameMileage)
+            continue;
+        effects[it.backMileage] = {true, false, true, givenStart, start};
+    }
+    // The builder's own walk: every element, from the start record on, takes the first chain that lies on it, and the
+    // next one a later chain. The elements are cut already, which leaves each with the chain that it was cut at.
+    auto rest = chains.cbegin();
+    Element element{};
+    Element next{};
+    for (std::int32_t i = 0; GetElement(road, i, &element); ++i) {
+        const double end = element.startMileage + element.length;
+        const auto chain = std::partition_point(rest, chains.cend(), [&](const BrokenChain& it) {
+            return it.backMileage <= element.startMileage - sameMileage;
+        });
+        if (chain == chains.cend() || chain->backMileage >= end + sameMileage) continue;
+        const bool jumps =
+            GetElement(road, i + 1, &next) && std::fabs(chain->aheadMileage - chain->backMileage) >= sameMileage;
+        const ChainEffect effect{i == 0, end - chain->backMileage > beyondTolerance, jumps, end, next.startMileage};
+        effects.insert({chain->backMileage, effect});
+        rest = chain + 1;
+    }
+    return effects;
 }
 
 void RoadLine::ForEachMultiple(double step, const std::function<void(const CentrePoint&)>& visit) const {

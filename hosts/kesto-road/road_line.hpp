@@ -2,6 +2,7 @@
 #pragma once
 
 #include <functional>
+#include <map>
 #include <optional>
 #include <string>
 #include <vector>
@@ -30,6 +31,15 @@ struct Break {
     double azimuth;     ///< degrees
 };
 
+/// What the road makes of a broken chain.
+struct ChainEffect {
+    bool atStart = false;  ///< it stands at the road's start: the road's first mileage is the one behind the break
+    bool late = false;     ///< it acts on the element that it stands at the start of, so at that element's end
+    bool jumps = false;    ///< the mileage jumps: not at the road's end, and not where both mileages are one
+    double from = 0;       ///< stake mileage before the place where it acts (m)
+    double to = 0;         ///< stake mileage behind it (m), where there is something behind
+};
+
 /// A point of the centre line.
 struct CentrePoint {
     Stake stake;
@@ -55,8 +65,9 @@ public:
     /// The centre line at a stake; nothing when the road does not have this place.
     [[nodiscard]] std::optional<CentrePoint> At(const Stake& stake) const;
     [[nodiscard]] std::vector<Break> Breaks() const;
-    /// Whether a broken chain acts on the road.
-    [[nodiscard]] bool HasBreak(const BrokenChain& chain) const;
+    /// The broken chains that the road comes by, by the mileage before the break.
+    /// @param givenStart start mileage before the design run (m), which a broken chain at the start has moved
+    [[nodiscard]] std::map<double, ChainEffect> ChainEffects(double givenStart) const;
 
     /// Visits the road's start, every whole multiple of the step in stake mileage in order of travel (each occurrence
     /// of it), and the road's end.

@@ -75,6 +75,8 @@ const Planted faults[] = {
     {30, "lane", "l\xE4ne", "30 note names-not-utf8"},
     {30, "  lane", "in lane", "30 warning extra-fields"},
     {149, "0\r\n\r\n", "0", "149 warning no-line-end"},
+    {1, " 20.00000000", " 0.50000000", "1 warning stake-interval"},
+    {6, "0", "9", "6 warning section-mode"},
     // elements: 10 mm over 1 m and more, both limits of the grades from both sides
     {11, "452634.41500000", "452634.41610000", "11 warning gap"},
     {11, "452634.41500000", "452634.42490000", "11 warning gap"},
@@ -85,6 +87,7 @@ const Planted faults[] = {
     {12, "68.80490729", "68.70390729", "12 error kink"},
     {9, "69.95082328", "69.75082328", "10 error kink"},
     {12, "68.80490729   2", "68.90490729   2", "12 warning azimuth-differs"},
+    {12, "68.80490729", "1e300", "12 warning azimuth-range"},
     {12, "1000.00000000     1000.00000000", "   0.00000000        0.00000000", "12 error arc-radius"},
     {12, "1000.00000000     1000.00000000", "1000.00000000      900.00000000", "12 warning arc-radius"},
     {12, "1000.00000000     1000.00000000", "  30.00000000       30.00000000", "12 error turns-too-far"},
@@ -101,6 +104,10 @@ const Planted faults[] = {
     // broken chains
     {21, "490.00000000", "990.00000000", "21 error chain-off-road"},
     {21, "490.00000000", "480.00000000", "21 note chain-without-jump"},
+    {21, "490.00000000", "876.36819900", "21 warning chain-at-end"},
+    {21, "490.00000000      480.00000000", "  0 10", "21 note chain-at-start"},
+    {21, "490.00000000      480.00000000", "234.719417 300", "21 error chain-late"},
+    {21, "490.00000000", "736.59715100", "21 error chain-late"},  // in the last element, which has no end to act at
     {22, "", "  490 470\r\n", "22 error chain-repeated"},
     {22, "", "  500 600\r\n  550 560\r\n", "23 error chain-contradicts"},
     // profile
@@ -110,6 +117,9 @@ const Planted faults[] = {
      "25 note grade-point-off-road"},
     {25, "", gradePoint, "25 error grade-point-repeated"},
     {25, "5000.00000000", "80000.0000000", "25 error curves-overlap"},
+    {25, "5000.00000000", "-5000.0000000", "25 error vertical-radius"},
+    {25, "5000.00000000", "0", "25 note grade-break"},
+    {24, "0.00000000   0", "7.00000000   0", "24 note radius-unused"},
     {24, "0.00000000        5", "9.00000000        5", "24 note profile-short"},
     {29, "", "VerticalCurve_SECONDPARA\r\n 99 5 0 90 0 110 0\r\n\r\n", "29 error several-profiles"},
     // cross sections
@@ -152,6 +162,9 @@ TEST_F(Check, FindsFaultsOfOtherForms) {
         {"Coordinate\n1 0 0 0 0 A\n2 0 100 0 80 B\n1 0 150 80 0 C\n1 0 200 80 0 D\n", "5 error kink"},
         {"Coordinate\n1 0 0 0 0 A\n1 0 0 0 0 B\n1 0 200 1 0 C\n", "4 error no-road"},
         {"Element\n0 0 0 0 0 0 0 0 0 0\n0 0 0 90 300 0 1 0 0 0\n", "5 error number-too-large"},
+        {"WidenSectionRight\n9 3 0 1\n\nBrokenLine\n1 0 0 0 0 A\n1 0 99 0 0 B\n", "4 error section-order"},
+        {"BrokenLine\n1 0 0 0 0 A\n1 0 99 0 0 B\n\nWidenSectionRight\n9 3 0 1\n\nStandardSectionRight\na b 3 0 0 0\n",
+         "8 error section-order"},
         {"BrokenLine\n1 0 0 0 0 A\n1 0 99 0 0 B\n\nVerticalCurve_SECONDPARA\n0 5 0 0 0 0 0\n50 6 0 60 0 70 0\n99 5 0 "
          "99 0 "
          "99 0\n",
@@ -217,6 +230,32 @@ TEST_F(Check, TakesWhatTheLibraryWrites) {
     }
 }
 
+// Points at 0, 300, 650 and 1000 whose curves are given by their ends; an occurrence of -1 stands for the neighbour.
+TEST_F(Check, GivenEndsOfCurves) {
+    const struct {
+        const char *first, *second;
+        Told told;
+    } cases[] = {
+        {"275 0 340 0", "340 0 675 0", {}},
+        {"275 0 340 0", "625 -1 675 0", {"10 error curves-overlap"}},
+        {"275 0 300 0", "660 -1 675 0", {}},
+        {"0 0 340 0", "600 0 0 -1", {}},
+        {"275 7 340 0",
+         "600 0 1675 0",
+         {"9 error curve-end-off-road", "10 warning curve-end-off-road", "11 error curves-overlap"}},
+    };
+    for (const auto& it : cases) {
+        WriteRoad("it.road", std::string("0 100 0 K\n\nBrokenLine\n1 0 0 0 0 A\n1 0 1000 0 0 B\n\nVerticalCurve_"
+                                         "SECONDPARA\n0 0 0 0 0 0 0\n300 9 0 ") +
+                                 it.first + "\n650 2 0 " + it.second + "\n1000 9 0 0 0 0 0\n");
+        Told told;
+        for (const std::string& text : FindingsIn("it.road")) {
+            if (text.find("curve") != std::string::npos) told.insert(text);
+        }
+        EXPECT_EQ(told, it.told) << it.first << " " << it.second;
+    }
+}
+
 TEST_F(Check, TextNamesFileLineAndCode) {
     Write("it.road", Plant(ReadFile(std::string(KESTO_SAMPLE_ROADS) + "/trafikverket-crossover.road"),
                            {21, "28000.65965810", "29000.65965810", ""}));
@@ -224,6 +263,12 @@ TEST_F(Check, TextNamesFileLineAndCode) {
     EXPECT_EQ(Run("check good.road").out, "good.road: 0 errors, 0 warnings, 0 notes\n");
     EXPECT_EQ(Run("check it.txt").code, 3);
     EXPECT_EQ(Run("check none.road").code, 3);
+    std::filesystem::create_directory(folder / "folder.road");
+    EXPECT_EQ(Run("check folder.road").code, 3);
+    std::filesystem::copy(folder / "good.road", folder / "good.watx");
+    EXPECT_EQ(Run("check good.watx").out, "good.watx: 0 errors, 0 warnings, 0 notes\n");
+    WriteRoad("far.road", "0 100 0 K\n\nElement\n1e308 -1e308 0 0 0 0 0 0 0 0\n-1e308 1e308 0 9 0 0 1 0 0 0\n");
+    EXPECT_EQ(Run("check far.road").out.find("inf"), std::string::npos);
     const auto lines = Lines(Run("check it.road").out);
     ASSERT_GE(lines.size(), 2U);
     EXPECT_TRUE(lines.front().starts_with("it.road:")) << lines.front();

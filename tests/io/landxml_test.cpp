@@ -81,16 +81,12 @@ double Along(const XmlNode& point, const Point& line) {
 }
 
 void ExpectElement(RoadDesign* road, const XmlNode& node, const Element& element) {
-    Point start{true, element.startX, element.startY, element.startAzimuth};
+    const Point start{true, element.startX, element.startY, element.startAzimuth};
     Point end;
     ASSERT_TRUE(GetElementPositionAndAzimuth(road, &element, element.length, &end.x, &end.y, &end.azimuth));
-    double startRadius = element.startRadius;
-    double endRadius = element.endRadius;
-    if (element.length < 0) {
-        std::swap(start, end);
-        std::swap(startRadius, endRadius);
-    }
-    const double length = std::fabs(element.length);
+    const double startRadius = element.startRadius;
+    const double endRadius = element.endRadius;
+    const double length = element.length;
     ExpectAttribute(node, "length", length);
     ExpectPoint(node.Only("Start"), start);
     ExpectPoint(node.Only("End"), end);
@@ -311,9 +307,26 @@ TEST_F(LandXml, FallingMileagesAreWrittenFromTheirLowerEnd) {
     const XmlNode alignment = Export(road);
     const auto written = alignment.Only("CoordGeom").children;
     ASSERT_EQ(written.size(), 4U);
-    for (std::size_t i = 0; i < 4; ++i) ExpectElement(road, written[i], Elements(road)[i + 1]);
-    EXPECT_NEAR(written[1].Only("End").Pair().first, 100, pointDigits);  // the arc ends where the straight does
-    EXPECT_EQ(written[2].attributes.at("radiusStart"), "INF");
+    for (std::size_t i : {0U, 3U}) ExpectElement(road, written[i], Elements(road)[i + 1]);
+    // A quarter of a radian to the right about (100, -200), southwards when the straight's end is reached: the lower
+    // mileage stands that angle before it.
+    const XmlNode& arc = written[1];
+    EXPECT_NEAR(arc.Only("Start").Pair().first, 100 + 200 * std::sin(0.25), pointDigits);
+    EXPECT_NEAR(arc.Only("Start").Pair().second, 200 * std::cos(0.25) - 200, pointDigits);
+    EXPECT_NEAR(arc.Only("End").Pair().first, 100, pointDigits);
+    EXPECT_NEAR(arc.Only("End").Pair().second, 0, pointDigits);
+    EXPECT_NEAR(arc.Only("Center").Pair().first, 100, pointDigits);
+    EXPECT_NEAR(arc.Only("Center").Pair().second, -200, pointDigits);
+    ExpectAttribute(arc, "dirStart", 180 - 0.25 * (180 / std::numbers::pi));
+    ExpectAttribute(arc, "dirEnd", 180);
+    EXPECT_EQ(arc.attributes.at("rot"), "cw");
+    // 60 m of spiral from 300 m to straight, told from its straight end; it turns by 60 / (2 * 300).
+    const XmlNode& spiral = written[2];
+    EXPECT_EQ(spiral.attributes.at("radiusStart"), "INF");
+    ExpectAttribute(spiral, "radiusEnd", 300);
+    ExpectAttribute(spiral, "length", 60);
+    ExpectAttribute(spiral, "theta", 0.1 * (180 / std::numbers::pi));
+    ExpectAttribute(spiral, "constant", std::sqrt(60.0 * 300));
     const auto equations = alignment.All("StaEquation");
     ASSERT_EQ(equations.size(), 2U);
     const double figures[2][3] = {{100, 100, 100}, {-10, -10, 210}};
@@ -322,6 +335,31 @@ TEST_F(LandXml, FallingMileagesAreWrittenFromTheirLowerEnd) {
         ExpectAttribute(equations[i], "staAhead", figures[i][1]);
         ExpectAttribute(equations[i], "staInternal", figures[i][2]);
         EXPECT_EQ(equations[i].attributes.at("staIncrement"), i == 0 ? "decreasing" : "increasing");
+    }
+}
+
+TEST_F(LandXml, EquationsStandWhereChainsAct) {
+    const struct {
+        BrokenChain chain;
+        const char* start;
+        std::vector<const char*> equation;  // back, ahead, internal
+    } cases[] = {
+        {{0, 10}, "10", {}},    // moves the start itself
+        {{100, 900}, "0", {}},  // at the road's end
+        {{60, 60}, "0", {}},    // no jump
+        {{700, 800}, "0", {}},  // off the road
+        {{60, 20}, "0", {"60", "20", "60"}},
+    };
+    for (const auto& it : cases) {
+        const Road road = MakeRoad({Straight(40), Straight(60)});
+        AddChain(road, it.chain.backMileage, it.chain.aheadMileage);
+        const XmlNode alignment = Export(road);
+        EXPECT_EQ(alignment.attributes.at("staStart"), it.start);
+        std::vector<std::string> told;
+        for (const XmlNode& node : alignment.All("StaEquation")) {
+            for (const char* name : {"staBack", "staAhead", "staInternal"}) told.push_back(node.attributes.at(name));
+        }
+        EXPECT_EQ(told, std::vector<std::string>(it.equation.begin(), it.equation.end())) << it.chain.backMileage;
     }
 }
 
@@ -388,6 +426,12 @@ TEST_F(LandXml, FailuresLeaveTheEarlierFile) {
     AddGradePoints(good, {GradePoint(0, 1), GradePoint(5, std::nan(""))});
     EXPECT_EQ(ExportLandXMLFile(good, At("it.xml").c_str()), KESTO_RESULT_NOT_FINITE);
     EXPECT_EQ(LastFailure(good).record, 1);
+    for (const double radius : {infinite, std::nan("")}) {
+        const Road curved = MakeRoad({Straight(10)});
+        AddGradePoints(curved, {GradePoint(0, 1), GradePoint(5, 2, radius), GradePoint(9, 1)});
+        EXPECT_EQ(ExportLandXMLFile(curved, At("it.xml").c_str()), KESTO_RESULT_NOT_FINITE) << radius;
+        EXPECT_EQ(LastFailure(curved).record, 1);
+    }
     EXPECT_EQ(Content("it.xml"), "earlier");
 }
 
