@@ -29,7 +29,9 @@ bool HasWideNumbers(std::string_view text) {
     return false;
 }
 
-/// Reads a text, queries the road and saves it. What is saved is read whole and saved the same.
+/// Reads a text, queries the road and saves it. What is saved is read whole. The road read from it is saved the same
+/// from then on; the first one may differ, as grade points take their places by the chain of their time, and a damaged
+/// file may bring broken chains behind them.
 void ReadUseAndSave(std::string_view text) {
     RoadDesign road;
     static_cast<void>(ParseProject(text, road, utf8));
@@ -38,7 +40,10 @@ void ReadUseAndSave(std::string_view text) {
     if (!HasWideNumbers(*saved)) {
         RoadDesign back;
         ASSERT_TRUE(ParseProject(*saved, back, utf8)) << text;
-        ASSERT_EQ(*FormatProject(back, utf8), *saved) << text;
+        const std::string again = *FormatProject(back, utf8);
+        RoadDesign third;
+        ASSERT_TRUE(ParseProject(again, third, utf8)) << text;
+        ASSERT_EQ(*FormatProject(third, utf8), again) << text;
     }
     static_cast<void>(EnsureCurrent(road));
     for (const double mileage : {road.settings.startMileage + 30, 1e9}) {
