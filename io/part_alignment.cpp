@@ -19,10 +19,10 @@ namespace kesto {
 
 namespace {
 
-// A column of the project file holds radii below 1e9 m. A spiral that begins or ends flatter is cut where its radius
-// comes to half of that; what lies beyond is so short that the difference to an infinite radius is below 1e-12 m.
-inline constexpr double largestRadius = 0.5e9;  // m
-inline constexpr double shortestPiece = 1e-3;   // m: a shorter piece at the flat end would be lost in the decimals
+inline constexpr double unwritableRadius = 1e9;   // m: a column of the project file holds radii below this
+inline constexpr double flatPieceRadius = 0.5e9;  // m: where a spiral that begins or ends flatter than that is cut
+inline constexpr double shortestPiece = 1e-3;     // m: a shorter piece at the flat end would be lost in the decimals
+inline constexpr double arcBeside = 1e-8;         // m: how far an arc may end beside the spiral that it replaces
 
 /// An element of the part, and the continuous mileage (m) of its start in the whole road.
 struct PartPiece {
@@ -50,9 +50,16 @@ bool ActsBefore(std::span<const PartPiece> pieces, std::size_t meant, double bac
     return std::fabs(pieces.front().element.startMileage - back) < tolerance::mileage;
 }
 
+/// A jump of the stake mileage (m) that no list of broken chains gives.
+Failure NoBreakFor(double mileage) noexcept {
+    Failure failure = FailValue(KESTO_NOTHING_TO_SAVE, mileage);
+    failure.list = KESTO_LIST_BROKEN_CHAINS;
+    return failure;
+}
+
 /// Adds a broken chain for every jump. A rebuild takes them in the order of their back mileages, each at the first
 /// element that holds it. Where the end of a piece would come out of order, a place right behind its start does: a
-/// break there acts behind the whole piece.
+/// break there acts behind the whole piece. Not every order can be had: RequirePieces() tells.
 Outcome AddBreaks(std::span<const PartPiece> pieces, RoadDesign& part) {
     double next = std::numeric_limits<double>::infinity();
     for (std::size_t i = pieces.size(); i-- > 0;) {
@@ -63,8 +70,20 @@ Outcome AddBreaks(std::span<const PartPiece> pieces, RoadDesign& part) {
         if (!(next - back > tolerance::duplicateMileage) || ActsBefore(pieces, i, back)) {
             back = element.startMileage + tolerance::splitAtStart / 2;
         }
-        if (Outcome added = InsertBrokenChain(part, {back, back + jump}); !added) return added;
+        if (!InsertBrokenChain(part, {back, back + jump})) return NoBreakFor(EndMileage(element));
         next = back;
+    }
+    return {};
+}
+
+/// Fails unless a rebuild gave the pieces as they were: every broken chain acts where it is meant to.
+Outcome RequirePieces(std::span<const PartPiece> pieces, const RoadDesign& part) {
+    const std::span<const Element> built = part.elements.Records().subspan(1);
+    for (std::size_t i = 0; i < pieces.size(); ++i) {
+        const Element& meant = pieces[i].element;
+        const bool same = std::fabs(built[i].startMileage - meant.startMileage) < tolerance::mileage &&
+                          std::fabs(built[i].length - meant.length) < tolerance::mileage;
+        if (!same) return NoBreakFor(meant.startMileage);
     }
     return {};
 }
@@ -84,6 +103,7 @@ Result<FramedPart> Assemble(const RoadDesign& whole, std::span<const PartPiece> 
     for (const PartPiece& piece : pieces) road.elements.Insert(piece.element);
     if (Outcome added = AddBreaks(pieces, road); !added) return added.failure();
     if (Outcome built = BuildChain(road); !built) return built.failure();
+    if (Outcome same = RequirePieces(pieces, road); !same) return same.failure();
     PartFrame frame;
     double running = road.settings.startMileage;
     for (const PartPiece& piece : pieces) {
@@ -96,7 +116,8 @@ Result<FramedPart> Assemble(const RoadDesign& whole, std::span<const PartPiece> 
 
 /// The elements of a road between two continuous mileages, the first and the last one cut there.
 Result<std::vector<PartPiece>> PiecesBetween(const RoadDesign& whole, double from, double to) {
-    if (!(to - from > tolerance::mileage)) return Fail(KESTO_NOTHING_TO_SAVE);
+    const Failure nothing = FailLimit(KESTO_NOTHING_TO_SAVE, KESTO_LIMIT_NONE, to, from);
+    if (!(to - from > tolerance::mileage)) return nothing;
     std::vector<PartPiece> pieces;
     double running = whole.settings.startMileage;
     for (std::int32_t i = 1; i < whole.elements.Count(); ++i) {
@@ -110,7 +131,7 @@ Result<std::vector<PartPiece>> PiecesBetween(const RoadDesign& whole, double fro
         if (!piece) return FailRecord(KESTO_ELEMENT_NOT_EVALUABLE, KESTO_LIST_ELEMENTS, i);
         pieces.push_back({*piece, running + first});
     }
-    if (pieces.empty()) return Fail(KESTO_NOTHING_TO_SAVE);
+    if (pieces.empty()) return nothing;
     return pieces;
 }
 
@@ -118,31 +139,37 @@ Result<std::vector<PartPiece>> PiecesBetween(const RoadDesign& whole, double fro
 
 double Curvature(double radius) noexcept { return IsInfiniteRadius(radius) ? 0 : 1 / radius; }
 
-bool IsTooFlat(double radius) noexcept { return !IsInfiniteRadius(radius) && !(radius < largestRadius); }
+bool IsTooFlat(double radius) noexcept { return !(radius < unwritableRadius); }
 
-void MakeStraight(Element& element) noexcept {
-    element.type = static_cast<std::int32_t>(ElementType::Straight);
-    element.startRadius = element.endRadius = 0;
+/// Gives a piece whose radii are too large for a file infinite ones: an arc or spiral without any other becomes a
+/// straight.
+PartPiece Flattened(PartPiece piece) noexcept {
+    Element& element = piece.element;
+    if (IsTooFlat(element.startRadius)) element.startRadius = 0;
+    if (IsTooFlat(element.endRadius)) element.endRadius = 0;
+    if (IsInfiniteRadius(element.startRadius) && IsInfiniteRadius(element.endRadius)) {
+        element.type = static_cast<std::int32_t>(ElementType::Straight);
+    }
+    return piece;
 }
 
-/// A piece as two or three, so that no radius is too large for a file.
+/// A piece with radii that a file can hold. A spiral is cut near its flat end, so that hardly any of it changes.
 Outcome AppendWritable(const PartPiece& piece, std::vector<PartPiece>& pieces) {
     const Element& element = piece.element;
+    const bool isSpiral = IsType(element, ElementType::Spiral);
     const bool flatStart = IsTooFlat(element.startRadius);
     const bool flatEnd = IsTooFlat(element.endRadius);
-    const double length = std::fabs(element.length);
-    if (!IsType(element, ElementType::Spiral) || !(flatStart || flatEnd)) {
+    if (!(flatStart || flatEnd)) {
         pieces.push_back(piece);
-        if (IsType(element, ElementType::Arc) && flatStart) MakeStraight(pieces.back().element);
         return {};
     }
+    const double length = std::fabs(element.length);
     const double start = Curvature(element.startRadius);
     const double end = Curvature(element.endRadius);
-    const double share = (1 / largestRadius - std::min(start, end)) / std::fabs(end - start);
+    const double share = (1 / flatPieceRadius - std::min(start, end)) / std::fabs(end - start);
     const double flat = std::max(share * length, shortestPiece);
-    if (!(flat + shortestPiece < length)) {
-        pieces.push_back(piece);
-        MakeStraight(pieces.back().element);
+    if (!isSpiral || !(flat + shortestPiece < length)) {
+        pieces.push_back(Flattened(piece));
         return {};
     }
     const double cut = flatStart ? flat : length - flat;
@@ -150,10 +177,28 @@ Outcome AppendWritable(const PartPiece& piece, std::vector<PartPiece>& pieces) {
     const Result<Element> second = CutElement(element, cut, length);
     if (!first) return first.failure();
     if (!second) return second.failure();
-    pieces.push_back({*first, piece.whole});
-    if (flatStart) pieces.back().element.startRadius = 0;
-    pieces.push_back({*second, piece.whole + cut});
-    if (flatEnd) pieces.back().element.endRadius = 0;
+    pieces.push_back(Flattened({*first, piece.whole}));
+    pieces.push_back(Flattened({*second, piece.whole + cut}));
+    return {};
+}
+
+/// Makes sure that what is read back can be evaluated. Decimals leave too little of the difference between the radii of
+/// a very short spiral: it becomes an arc.
+/// @return fails where that ends elsewhere, and for an element that cannot be evaluated anyway (7)
+Outcome KeepEvaluable(Element& element) noexcept {
+    Element read = element;
+    read.length = WrittenReal(element.length);
+    read.startRadius = WrittenReal(element.startRadius);
+    read.endRadius = WrittenReal(element.endRadius);
+    if (Evaluate(read, read.length)) return {};
+    const double curvature = (Curvature(element.startRadius) + Curvature(element.endRadius)) / 2;
+    read.type = static_cast<std::int32_t>(ElementType::Arc);
+    read.startRadius = read.endRadius = 1 / curvature;
+    const Result<Position> end = Evaluate(element, element.length);
+    const Result<Position> arcEnd = Evaluate(read, read.length);
+    if (!end || !arcEnd) return Fail(KESTO_ELEMENT_NOT_EVALUABLE);
+    if (!(std::hypot(end->x - arcEnd->x, end->y - arcEnd->y) < arcBeside)) return Fail(KESTO_ELEMENT_NOT_EVALUABLE);
+    element = read;
     return {};
 }
 
@@ -184,6 +229,7 @@ Result<FramedPart> RoundAlignment(const RoadDesign& whole) {
         const double end = WrittenReal(EndMileage(piece.element));
         piece.element.startMileage = WrittenReal(piece.element.startMileage);
         piece.element.length = end - piece.element.startMileage;
+        if (Outcome kept = KeepEvaluable(piece.element); !kept) return kept.failure();
     }
     return Assemble(whole, pieces, running);
 }

@@ -14,6 +14,14 @@ namespace kesto {
 
 namespace {
 
+/// Continuous mileage of a limit (m); where it is not on the road, the reason has the status of a part.
+Result<double> FindLimit(RoadDesign& whole, StakeMileage stake) noexcept {
+    if (const std::optional<double> found = FindContinuous(whole, stake)) return *found;
+    Failure failure = ExplainMissing(whole, stake);
+    failure.status = KESTO_NOTHING_TO_SAVE;
+    return failure;
+}
+
 /// Completes a part that has its alignment.
 std::unique_ptr<RoadDesign> Complete(RoadDesign& whole, FramedPart part) {
     CopyProfile(whole, part);
@@ -26,10 +34,10 @@ std::unique_ptr<RoadDesign> Complete(RoadDesign& whole, FramedPart part) {
 Result<std::unique_ptr<RoadDesign>> MakePart(RoadDesign& road, StakeMileage from, StakeMileage to) {
     if (const Outcome current = EnsureCurrent(road); !current) return current.failure();
     const auto whole = std::make_unique<RoadDesign>(road);  // deriving the profile writes to it
-    const std::optional<double> start = FindContinuous(*whole, from);
-    if (!start) return FailValue(KESTO_NOTHING_TO_SAVE, from.mileage);
-    const std::optional<double> end = FindContinuous(*whole, to);
-    if (!end) return FailValue(KESTO_NOTHING_TO_SAVE, to.mileage);
+    const Result<double> start = FindLimit(*whole, from);
+    if (!start) return start.failure();
+    const Result<double> end = FindLimit(*whole, to);
+    if (!end) return end.failure();
     Result<FramedPart> part = CutAlignment(*whole, *start, *end);
     if (!part) return part.failure();
     return Complete(*whole, std::move(*part));

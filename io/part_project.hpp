@@ -12,11 +12,11 @@ namespace kesto {
 /// Makes a road of its own from the stretch between two stake mileages. Its points and heights agree with the whole
 /// road's within 1e-9 m. The road is made current, and otherwise not touched.
 /// @return a built road without stakes. Fails where no road can be built (1 to 7), and with 17 where a mileage is not
-///         on the road or nothing lies between them
+///         on the road (bound, excess and limit as 25 or 26 give them) and as CutAlignment()
 Result<std::unique_ptr<RoadDesign>> MakePart(RoadDesign& road, StakeMileage from, StakeMileage to);
 
 /// A road as MakePart() makes it with an alignment that survives the decimals of a project file.
-/// @return fails where an element cannot be cut (7)
+/// @return fails as RoundAlignment()
 Result<std::unique_ptr<RoadDesign>> RoundForFile(RoadDesign& part);
 
 /// Saves the stretch between two stake mileages as a project file.

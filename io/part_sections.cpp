@@ -17,7 +17,8 @@ namespace kesto {
 namespace {
 
 inline constexpr auto linear = static_cast<std::int32_t>(Transition::Linear);
-inline constexpr int mostHalvings = 16;        // of a cut transition: enough for a difference of 5000
+inline constexpr int mostHalvings = 16;        // of a cut transition: enough for a difference of 5000, and the file
+                                               // of a greater one stays of bounded size
 inline constexpr double shortestChord = 1e-6;  // m: shorter ones would run into one in the decimals
 inline constexpr std::int32_t plainFlag = 1;   // of a change section that nobody gave flags
 
@@ -50,7 +51,9 @@ public:
     void Cut() {
         if (changes.empty()) return;
         double before = start;
-        if (!IsSamePlace(start, whole.settings.startMileage) && !HasChangeAt(start)) AddCut(start, linear);
+        const bool atRoadStart = IsSamePlace(start, whole.settings.startMileage);
+        // One that lies before the road, whose start has moved, acts from the start on.
+        if (!HasChangeAt(start) && (!atRoadStart || changes.begin()->first < start)) AddCut(start, linear);
         for (auto it = changes.lower_bound(start - tolerance::mileage);
              it != changes.end() && it->first <= end + tolerance::mileage; ++it) {
             const std::int32_t type = AddStretch(before, it->first);
@@ -140,6 +143,7 @@ private:
     double end;
 };
 
+/// The index knows no occurrences: a mileage is kept where its stake mileage occurs in the part.
 void CopyMileages(const RoadDesign& whole, RoadDesign& part) {
     std::ranges::copy_if(whole.sections.mileageIndex, std::back_inserter(part.sections.mileageIndex),
                          [&](const SectionMileageIndex& entry) {

@@ -29,6 +29,22 @@ Limit FindLimit(RoadDesign* road, const std::string& prefix, const std::string& 
                                       ") is not on the road: " + DescribeLastFailure(road));
 }
 
+/// What to say where the end does not lie behind the start: the same stake mileage may come again behind it.
+Problem WrongOrder(RoadDesign* road, const std::string& prefix, const Limit& from, const Limit& to) {
+    if (from.continuous == to.continuous) return {ExitCode::Usage, "--from and --to are the same place"};
+    Stake later = to.stake;
+    for (;;) {
+        ++later.occurrence;
+        double continuous = later.mileage;
+        if (!GetSrcMileage(road, &continuous, later.occurrence)) break;
+        if (continuous <= from.continuous) continue;
+        return {ExitCode::Usage, "--from lies after --to on the road: exchange them, or end at the " +
+                                     FormatMileage(prefix, later) + " behind it (--to-occurrence " +
+                                     std::to_string(later.occurrence) + ")"};
+    }
+    return {ExitCode::Usage, "--from lies after --to on the road: exchange them"};
+}
+
 }  // namespace
 
 ExitCode RunCut(const CutOptions& options) {
@@ -41,13 +57,18 @@ ExitCode RunCut(const CutOptions& options) {
     const std::string prefix = RoadLine(road.get()).Prefix();
     const Limit from = FindLimit(road.get(), prefix, options.from, options.fromOccurrence, "--from");
     const Limit to = FindLimit(road.get(), prefix, options.to, options.toOccurrence, "--to");
-    if (from.continuous > to.continuous) {
-        throw Problem(ExitCode::Usage, "--from lies after --to on the road: exchange them");
-    }
+    if (from.continuous >= to.continuous) throw WrongOrder(road.get(), prefix, from, to);
     const std::int32_t status = SavePartProject(road.get(), options.out.c_str(), from.stake.mileage, to.stake.mileage,
                                                 from.stake.occurrence, to.stake.occurrence);
     if (status == KESTO_NOTHING_TO_SAVE) {
-        throw Problem(ExitCode::Data, "there is no road between --from and --to: they are the same place");
+        if (LastFailure(road.get()).list != KESTO_LIST_BROKEN_CHAINS) {
+            throw Problem(ExitCode::Usage, "--from and --to are the same place");
+        }
+        throw Problem(ExitCode::Data,
+                      "no broken chains give this stretch the road's stake mileages: begin or end it at another place");
+    }
+    if (status == KESTO_ELEMENT_NOT_EVALUABLE) {
+        throw Problem(ExitCode::Road, "no road can be built from this stretch: begin or end it at another place");
     }
     if (status != KESTO_SUCCESS) {
         throw Problem(ExitCode::File, "'" + options.out + "' cannot be written: " + DescribeStatus(status) +

@@ -705,14 +705,19 @@ KESTO_API int32_t KESTO_CALL SaveProject(RoadDesign* road, const char* path);
 /** Saves the stretch between two places of the road as a project file of its own: elements cut at both ends, the broken
  *  chains in between, the grade-change points that its heights need, the cross sections. Points, heights and sections
  *  are those of the whole road, at the same stake mileages; occurrences are counted anew within the part. Transitions
- *  of cross sections that are cut and not linear become rows of linear ones, within 1e-6 (per cent or m). The road
- *  itself is made current, and otherwise left as it is.
+ *  of cross sections that are cut and not linear become rows of linear ones, within 1e-6 (per cent or m) as long as the
+ *  values differ by up to 5000. Section mileages, which know no occurrence, come along where their stake mileage occurs
+ *  in the part. Radii of 1e9 m and more have no room in a file and become infinite: an arc of 450 m then ends up to
+ *  0.1 mm beside. The road itself is made current, and otherwise left as it is.
  *  @param path                            as for SaveProject()
- *  @param startMileage, endMileage        stake mileages (m)
+ *  @param startMileage, endMileage        stake mileages (m). Within 1e-7 m of an element's end they are that end, and
+ *                                         a stretch must be longer than that
  *  @param startOccurrence, endOccurrence  which of the equal stake mileages, 0-based
- *  @return 0; 12 null handle or path, 15 not written whole, 16 out of memory, 17 nothing between the two places or one
- *          of them not on the road (value of GetLastFailure()), or the design run's own code (1 to 7) where no road can
- *          be built. Nothing is written then. */
+ *  @return 0; 12 null handle or path, 15 not written whole, 16 out of memory, or the design run's own code (1 to 7)
+ *          where no road can be built, here or from the part's rounded numbers. 17: a place is not on the road (the
+ *          numbers of GetLastFailure() are those of 25 or 26), the end is not behind the start (value and bound: their
+ *          continuous mileages), or no list of broken chains gives the stretch its stake mileages (list: that of
+ *          broken chains). Nothing is written then. */
 KESTO_API int32_t KESTO_CALL SavePartProject(RoadDesign* road, const char* path, double startMileage, double endMileage,
                                              int32_t startOccurrence, int32_t endOccurrence);
 

@@ -188,6 +188,7 @@ std::vector<Operation> Operations() {
     static double values[] = {9, 8, 7, 6};
     static const DoubleArray four{values, 4, 0};
     static const SectionMileageIndex entry{};
+    static const std::string part = testing::TempDir() + "kesto_allocation.road";
     static const std::string document = testing::TempDir() + "kesto_allocation.xml";
     return {
         {"SetStartInformation", FullRoadWithoutStart, [](auto* h) { return SetStartInformation(h, 1, 2, 3); }},
@@ -238,6 +239,9 @@ std::vector<Operation> Operations() {
         {"SetChangeSection", RoadWithSections, [](auto* h) { return SetChangeSection(h, 1, 0, 1, 220, &four, 0, 2); }},
         {"SetChangeSection elsewhere", RoadWithSections,
          [](auto* h) { return SetChangeSection(h, 1, 0, 1, 120, &four, 0, 2); }},
+        {"SavePartProject", UnbuiltRoadWithSections,
+         [](auto* h) { return SavePartProject(h, part.c_str(), 70, 410, 0, 0) == KESTO_SUCCESS; }, true,
+         KESTO_FILE_OUT_OF_MEMORY},
         {"ExportLandXMLFile", SmallRoad,
          [](auto* h) { return ExportLandXMLFile(h, document.c_str()) == KESTO_SUCCESS; }, true,
          KESTO_FILE_OUT_OF_MEMORY},
