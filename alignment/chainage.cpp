@@ -28,11 +28,20 @@ std::int32_t FirstOccurrence(const RoadDesign& road, double continuous) noexcept
     return std::fabs(beyond) < tolerance::mileage ? 0 : noOccurrence;
 }
 
+ChainIndex::Key KeyOf(const RoadDesign& road) noexcept {
+    return {road.elements.Revision(), road.settings.startMileage};
+}
+
+const ChainIndex* ValidIndex(const RoadDesign& road) noexcept {
+    const ChainIndex& index = road.chainIndex;
+    return index.filled && index.key == KeyOf(road) ? &index : nullptr;
+}
+
 }  // namespace
 
-const ChainIndex* CurrentIndex(RoadDesign& road) noexcept {
+const ChainIndex* CurrentIndex(RoadDesign& road, std::int32_t lookups) noexcept {
     ChainIndex& index = road.chainIndex;
-    const ChainIndex::Key now{road.elements.Revision(), road.settings.startMileage};
+    const ChainIndex::Key now = KeyOf(road);
     if (!(index.key == now)) {
         index.key = now;
         index.filled = false;
@@ -40,7 +49,9 @@ const ChainIndex* CurrentIndex(RoadDesign& road) noexcept {
     }
     if (index.filled) return &index;
     if (index.asked > walksAfterEdit) return nullptr;  // memory ran out for this chain
-    if (index.asked++ < walksAfterEdit) return nullptr;
+    const bool walks = lookups <= walksAfterEdit - index.asked;
+    index.asked = walks ? index.asked + lookups : walksAfterEdit + 1;
+    if (walks) return nullptr;
     try {
         FillIndex(road, index);
     } catch (const std::bad_alloc&) {
@@ -49,20 +60,37 @@ const ChainIndex* CurrentIndex(RoadDesign& road) noexcept {
     return index.filled ? &index : nullptr;
 }
 
-std::optional<std::int32_t> CoveringElement(RoadDesign& road, StakeMileage stake) noexcept {
+void BuildIndex(RoadDesign& road) {
+    ChainIndex& index = road.chainIndex;
+    FillIndex(road, index);
+    index.key = KeyOf(road);
+    for (std::size_t i = 0; i < index.frames.size(); ++i) {
+        index.frames[i] = EvaluationFrameOf(road.elements[static_cast<std::int32_t>(i)]);
+        index.framesKnown[i] = 1;
+    }
+}
+
+ChainView::ChainView(RoadDesign& ours, std::int32_t lookups) noexcept
+    : road(ours), index(CurrentIndex(ours, lookups)), keeper(index != nullptr ? &ours.chainIndex : nullptr) {}
+
+ChainView::ChainView(const RoadDesign& shared) noexcept : road(shared), index(ValidIndex(shared)) {}
+
+std::optional<std::int32_t> CoveringElement(const ChainView& chain, StakeMileage stake) noexcept {
+    const RoadDesign& road = chain.road;
     const std::int32_t count = road.elements.Count();
     if (stake.occurrence < 0 || count == 0) return std::nullopt;
-    const Match match = FindCovering(road, CurrentIndex(road), stake);
+    const Match match = FindCovering(road, chain.index, stake);
     if (match.element >= 0) return match.element;
     const double end = EndMileage(road.elements[count - 1]);
     if (match.before == stake.occurrence && std::fabs(stake.mileage - end) < tolerance::mileage) return count - 1;
     return std::nullopt;
 }
 
-std::optional<double> FindContinuous(RoadDesign& road, StakeMileage stake) noexcept {
+std::optional<double> FindContinuous(const ChainView& chain, StakeMileage stake) noexcept {
+    const RoadDesign& road = chain.road;
     const std::int32_t count = road.elements.Count();
     if (stake.occurrence < 0 || count == 0) return std::nullopt;
-    const ChainIndex* const index = CurrentIndex(road);
+    const ChainIndex* const index = chain.index;
     const Match match = FindCarrier(road, index, stake);
     std::int32_t last = match.before - 1;  // the last occurrence met
     double result = 0;
@@ -88,21 +116,27 @@ std::optional<double> FindContinuous(RoadDesign& road, StakeMileage stake) noexc
 
 Result<double> ContinuousMileage(RoadDesign& road, StakeMileage stake) {
     if (const Outcome current = EnsureCurrent(road); !current) return current.failure();
-    const std::optional<double> continuous = FindContinuous(road, stake);
-    if (!continuous) return ExplainMissing(road, stake);
+    return PlaceOf(road, stake);
+}
+
+Result<double> PlaceOf(const ChainView& chain, StakeMileage stake) noexcept {
+    const std::optional<double> continuous = FindContinuous(chain, stake);
+    if (!continuous) return ExplainMissing(chain, stake);
     if (!std::isfinite(*continuous)) return Fail(KESTO_RESULT_NOT_FINITE);
     return *continuous;
 }
 
-StakeMileage StakeMileageAt(RoadDesign& road, double continuous) noexcept {
-    const ChainIndex* const index = CurrentIndex(road);
+StakeMileage StakeMileageAt(const ChainView& chain, double continuous) noexcept {
+    const RoadDesign& road = chain.road;
+    const ChainIndex* const index = chain.index;
     const Place place = FindPlace(road, index, continuous);
     StakeMileage stake{MileageOn(road, place, continuous), FirstOccurrence(road, continuous)};
     stake.occurrence += CountCarriers(road, index, stake.mileage, tolerance::mileage, place.element);
     return stake;
 }
 
-StakeMileage StakeMileageAt(RoadDesign& road, double continuous, const LikelyPlace& likely) noexcept {
+StakeMileage StakeMileageAt(const ChainView& chain, double continuous, const LikelyPlace& likely) noexcept {
+    const RoadDesign& road = chain.road;
     const Element& element = road.elements[likely.element];
     const double end = likely.running + std::fabs(element.length);
     // The elements before it end at or before its start: where it holds the place, none of them does.
@@ -113,13 +147,14 @@ StakeMileage StakeMileageAt(RoadDesign& road, double continuous, const LikelyPla
             return {mileage, FirstOccurrence(road, continuous) + (carries ? 1 : 0)};
         }
     }
-    return StakeMileageAt(road, continuous);
+    return StakeMileageAt(chain, continuous);
 }
 
-Failure ExplainMissing(RoadDesign& road, StakeMileage stake) noexcept {
+Failure ExplainMissing(const ChainView& chain, StakeMileage stake) noexcept {
+    const RoadDesign& road = chain.road;
     const std::int32_t count = road.elements.Count();
     if (count < 2) return TooFewElements(road);
-    const ChainIndex* const index = CurrentIndex(road);
+    const ChainIndex* const index = chain.index;
     const MileageSpan span = SpanOf(road, index);
     std::int32_t occurrences = CountCarriers(road, index, stake.mileage, tolerance::zeroLengthMileage, count - 1);
     const double end = EndMileage(road.elements[count - 1]);

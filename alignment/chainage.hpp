@@ -13,25 +13,43 @@ inline constexpr std::int32_t noOccurrence = -1;
 
 /// The index of the chain as it stands, or null where lookups walk: right after an edit or a rebuild, and where memory
 /// runs out. A caller that asks on gets an index.
-const ChainIndex* CurrentIndex(RoadDesign& road) noexcept;
+/// @param lookups how many are to come
+const ChainIndex* CurrentIndex(RoadDesign& road, std::int32_t lookups = 1) noexcept;
 
-/// The element that covers a stake mileage in an occurrence, on the chain as it stands: the last element also at its
-/// very end.
+/// Builds the index of the chain as it stands, with the frames of all elements that it has room for.
+/// @throws std::bad_alloc
+void BuildIndex(RoadDesign& road);
+
+/// The chain as it stands, as lookups read it. A road that may be written gets an index in time and keeps the frames of
+/// elements as they are asked for; of a road that is shared only what it has is used, and nothing in it is written.
+struct ChainView {
+    ChainView(RoadDesign& ours, std::int32_t lookups = 1) noexcept;  // NOLINT(google-explicit-constructor)
+    ChainView(const RoadDesign& shared) noexcept;                    // NOLINT(google-explicit-constructor)
+
+    const RoadDesign& road;
+    const ChainIndex* index;       // null: lookups walk
+    ChainIndex* keeper = nullptr;  // where frames are kept; null for a road that is shared
+};
+
+/// The element that covers a stake mileage in an occurrence: the last element also at its very end.
 /// @return its index; nothing in a gap, beyond the road, or for an occurrence that is not there
-std::optional<std::int32_t> CoveringElement(RoadDesign& road, StakeMileage stake) noexcept;
+std::optional<std::int32_t> CoveringElement(const ChainView& chain, StakeMileage stake) noexcept;
 
-/// Continuous mileage (m) of a stake mileage on the chain as it stands.
+/// Continuous mileage (m) of a stake mileage.
 /// @return nothing where the stake mileage does not occur that often. At the stake mileage of the road's end, a second
 ///         or later occurrence before the end is not found.
-std::optional<double> FindContinuous(RoadDesign& road, StakeMileage stake) noexcept;
+std::optional<double> FindContinuous(const ChainView& chain, StakeMileage stake) noexcept;
 
 /// Continuous mileage (m) of a stake mileage; makes the road current first.
 /// @return fails where no road can be built, off the road (25), in a gap or for a missing occurrence (26)
 Result<double> ContinuousMileage(RoadDesign& road, StakeMileage stake);
 
-/// Stake mileage of a continuous mileage (m) on the chain as it stands, with its occurrence; -1 where the place lies on
-/// no element (before the road or beyond its end). The road must have an element.
-StakeMileage StakeMileageAt(RoadDesign& road, double continuous) noexcept;
+/// The same on the chain as it stands.
+Result<double> PlaceOf(const ChainView& chain, StakeMileage stake) noexcept;
+
+/// Stake mileage of a continuous mileage (m), with its occurrence; -1 where the place lies on no element (before the
+/// road or beyond its end). The road must have an element.
+StakeMileage StakeMileageAt(const ChainView& chain, double continuous) noexcept;
 
 /// What is known about an element on which a place is likely to lie.
 struct LikelyPlace {
@@ -41,10 +59,10 @@ struct LikelyPlace {
 };
 
 /// The same, starting at an element.
-StakeMileage StakeMileageAt(RoadDesign& road, double continuous, const LikelyPlace& likely) noexcept;
+StakeMileage StakeMileageAt(const ChainView& chain, double continuous, const LikelyPlace& likely) noexcept;
 
 /// Why a stake mileage was not found: beyond which end and by how much, or how often it occurs.
-Failure ExplainMissing(RoadDesign& road, StakeMileage stake) noexcept;
+Failure ExplainMissing(const ChainView& chain, StakeMileage stake) noexcept;
 
 /// Start mileage and stake mileage of the road's end (m). Builds nothing.
 struct RoadEnds {

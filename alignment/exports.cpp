@@ -3,6 +3,7 @@
 #include <cstddef>
 #include <optional>
 
+#include "alignment/batch.hpp"
 #include "alignment/broken_chains.hpp"
 #include "alignment/intersection_method.hpp"
 #include "alignment/inverse.hpp"
@@ -11,7 +12,10 @@
 #include "core/guard.hpp"
 
 using kesto::GuardBool;
+using kesto::GuardFrozen;
 using kesto::Outcome;
+using kesto::PlaceRows;
+using kesto::PointRows;
 using kesto::RequireFinite;
 
 namespace {
@@ -37,11 +41,11 @@ Outcome EvaluateInto(const Element& element, double distance, double* x, double*
     return {};
 }
 
-Outcome PositionInto(RoadDesign& road, kesto::StakeMileage stake, kesto::Offset offset, double* x, double* y,
+Outcome PositionInto(const kesto::ChainView& chain, kesto::StakeMileage stake, kesto::Offset offset, double* x, double* y,
                      double* azimuth) noexcept {
     if (Outcome finite = RequireFinite({stake.mileage, offset.distance}); !finite) return finite;
     std::optional<kesto::Position> position;
-    Outcome found = kesto::FindPosition(road, stake, offset, position);
+    Outcome found = kesto::FindPosition(chain, stake, offset, position);
     if (position) Write(*position, x, y, azimuth);
     return found;
 }
@@ -66,16 +70,37 @@ Outcome EaseInto(double startRadius, double endRadius, double length, EaseParam*
     return {};
 }
 
-/// Runs a search and writes what it found, which may be something in spite of a failure.
-template <class Search>
-Outcome LocatedInto(double* mileage, double* offset, std::int32_t* occurrence, Search&& search) {
-    std::optional<kesto::Located> located;
-    Outcome found = search(located);
-    if (located) {
+/// Where the outputs of a search go.
+struct Found {
+    double* mileage;
+    double* offset;
+    std::int32_t* occurrence;
+
+    /// A search may have found something in spite of a failure.
+    void Take(const std::optional<kesto::Located>& located) const noexcept {
+        if (!located) return;
         *mileage = located->stake.mileage;
         *offset = located->offset;
         *occurrence = located->stake.occurrence;
     }
+};
+
+template <class Road>
+Outcome LocateInto(Road& road, kesto::Point point, const Found& out) {
+    if (Outcome finite = RequireFinite({point.x, point.y}); !finite) return finite;
+    std::optional<kesto::Located> located;
+    Outcome found = kesto::Locate(road, point, located);
+    out.Take(located);
+    return found;
+}
+
+template <class Road>
+Outcome LocateBetweenInto(Road& road, kesto::Point point, kesto::StakeMileage lower, kesto::StakeMileage upper,
+                          const Found& out) {
+    if (Outcome finite = RequireFinite({point.x, point.y, lower.mileage, upper.mileage}); !finite) return finite;
+    std::optional<kesto::Located> located;
+    Outcome found = kesto::LocateBetween(road, point, lower, upper, located);
+    out.Take(located);
     return found;
 }
 
@@ -112,19 +137,28 @@ double KESTO_CALL GetRoadMileage(RoadDesign* h, double* start) { return kesto::G
 
 bool KESTO_CALL GetPositionAndAzimuth(RoadDesign* h, double m, double offset, double angle, double* x, double* y, double* a, int32_t k) { return GuardBool(h, [&](RoadDesign& road) { return PositionInto(road, {m, k}, {offset, angle}, x, y, a); }, x, y, a); }
 
-bool KESTO_CALL GetMileageAndOffset(RoadDesign* h, double x, double y, double* m, double* offset, int32_t* k) {
-    return GuardBool(h, [&](RoadDesign& road) { return LocatedInto(m, offset, k, [&](std::optional<kesto::Located>& located) {
-        Outcome finite = RequireFinite({x, y});
-        return finite ? kesto::Locate(road, {x, y}, located) : finite; }); }, m, offset, k);
-}
-bool KESTO_CALL GetMileAndOffsetInLim(RoadDesign* h, double x, double y, double lower, int32_t lowerK, double upper, int32_t upperK, double* m, double* offset, int32_t* k) {
-    return GuardBool(h, [&](RoadDesign& road) { return LocatedInto(m, offset, k, [&](std::optional<kesto::Located>& located) {
-        Outcome finite = RequireFinite({x, y, lower, upper});
-        return finite ? kesto::LocateBetween(road, {x, y}, {lower, lowerK}, {upper, upperK}, located) : finite; }); }, m, offset, k);
-}
+bool KESTO_CALL GetMileageAndOffset(RoadDesign* h, double x, double y, double* m, double* offset, int32_t* k) { return GuardBool(h, [&](RoadDesign& road) { return LocateInto(road, {x, y}, {m, offset, k}); }, m, offset, k); }
+bool KESTO_CALL GetMileAndOffsetInLim(RoadDesign* h, double x, double y, double lower, int32_t lowerK, double upper, int32_t upperK, double* m, double* offset, int32_t* k) { return GuardBool(h, [&](RoadDesign& road) { return LocateBetweenInto(road, {x, y}, {lower, lowerK}, {upper, upperK}, {m, offset, k}); }, m, offset, k); }
 bool KESTO_CALL GetNearbyStakeCoordinate(RoadDesign* h, double x, double y, StakeCoordinate* stake, int32_t* k) {
     return GuardBool(h, [&](RoadDesign& road) {
         Outcome finite = RequireFinite({x, y});
         return finite ? kesto::NearestStake(road, {x, y}, *stake, *k) : finite; }, stake, k);
+}
+
+bool KESTO_CALL GetMileageAndOffsetBatch(RoadDesign* h, int32_t n, const double* x, int32_t xStep, const double* y, int32_t yStep, double* m, int32_t mStep, double* offset, int32_t offsetStep, int32_t* k, int32_t kStep, uint8_t* status, int32_t statusStep) {
+    return GuardBool(h, [&](RoadDesign& road) { return kesto::RunBatch(road, PointRows{n, {x, xStep}, {y, yStep}, {m, mStep}, {offset, offsetStep}, {k, kStep}, {status, statusStep}}); });
+}
+bool KESTO_CALL GetPositionAndAzimuthBatch(RoadDesign* h, int32_t n, const double* m, int32_t mStep, const int32_t* k, int32_t kStep, const double* offset, int32_t offsetStep, const double* angle, int32_t angleStep, double* x, int32_t xStep, double* y, int32_t yStep, double* a, int32_t aStep, uint8_t* status, int32_t statusStep) {
+    return GuardBool(h, [&](RoadDesign& road) { return kesto::RunBatch(road, PlaceRows{n, {m, mStep}, {k, kStep}, {offset, offsetStep}, {angle, angleStep, kesto::squareAngle}, {x, xStep}, {y, yStep}, {a, aStep}, {status, statusStep}}); });
+}
+
+int32_t KESTO_CALL FrozenGetMileageAndOffset(const FrozenRoad* f, double x, double y, double* m, double* offset, int32_t* k) { return GuardFrozen(f, [&](const FrozenRoad& frozen) { return LocateInto(frozen, {x, y}, {m, offset, k}); }, m, offset, k); }
+int32_t KESTO_CALL FrozenGetMileAndOffsetInLim(const FrozenRoad* f, double x, double y, double lower, int32_t lowerK, double upper, int32_t upperK, double* m, double* offset, int32_t* k) { return GuardFrozen(f, [&](const FrozenRoad& frozen) { return LocateBetweenInto(frozen, {x, y}, {lower, lowerK}, {upper, upperK}, {m, offset, k}); }, m, offset, k); }
+int32_t KESTO_CALL FrozenGetPositionAndAzimuth(const FrozenRoad* f, double m, double offset, double angle, double* x, double* y, double* a, int32_t k) { return GuardFrozen(f, [&](const FrozenRoad& frozen) { return PositionInto(frozen.road, {m, k}, {offset, angle}, x, y, a); }, x, y, a); }
+int32_t KESTO_CALL FrozenGetMileageAndOffsetBatch(const FrozenRoad* f, int32_t n, const double* x, int32_t xStep, const double* y, int32_t yStep, double* m, int32_t mStep, double* offset, int32_t offsetStep, int32_t* k, int32_t kStep, uint8_t* status, int32_t statusStep) {
+    return GuardFrozen(f, [&](const FrozenRoad& frozen) { return kesto::RunBatch(frozen, PointRows{n, {x, xStep}, {y, yStep}, {m, mStep}, {offset, offsetStep}, {k, kStep}, {status, statusStep}}); });
+}
+int32_t KESTO_CALL FrozenGetPositionAndAzimuthBatch(const FrozenRoad* f, int32_t n, const double* m, int32_t mStep, const int32_t* k, int32_t kStep, const double* offset, int32_t offsetStep, const double* angle, int32_t angleStep, double* x, int32_t xStep, double* y, int32_t yStep, double* a, int32_t aStep, uint8_t* status, int32_t statusStep) {
+    return GuardFrozen(f, [&](const FrozenRoad& frozen) { return kesto::RunBatch(frozen, PlaceRows{n, {m, mStep}, {k, kStep}, {offset, offsetStep}, {angle, angleStep, kesto::squareAngle}, {x, xStep}, {y, yStep}, {a, aStep}, {status, statusStep}}); });
 }
 // clang-format on

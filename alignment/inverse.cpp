@@ -12,9 +12,9 @@ namespace kesto {
 
 namespace {
 
-SearchLimit LimitAt(RoadDesign& road, StakeMileage stake, double continuous) noexcept {
+SearchLimit LimitAt(const ChainView& chain, StakeMileage stake, double continuous) noexcept {
     SearchLimit limit{stake.mileage, stake.occurrence, continuous};
-    if (const std::optional<Position> place = CentrePoint(road, stake)) {
+    if (const std::optional<Position> place = CentrePoint(chain, stake)) {
         limit.hasPoint = true;
         limit.x = place->x;
         limit.y = place->y;
@@ -22,15 +22,16 @@ SearchLimit LimitAt(RoadDesign& road, StakeMileage stake, double continuous) noe
     return limit;
 }
 
-SearchLimit LowerLimit(RoadDesign& road, StakeMileage wanted) noexcept {
-    if (const std::optional<double> found = FindContinuous(road, wanted)) return LimitAt(road, wanted, *found);
-    return LimitAt(road, {road.settings.startMileage, 0}, road.settings.startMileage);
+SearchLimit LowerLimit(const ChainView& chain, StakeMileage wanted) noexcept {
+    if (const std::optional<double> found = FindContinuous(chain, wanted)) return LimitAt(chain, wanted, *found);
+    const double start = chain.road.settings.startMileage;
+    return LimitAt(chain, {start, 0}, start);
 }
 
-SearchLimit UpperLimit(RoadDesign& road, StakeMileage wanted) noexcept {
-    if (const std::optional<double> found = FindContinuous(road, wanted)) return LimitAt(road, wanted, *found);
-    const double end = road.settings.startMileage + road.totalLength;
-    return LimitAt(road, StakeMileageAt(road, end), end);
+SearchLimit UpperLimit(const ChainView& chain, StakeMileage wanted) noexcept {
+    if (const std::optional<double> found = FindContinuous(chain, wanted)) return LimitAt(chain, wanted, *found);
+    const double end = chain.road.settings.startMileage + chain.road.totalLength;
+    return LimitAt(chain, StakeMileageAt(chain, end), end);
 }
 
 SearchLimits::Key KeyOf(const RoadDesign& road, StakeMileage lower, StakeMileage upper) noexcept {
@@ -43,11 +44,12 @@ SearchLimits::Key KeyOf(const RoadDesign& road, StakeMileage lower, StakeMileage
             upper.occurrence};
 }
 
+SearchLimits LimitsOf(const ChainView& chain, StakeMileage lower, StakeMileage upper) noexcept {
+    return {KeyOf(chain.road, lower, upper), LowerLimit(chain, lower), UpperLimit(chain, upper)};
+}
+
 const SearchLimits& CurrentLimits(RoadDesign& road, StakeMileage lower, StakeMileage upper) noexcept {
-    const SearchLimits::Key now = KeyOf(road, lower, upper);
-    if (!(road.searchLimits.key == now)) {
-        road.searchLimits = {now, LowerLimit(road, lower), UpperLimit(road, upper)};
-    }
+    if (!(road.searchLimits.key == KeyOf(road, lower, upper))) road.searchLimits = LimitsOf(road, lower, upper);
     return road.searchLimits;
 }
 
@@ -76,8 +78,9 @@ Failure NoFoot(const Located& limit) noexcept {
     return failure;
 }
 
-Outcome Search(RoadDesign& road, Point point, const SearchLimits& limits, std::optional<Located>& located) noexcept {
-    const Candidate best = NearestOnRoad(road, point, {limits.lower.continuous, limits.upper.continuous});
+Outcome Search(RoadSearch& search, Point point, const SearchLimits& limits, std::optional<Located>& located) noexcept {
+    const Candidate best = NearestOnRoad(search.chain.road, search.index, point,
+                                         {limits.lower.continuous, limits.upper.continuous}, search.begin);
     const double toLower = DistanceTo(limits.lower, point);
     const double toUpper = DistanceTo(limits.upper, point);
     // Lopsided on purpose: the upper limit wins ties against the best element, which wins ties against the lower limit.
@@ -88,7 +91,7 @@ Outcome Search(RoadDesign& road, Point point, const SearchLimits& limits, std::o
         result = {StakeOf(limits.lower), toLower};
     } else if (best.element >= 0) {
         const LikelyPlace likely{best.element, best.running, best.highestBefore};
-        result = {{best.mileage, StakeMileageAt(road, best.continuous, likely).occurrence}, best.offset};
+        result = {{best.mileage, StakeMileageAt(search.chain, best.continuous, likely).occurrence}, best.offset};
     } else {
         return Fail(KESTO_NO_FOOT);
     }
@@ -100,17 +103,53 @@ Outcome Search(RoadDesign& road, Point point, const SearchLimits& limits, std::o
 
 }  // namespace
 
+RoadSearch::RoadSearch(RoadDesign& ours, std::int32_t points) noexcept
+    : chain(ours, points),
+      index(CurrentInverseIndex(ours)),
+      wholeRoad(CurrentRoadLimits(ours)),
+      begin(ours.lastNearest) {}
+
+RoadSearch::RoadSearch(const FrozenRoad& shared) noexcept
+    : chain(shared.road), index(shared.road.inverseIndex), wholeRoad(shared.road.roadLimits) {}
+
+void BuildSearch(RoadDesign& road) {
+    BuildIndex(road);
+    BuildInverseIndex(road);
+    CurrentRoadLimits(road);
+}
+
+Outcome Locate(RoadSearch& search, Point point, std::optional<Located>& located) noexcept {
+    if (search.wholeRoad.upper.occurrence == noOccurrence) return Fail(KESTO_NO_FOOT);
+    return Search(search, point, search.wholeRoad, located);
+}
+
+Outcome Locate(const FrozenRoad& frozen, Point point, std::optional<Located>& located) noexcept {
+    RoadSearch search(frozen);
+    return Locate(search, point, located);
+}
+
+Outcome LocateBetween(const FrozenRoad& frozen, Point point, StakeMileage lower, StakeMileage upper,
+                      std::optional<Located>& located) noexcept {
+    RoadSearch search(frozen);
+    return Search(search, point, LimitsOf(search.chain, lower, upper), located);
+}
+
 Outcome Locate(RoadDesign& road, Point point, std::optional<Located>& located) {
     if (Outcome current = EnsureCurrent(road); !current) return current;
-    const SearchLimits& limits = CurrentRoadLimits(road);
-    if (limits.upper.occurrence == noOccurrence) return Fail(KESTO_NO_FOOT);
-    return Search(road, point, limits, located);
+    RoadSearch search(road);
+    Outcome found = Locate(search, point, located);
+    road.lastNearest = search.begin;
+    return found;
 }
 
 Outcome LocateBetween(RoadDesign& road, Point point, StakeMileage lower, StakeMileage upper,
                       std::optional<Located>& located) {
     if (Outcome current = EnsureCurrent(road); !current) return current;
-    return Search(road, point, CurrentLimits(road, lower, upper), located);
+    const SearchLimits& limits = CurrentLimits(road, lower, upper);
+    RoadSearch search(road);
+    Outcome found = Search(search, point, limits, located);
+    road.lastNearest = search.begin;
+    return found;
 }
 
 Outcome NearestStake(RoadDesign& road, Point point, StakeCoordinate& stake, std::int32_t& occurrence) {

@@ -3,6 +3,7 @@
 
 #include "alignment/chainage.hpp"
 #include "alignment/projection.hpp"
+#include "core/frozen_road.hpp"
 #include "core/result.hpp"
 
 namespace kesto {
@@ -13,10 +14,38 @@ struct Located {
     double offset = 0;  // m, positive to the right; at kinks and limits the plain distance
 };
 
-/// Searches the whole road; makes it current first.
+/// What searches of one reader read, and where its next one begins.
+struct RoadSearch {
+    /// Brings what searches keep up to date.
+    /// @param ours   a current road
+    /// @param points how many are to be searched for
+    explicit RoadSearch(RoadDesign& ours, std::int32_t points = 1) noexcept;
+    /// Writes nothing.
+    explicit RoadSearch(const FrozenRoad& shared) noexcept;
+
+    ChainView chain;
+    const InverseIndex& index;
+    const SearchLimits& wholeRoad;
+    std::int32_t begin = noElement;  // element that won last
+};
+
+/// Builds everything that searches read of a current road.
+/// @throws std::bad_alloc
+void BuildSearch(RoadDesign& road);
+
+/// Searches the whole road.
 /// @param located out: the foot; the road's end with its distance where no element admits the point
-/// @return fails where no road can be built or the road's end has no stake mileage (nothing written), and where no
-///         element admits the point
+/// @return fails where the road's end has no stake mileage (nothing written), and where no element admits the point
+Outcome Locate(RoadSearch& search, Point point, std::optional<Located>& located) noexcept;
+
+/// The same on a road that is only read, each search on its own.
+Outcome Locate(const FrozenRoad& frozen, Point point, std::optional<Located>& located) noexcept;
+Outcome LocateBetween(const FrozenRoad& frozen, Point point, StakeMileage lower, StakeMileage upper,
+                      std::optional<Located>& located) noexcept;
+
+/// Searches the whole road; makes it current first.
+/// @param located out: as above
+/// @return fails as above, and where no road can be built (nothing written)
 Outcome Locate(RoadDesign& road, Point point, std::optional<Located>& located);
 
 /// Searches between two stake mileages; makes the road current first. A limit that is not on the road is replaced by

@@ -209,7 +209,6 @@ void StackLevels(InverseIndex& index) {
 bool Fill(const RoadDesign& road, InverseIndex& index) {
     const std::span<const Element> elements = road.elements.Records();
     index.ordered = true;
-    index.last = 1;
     index.nodes.clear();
     index.levels.assign(1, 0);
     index.spirals.clear();
@@ -240,31 +239,44 @@ bool Fill(const RoadDesign& road, InverseIndex& index) {
     return true;
 }
 
+InverseIndex::Key KeyOf(const RoadDesign& road) noexcept {
+    return {road.elements.Revision(), road.settings.startMileage};
+}
+
 }  // namespace
 
-InverseIndex& CurrentInverseIndex(RoadDesign& road) noexcept {
+void BuildInverseIndex(RoadDesign& road) {
     InverseIndex& index = road.inverseIndex;
-    const InverseIndex::Key now{road.elements.Revision(), road.settings.startMileage};
-    if (!(index.key == now)) {
+    index.usable = false;
+    index.usable = Fill(road, index);
+    index.key = KeyOf(road);
+}
+
+const InverseIndex& CurrentInverseIndex(RoadDesign& road) noexcept {
+    InverseIndex& index = road.inverseIndex;
+    if (!(index.key == KeyOf(road))) {
         try {
-            index.usable = Fill(road, index);
+            BuildInverseIndex(road);
         } catch (const std::bad_alloc&) {
-            index.usable = false;
+            index.key = KeyOf(road);  // once is enough for this chain
         }
-        index.key = now;
     }
     return index;
 }
 
-Candidate NearestOnRoad(RoadDesign& road, Point point, const Stretch& stretch) noexcept {
-    InverseIndex& index = CurrentInverseIndex(road);
+Candidate NearestOnRoad(const RoadDesign& road, const InverseIndex& index, Point point, const Stretch& stretch,
+                        std::int32_t& begin) noexcept {
     if (index.usable) {
-        if (const std::optional<Candidate> found = SearchIndex(road, index, point, stretch)) {
-            if (found->element >= 0) index.last = found->element;
+        if (const std::optional<Candidate> found = SearchIndex(road, index, point, stretch, begin)) {
+            if (found->element >= 0) begin = found->element;
             return *found;
         }
     }
     return WalkElements(road, point, stretch);
+}
+
+Candidate NearestOnRoad(RoadDesign& road, Point point, const Stretch& stretch) noexcept {
+    return NearestOnRoad(road, CurrentInverseIndex(road), point, stretch, road.lastNearest);
 }
 
 }  // namespace kesto

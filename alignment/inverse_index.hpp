@@ -8,14 +8,25 @@ namespace kesto {
 
 /// The index of the chain as it stands, built anew when an edit or a rebuild has passed since. It is not usable where
 /// memory runs out, a record is not finite or beyond the sizes that the bounds allow for.
-InverseIndex& CurrentInverseIndex(RoadDesign& road) noexcept;
+const InverseIndex& CurrentInverseIndex(RoadDesign& road) noexcept;
+
+/// Builds that index anew.
+/// @throws std::bad_alloc; the index is then not usable
+void BuildInverseIndex(RoadDesign& road);
 
 /// The nearest place on the stretch as the index tells it.
+/// @param begin element with which the search begins, best one that won for a point nearby; any other number: none. It
+///              makes no difference to the result.
 /// @return nothing where it cannot tell: the point is too far away, or too many elements are about equally near
 std::optional<Candidate> SearchIndex(const RoadDesign& road, const InverseIndex& index, Point point,
-                                     const Stretch& stretch) noexcept;
+                                     const Stretch& stretch, std::int32_t begin) noexcept;
 
-/// The nearest place on the stretch: by the index where it can tell, else by the walk.
+/// The nearest place on the stretch: by the index of the chain where it can tell, else by the walk.
+/// @param begin in: as above; out: the element that has won
+Candidate NearestOnRoad(const RoadDesign& road, const InverseIndex& index, Point point, const Stretch& stretch,
+                        std::int32_t& begin) noexcept;
+
+/// The same by the road's own index, made current, from the last search on.
 Candidate NearestOnRoad(RoadDesign& road, Point point, const Stretch& stretch) noexcept;
 
 }  // namespace kesto

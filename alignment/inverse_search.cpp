@@ -102,8 +102,8 @@ public:
     }
 
     /// @return false where too many elements are about equally near
-    bool Run() noexcept {
-        BeginAt(index.last);
+    bool Run(std::int32_t begin) noexcept {
+        BeginAt(begin);
         return Descend();
     }
 
@@ -247,6 +247,7 @@ private:
 
     /// Points often come in road order: the element that won last gives a first limit.
     void BeginAt(std::int32_t last) noexcept {
+        if (last < 1 || last >= road.elements.Count()) return;
         if (narrow && !MayBeOn(last, last)) return;
         See(last);
         begun = last;
@@ -354,13 +355,13 @@ private:
 }  // namespace
 
 std::optional<Candidate> SearchIndex(const RoadDesign& road, const InverseIndex& index, Point point,
-                                     const Stretch& stretch) noexcept {
+                                     const Stretch& stretch, std::int32_t begin) noexcept {
     if (!(std::fabs(point.x - index.originX) <= tolerance::indexCoordinate &&
           std::fabs(point.y - index.originY) <= tolerance::indexCoordinate)) {
         return std::nullopt;
     }
     Search search(road, index, point, stretch);
-    if (!search.Run()) return std::nullopt;
+    if (!search.Run(begin)) return std::nullopt;
     return search.Meeting();
 }
 

@@ -9,7 +9,6 @@ namespace kesto {
 
 namespace {
 
-inline constexpr double squareAngle = 90;     // degrees
 inline constexpr double straightAngle = 180;  // degrees
 
 /// Azimuth of the normal that belongs to an offset line, brought back to the circle once.
@@ -21,26 +20,27 @@ double OffsetDirection(double angle, double azimuth) noexcept {
     return direction;
 }
 
-/// Evaluates the element that a lookup on the chain as it stands has just found.
-Result<Position> EvaluateFound(RoadDesign& road, std::int32_t found, double mileage) noexcept {
-    const Element& element = road.elements[found];
+/// Evaluates the element that a lookup has found.
+Result<Position> EvaluateFound(const ChainView& chain, std::int32_t found, double mileage) noexcept {
+    const Element& element = chain.road.elements[found];
     const double distance = mileage - element.startMileage;
-    ChainIndex& index = road.chainIndex;
+    const ChainIndex* const index = chain.index;
     const auto at = static_cast<std::size_t>(found);
-    if (!index.filled || at >= index.frames.size()) return Evaluate(element, distance);
-    if (index.framesKnown[at] == 0) {
-        index.frames[at] = EvaluationFrameOf(element);
-        index.framesKnown[at] = 1;
+    if (index == nullptr || at >= index->frames.size()) return Evaluate(element, distance);
+    if (index->framesKnown[at] == 0) {
+        if (chain.keeper == nullptr) return Evaluate(element, distance);
+        chain.keeper->frames[at] = EvaluationFrameOf(element);
+        chain.keeper->framesKnown[at] = 1;
     }
-    return Evaluate(element, index.frames[at], distance);
+    return Evaluate(element, index->frames[at], distance);
 }
 
 }  // namespace
 
-std::optional<Position> CentrePoint(RoadDesign& road, StakeMileage stake) noexcept {
-    const std::optional<std::int32_t> index = CoveringElement(road, stake);
+std::optional<Position> CentrePoint(const ChainView& chain, StakeMileage stake) noexcept {
+    const std::optional<std::int32_t> index = CoveringElement(chain, stake);
     if (!index) return std::nullopt;
-    const Result<Position> position = EvaluateFound(road, *index, stake.mileage);
+    const Result<Position> position = EvaluateFound(chain, *index, stake.mileage);
     if (!position) return std::nullopt;
     return *position;
 }
@@ -53,10 +53,11 @@ Position Moved(const Position& centre, Offset offset) noexcept {
             centre.azimuth};
 }
 
-Outcome FindPosition(RoadDesign& road, StakeMileage stake, Offset offset, std::optional<Position>& position) noexcept {
-    const std::optional<std::int32_t> index = CoveringElement(road, stake);
-    if (!index) return ExplainMissing(road, stake);
-    const Result<Position> centre = EvaluateFound(road, *index, stake.mileage);
+Outcome FindPosition(const ChainView& chain, StakeMileage stake, Offset offset,
+                     std::optional<Position>& position) noexcept {
+    const std::optional<std::int32_t> index = CoveringElement(chain, stake);
+    if (!index) return ExplainMissing(chain, stake);
+    const Result<Position> centre = EvaluateFound(chain, *index, stake.mileage);
     if (!centre) {
         position = Position{};
         Failure failure = centre.failure();

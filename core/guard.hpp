@@ -13,6 +13,7 @@
 #include <utility>
 
 #include "core/counted_list.hpp"
+#include "core/frozen_road.hpp"
 #include "core/result.hpp"
 #include "core/road_design.hpp"
 #include "core/text.hpp"
@@ -81,10 +82,10 @@ void GuardVoid(RoadDesign* road, Body&& body) noexcept {
     });
 }
 
-/// Guard of a file function: its result is the status of the failure. The body takes the road and the path and returns
-/// an Outcome. Skipped records are told in the last failure only, the call itself succeeds.
-template <class Body>
-std::int32_t GuardFile(RoadDesign* road, const char* path, Body&& body) noexcept {
+/// Guard of a file function: its result is the status of the failure. The body takes the road and the path (or what
+/// else it needs) and returns an Outcome. Skipped records are told in the last failure only, the call itself succeeds.
+template <class Path, class Body>
+std::int32_t GuardFile(RoadDesign* road, Path* path, Body&& body) noexcept {
     if (road == nullptr) return KESTO_NULL_HANDLE_OR_PATH;
     const auto fail = [&](const Failure& failure) -> std::int32_t {
         road->lastFailure = failure;
@@ -97,6 +98,20 @@ std::int32_t GuardFile(RoadDesign* road, const char* path, Body&& body) noexcept
             return outcome ? std::int32_t{KESTO_SUCCESS} : fail(outcome.failure());
         },
         fail, KESTO_FILE_OUT_OF_MEMORY);
+}
+
+/// Guard of a query of a frozen road: its result is the status of the failure, which is kept nowhere. The body takes
+/// the frozen road and returns an Outcome.
+template <class Body, class... Required>
+std::int32_t GuardFrozen(const FrozenRoad* frozen, Body&& body, const Required*... required) noexcept {
+    if (frozen == nullptr) return KESTO_NULL_HANDLE_OR_PATH;
+    if ((... || !required)) return KESTO_NULL_ARGUMENT;
+    return guard::Run<std::int32_t>(
+        [&]() -> std::int32_t {
+            const Outcome outcome = body(*frozen);
+            return outcome ? std::int32_t{KESTO_SUCCESS} : outcome.failure().status;
+        },
+        [](const Failure& failure) { return failure.status; }, KESTO_OUT_OF_MEMORY);
 }
 
 /// Fails unless every number of a query is finite.

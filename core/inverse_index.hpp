@@ -64,8 +64,9 @@ struct InverseIndex {
     std::vector<std::int32_t> levels;    // first node of every level
     std::vector<ElementSight> elements;  // one per element; the start record is never seen
     std::vector<SpiralSight> spirals;    // in chain order
-    std::int32_t last = 1;               // element that won last: only chooses where a search begins
 };
+
+inline constexpr std::int32_t noElement = -1;
 
 /// One end of the stretch that is searched.
 struct SearchLimit {

@@ -15,4 +15,7 @@ int32_t KESTO_CALL OpenProject2(RoadDesign* h, const char* path) { return GuardF
 int32_t KESTO_CALL SaveWaterProject(RoadDesign* h, const char* path) { return GuardFile(h, path, kesto::SaveWater); }
 int32_t KESTO_CALL OpenWaterProject(RoadDesign* h, const char* path) { return GuardFile(h, path, kesto::OpenWater); }
 int32_t KESTO_CALL ExportLandXMLFile(RoadDesign* h, const char* path) { return GuardFile(h, path, kesto::ExportLandXml); }
+
+int32_t KESTO_CALL OpenProjectFromMemory(RoadDesign* h, const char* bytes, int64_t size) { return GuardFile(h, bytes, [&](RoadDesign& road, const char* given) { return kesto::OpenRoadBytes(road, given, size); }); }
+int32_t KESTO_CALL SaveProjectToMemory(RoadDesign* h, char* bytes, int64_t capacity, int64_t* size) { return GuardFile(h, size, [&](RoadDesign& road, int64_t* needed) { return kesto::SaveRoadBytes(road, bytes, capacity, *needed); }); }
 // clang-format on

@@ -70,15 +70,19 @@ Outcome Save(RoadDesign& road, const char* path, ProjectKind kind) {
     return WriteWholeFile(SavingPath(path, ExtensionOf(kind)), *text);
 }
 
+Outcome OpenText(RoadDesign& road, std::string_view text) {
+    const auto opened = std::make_unique<RoadDesign>();
+    Outcome read = ParseProject(text, *opened, CodePage::Local());
+    TakeOver(road, *opened);
+    road.lastFailure.reset();  // as when the road is cleared: what is told from now on concerns this file
+    return read;
+}
+
 Outcome Open(RoadDesign& road, const char* path, ProjectKind kind) {
     if (!std::string_view(path).ends_with(ExtensionOf(kind))) return Fail(KESTO_WRONG_EXTENSION);
     const Result<std::string> text = ReadWholeFile(path);
     if (!text) return text.failure();
-    const auto opened = std::make_unique<RoadDesign>();
-    Outcome read = ParseProject(*text, *opened, CodePage::Local());
-    TakeOver(road, *opened);
-    road.lastFailure.reset();  // as when the road is cleared: what is told from now on concerns this file
-    return read;
+    return OpenText(road, *text);
 }
 
 }  // namespace
@@ -86,6 +90,24 @@ Outcome Open(RoadDesign& road, const char* path, ProjectKind kind) {
 Outcome SaveRoad(RoadDesign& road, const char* path) { return Save(road, path, ProjectKind::Road); }
 
 Outcome OpenRoad(RoadDesign& road, const char* path) { return Open(road, path, ProjectKind::Road); }
+
+Outcome OpenRoadBytes(RoadDesign& road, const char* bytes, std::int64_t size) {
+    if (size < 0) return FailValue(KESTO_RECORD_COUNT_REFUSED, static_cast<double>(size));
+    if (size > static_cast<std::int64_t>(largestFile)) return Fail(KESTO_FILE_OUT_OF_MEMORY);
+    return OpenText(road, {bytes, static_cast<std::size_t>(size)});
+}
+
+Outcome SaveRoadBytes(RoadDesign& road, char* bytes, std::int64_t capacity, std::int64_t& size) {
+    const Result<std::string> text = FormatProject(road, CodePage::Local(), ProjectKind::Road);
+    if (!text) return text.failure();
+    size = static_cast<std::int64_t>(text->size());
+    if (capacity < size || bytes == nullptr) {
+        return FailLimit(KESTO_ARRAY_TOO_SMALL, KESTO_LIMIT_RECORD_COUNT, static_cast<double>(size),
+                         static_cast<double>(capacity));
+    }
+    std::copy(text->begin(), text->end(), bytes);
+    return {};
+}
 
 Outcome SaveWater(RoadDesign& road, const char* path) { return Save(road, path, ProjectKind::Water); }
 

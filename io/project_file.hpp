@@ -1,6 +1,8 @@
 /// Project files: saving and opening a road.
 #pragma once
 
+#include <cstdint>
+
 #include "core/result.hpp"
 #include "core/road_design.hpp"
 
@@ -20,6 +22,17 @@ Outcome OpenRoad(RoadDesign& road, const char* path);
 /// Opens a road project and runs the design.
 /// @return fails as OpenRoad(), or as RunDesign() with what was read kept
 Outcome OpenAndDesignRoad(RoadDesign& road, const char* path);
+
+/// OpenRoad() with the content of a file in place of its path.
+/// @param size bytes
+/// @return fails as OpenRoad() (16 above the size that a file may have), and for a negative size (23)
+Outcome OpenRoadBytes(RoadDesign& road, const char* bytes, std::int64_t size);
+
+/// What SaveRoad() writes, into a caller's memory.
+/// @param capacity bytes that there is room for
+/// @param size     out: bytes that the content has
+/// @return fails (37) where the room is too small, with nothing copied, and as FormatProject()
+Outcome SaveRoadBytes(RoadDesign& road, char* bytes, std::int64_t capacity, std::int64_t& size);
 
 /// SaveRoad() and OpenRoad() for water projects, whose extension is ".watx".
 Outcome SaveWater(RoadDesign& road, const char* path);

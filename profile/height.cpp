@@ -70,7 +70,7 @@ Result<double> HeightBetween(const Profile& profile, double s) noexcept {
     return FailValue(KESTO_NO_HEIGHT, s);
 }
 
-Result<double> ProfileHeight(const RoadDesign& road, const Profile& profile, double s) noexcept {
+Result<double> HeightOn(const RoadDesign& road, const Profile& profile, double s) noexcept {
     const double roadStart = road.settings.startMileage;
     const double roadEnd = roadStart + road.totalLength;
     const double last = profile.spans.back().point;
@@ -89,18 +89,23 @@ Result<double> ProfileHeight(const RoadDesign& road, const Profile& profile, dou
 
 }  // namespace
 
+Result<double> HeightAtPlace(const RoadDesign& road, double continuous) noexcept {
+    if (road.verticalCurves.Count() == 0) return 0.0;
+    const Profile profile{road.verticalCurves.Records(), road.profileCache.spans,
+                          static_cast<CurveMode>(road.settings.verticalCurveMode)};
+    const Result<double> height = HeightOn(road, profile, continuous);
+    if (height && !std::isfinite(*height)) return Fail(KESTO_RESULT_NOT_FINITE);
+    return height;
+}
+
 Result<double> CentreHeight(RoadDesign& road, StakeMileage stake, bool& known) {
     if (road.verticalCurves.Count() == 0) return 0.0;
     if (const Outcome current = EnsureCurrent(road); !current) return current.failure();
     known = true;
-    const Result<double> continuous = ContinuousMileage(road, stake);
+    const Result<double> continuous = PlaceOf(road, stake);
     if (!continuous) return continuous;
-    const ProfileCache& cache = CurrentProfile(road);
-    const Profile profile{road.verticalCurves.Records(), cache.spans,
-                          static_cast<CurveMode>(road.settings.verticalCurveMode)};
-    const Result<double> height = ProfileHeight(road, profile, *continuous);
-    if (height && !std::isfinite(*height)) return Fail(KESTO_RESULT_NOT_FINITE);
-    return height;
+    CurrentProfile(road);
+    return HeightAtPlace(road, *continuous);
 }
 
 }  // namespace kesto

@@ -1,21 +1,26 @@
-// Exported functions of the cross section: plates, mileage index, change sections, road side, and the design height,
-// which stands on them.
+// Exported functions of the cross section: plates, mileage index, change sections, road side, and what stands on them:
+// the design height, and freezing a road for all queries.
 
 #include <algorithm>
 #include <cstddef>
+#include <memory>
 #include <optional>
 #include <span>
 #include <utility>
 
 #include "core/guard.hpp"
 #include "section/change_sections.hpp"
+#include "section/freeze.hpp"
+#include "section/height_batch.hpp"
 #include "section/mileage_index.hpp"
 #include "section/plates.hpp"
 #include "section/road_side.hpp"
 
 using kesto::ChangeTable;
 using kesto::GuardBool;
+using kesto::GuardFrozen;
 using kesto::HeightBase;
+using kesto::HeightRows;
 using kesto::Outcome;
 
 namespace {
@@ -150,6 +155,19 @@ Outcome CopySide(RoadDesign& road, kesto::StakeMileage stake, std::int32_t side,
     return WriteArray(plates, *found);
 }
 
+Outcome HeightInto(const FrozenRoad& frozen, kesto::StakeMileage stake, double offset, double* height) noexcept {
+    std::optional<double> found;
+    Outcome known = kesto::HeightOf(frozen.road, stake, offset, found);
+    if (found) *height = *found;
+    return known;
+}
+
+kesto::Result<const FrozenRoad*> FreezeOut(RoadDesign& road) {
+    kesto::Result<std::unique_ptr<const FrozenRoad>> frozen = kesto::Freeze(road);
+    if (!frozen) return frozen.failure();
+    return (*frozen).release();
+}
+
 }  // namespace
 
 // clang-format off
@@ -183,4 +201,14 @@ bool KESTO_CALL SetChangeSectionType(RoadDesign* h, int32_t side, int32_t kind, 
 bool KESTO_CALL GetRoadSide(RoadDesign* h, double m, int32_t k, int32_t side, SectionPlateArray* r) { return GuardBool(h, [&](RoadDesign& road) { return CopySide(road, {m, k}, side, HeightBase::Profile, r); }, r); }
 bool KESTO_CALL GetRoadSideNoHeight(RoadDesign* h, double m, int32_t k, int32_t side, SectionPlateArray* r) { return GuardBool(h, [&](RoadDesign& road) { return CopySide(road, {m, k}, side, HeightBase::CentreLine, r); }, r); }
 bool KESTO_CALL GetHeight(RoadDesign* h, double m, int32_t k, double offset, double* height) { return GuardBool(h, [&](RoadDesign& road) { return kesto::FindHeight(road, {m, k}, offset, *height); }, height); }
+bool KESTO_CALL GetHeightBatch(RoadDesign* h, int32_t n, const double* m, int32_t mStep, const int32_t* k, int32_t kStep, const double* offset, int32_t offsetStep, double* height, int32_t heightStep, uint8_t* status, int32_t statusStep) {
+    return GuardBool(h, [&](RoadDesign& road) { return kesto::RunBatch(road, HeightRows{n, {m, mStep}, {k, kStep}, {offset, offsetStep}, {height, heightStep}, {status, statusStep}}); });
+}
+
+const FrozenRoad* KESTO_CALL FreezeRoad(RoadDesign* h) { return kesto::GuardValue<const FrozenRoad*>(h, {nullptr}, FreezeOut); }
+void KESTO_CALL ReleaseFrozenRoad(const FrozenRoad* f) { delete f; }
+int32_t KESTO_CALL FrozenGetHeight(const FrozenRoad* f, double m, int32_t k, double offset, double* height) { return GuardFrozen(f, [&](const FrozenRoad& frozen) { return HeightInto(frozen, {m, k}, offset, height); }, height); }
+int32_t KESTO_CALL FrozenGetHeightBatch(const FrozenRoad* f, int32_t n, const double* m, int32_t mStep, const int32_t* k, int32_t kStep, const double* offset, int32_t offsetStep, double* height, int32_t heightStep, uint8_t* status, int32_t statusStep) {
+    return GuardFrozen(f, [&](const FrozenRoad& frozen) { return kesto::RunBatch(frozen, HeightRows{n, {m, mStep}, {k, kStep}, {offset, offsetStep}, {height, heightStep}, {status, statusStep}}); });
+}
 // clang-format on

@@ -7,6 +7,7 @@
 #include "core/guard.hpp"
 #include "core/tolerances.hpp"
 #include "profile/height.hpp"
+#include "profile/vertical_curves.hpp"
 #include "section/plates.hpp"
 #include "section/section_at.hpp"
 
@@ -16,9 +17,9 @@ namespace {
 
 inline constexpr double perCent = 100;
 
-/// Height at a distance from a plate's inner edge (m), given the height before its step.
-double HeightOnPlate(const SectionPlate& plate, double innerHeight, double fromEdge) noexcept {
-    return innerHeight + plate.step + fromEdge * plate.crossSlope / perCent;
+/// Height at a distance from a plate's inner edge (m), given its cross slope (per cent) and the height before its step.
+double HeightOnPlate(double crossSlope, double step, double innerHeight, double fromEdge) noexcept {
+    return innerHeight + step + fromEdge * crossSlope / perCent;
 }
 
 /// Fills the offsets and heights of the outer edges.
@@ -27,7 +28,7 @@ void FillHeights(std::vector<SectionPlate>& plates, double centreHeight) noexcep
     double height = centreHeight;
     for (SectionPlate& plate : plates) {
         offset += plate.width;
-        height = HeightOnPlate(plate, height, plate.width);
+        height = HeightOnPlate(plate.crossSlope, plate.step, height, plate.width);
         plate.offset = offset;
         plate.height = height;
     }
@@ -41,15 +42,18 @@ bool HasFiniteEdge(const SectionPlate& plate) noexcept {
 }
 
 /// Height of the plate that holds a distance from the centre line.
-Result<double> HeightAt(const std::vector<SectionPlate>& plates, double centreHeight, double distance) noexcept {
+Result<double> HeightAcross(const SectionHere& section, double centreHeight, double distance) noexcept {
     double inner = 0;
     double height = centreHeight;
-    for (const SectionPlate& plate : plates) {
-        if (distance - (inner + plate.width) <= tolerance::plateEdge) {
-            return HeightOnPlate(plate, height, distance - inner);
+    for (std::size_t i = 0; i < section.standard.size(); ++i) {
+        const double width = section.Width(i);
+        const double crossSlope = section.CrossSlope(i);
+        const double step = section.standard[i].step;
+        if (distance - (inner + width) <= tolerance::plateEdge) {
+            return HeightOnPlate(crossSlope, step, height, distance - inner);
         }
-        inner += plate.width;
-        height = HeightOnPlate(plate, height, plate.width);
+        inner += width;
+        height = HeightOnPlate(crossSlope, step, height, width);
     }
     Failure failure = FailValue(KESTO_NO_CROSS_SECTION, distance);
     failure.bound = inner;
@@ -57,11 +61,38 @@ Result<double> HeightAt(const std::vector<SectionPlate>& plates, double centreHe
     return failure;
 }
 
-/// Height of the centre line at a mileage that must be on the road, with a profile or without.
-Result<double> PlacedCentreHeight(RoadDesign& road, StakeMileage stake) {
-    if (const Result<double> place = ContinuousMileage(road, stake); !place) return place.failure();
-    bool known = false;
-    return CentreHeight(road, stake, known);
+/// Height away from the centre line, at a place whose centre height is known.
+Result<double> HeightAside(const RoadDesign& road, double continuous, double centreHeight, double offset) noexcept {
+    const auto side = static_cast<std::int32_t>(offset < 0 ? Side::Left : Side::Right);
+    const Result<SectionHere> section = SectionAtPlace(road, continuous, side);
+    if (!section) {
+        Failure failure = section.failure();
+        if (failure.status == KESTO_NO_CROSS_SECTION) failure.value = failure.excess = std::fabs(offset);
+        return failure;
+    }
+    const Result<double> height = HeightAcross(*section, centreHeight, std::fabs(offset));
+    if (height && !std::isfinite(*height)) return Fail(KESTO_RESULT_NOT_FINITE);
+    return height;
+}
+
+/// Whether the height is that of the centre line of a road without a profile, wherever the mileage lies.
+bool IsLevel(const RoadDesign& road, double offset) noexcept {
+    return std::fabs(offset) < tolerance::offset && road.verticalCurves.Count() == 0;
+}
+
+/// Height where a stake mileage leads to.
+Outcome HeightThere(const RoadDesign& road, const Result<double>& continuous, double offset,
+                    std::optional<double>& height) noexcept {
+    const Result<double> centre = continuous ? HeightAtPlace(road, *continuous) : continuous;
+    if (!centre) {
+        height = 0;
+        return centre.failure();
+    }
+    const bool onCentreLine = std::fabs(offset) < tolerance::offset;
+    const Result<double> found = onCentreLine ? centre : HeightAside(road, *continuous, *centre, offset);
+    if (!found) return found.failure();
+    height = *found;
+    return {};
 }
 
 }  // namespace
@@ -88,35 +119,28 @@ Result<std::vector<SectionPlate>> RoadSide(RoadDesign& road, StakeMileage stake,
     return plates;
 }
 
-Outcome FindHeight(RoadDesign& road, StakeMileage stake, double offset, double& height) {
+Outcome HeightOf(const ChainView& chain, StakeMileage stake, double offset, std::optional<double>& height) noexcept {
     if (Outcome finite = RequireFinite({stake.mileage, offset}); !finite) return finite;
-    const bool onCentreLine = std::fabs(offset) < tolerance::offset;
-    bool known = false;
-    if (!onCentreLine) {
-        if (Outcome current = EnsureCurrent(road); !current) return current;
-        known = true;
-    }
-    const Result<double> centre = onCentreLine ? CentreHeight(road, stake, known) : PlacedCentreHeight(road, stake);
-    if (!centre) {
-        if (known) height = 0;
-        return centre.failure();
-    }
-    if (onCentreLine) {
-        height = *centre;
+    if (IsLevel(chain.road, offset)) {
+        height = 0;
         return {};
     }
-    const auto side = static_cast<std::int32_t>(offset < 0 ? Side::Left : Side::Right);
-    const Result<std::vector<SectionPlate>> plates = GetSectionAtMileage(road, stake, side);
-    if (!plates) {
-        Failure failure = plates.failure();
-        if (failure.status == KESTO_NO_CROSS_SECTION) failure.value = failure.excess = std::fabs(offset);
-        return failure;
+    return HeightThere(chain.road, PlaceOf(chain, stake), offset, height);
+}
+
+Outcome FindHeight(RoadDesign& road, StakeMileage stake, double offset, double& height) {
+    if (Outcome finite = RequireFinite({stake.mileage, offset}); !finite) return finite;
+    if (IsLevel(road, offset)) {
+        height = 0;
+        return {};
     }
-    const Result<double> found = HeightAt(*plates, *centre, std::fabs(offset));
-    if (!found) return found.failure();
-    if (!std::isfinite(*found)) return Fail(KESTO_RESULT_NOT_FINITE);
-    height = *found;
-    return {};
+    if (Outcome current = EnsureCurrent(road); !current) return current;
+    const Result<double> continuous = PlaceOf(road, stake);
+    if (continuous) CurrentProfile(road);
+    std::optional<double> found;
+    Outcome known = HeightThere(road, continuous, offset, found);
+    height = found.value_or(height);
+    return known;
 }
 
 }  // namespace kesto

@@ -2,6 +2,7 @@
 #pragma once
 
 #include <cstdint>
+#include <optional>
 #include <vector>
 
 #include "alignment/chainage.hpp"
@@ -23,5 +24,9 @@ Result<std::vector<SectionPlate>> RoadSide(RoadDesign& road, StakeMileage stake,
 /// @param height out: untouched where an argument is not finite, no road can be built or no section holds the offset;
 ///               0 where the centre line has no height
 Outcome FindHeight(RoadDesign& road, StakeMileage stake, double offset, double& height);
+
+/// The same on a current road whose profile is derived: nothing is built.
+/// @param height out: nothing where FindHeight() leaves it untouched
+Outcome HeightOf(const ChainView& chain, StakeMileage stake, double offset, std::optional<double>& height) noexcept;
 
 }  // namespace kesto

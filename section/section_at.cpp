@@ -35,14 +35,6 @@ std::optional<double> Share(std::int32_t type, double t) noexcept {
     return std::nullopt;
 }
 
-/// The stretch between two neighbouring change sections, or between the road's start and the first one.
-struct Stretch {
-    double start;                     // m
-    const std::vector<double>* from;  // null at the road's start: the standard values
-    double end;                       // m
-    const std::vector<double>* to;
-};
-
 /// A plate without a value of its own, where plates came or went off the road, keeps its standard value.
 std::optional<double> ValueOf(const std::vector<double>* values, std::size_t plate, double standard) noexcept {
     if (values == nullptr) return standard;
@@ -50,72 +42,66 @@ std::optional<double> ValueOf(const std::vector<double>* values, std::size_t pla
     return (*values)[plate];
 }
 
-void ApplyStretch(std::vector<SectionPlate>& plates, Field field, const Stretch& stretch, std::int32_t type,
-                  double mileage) noexcept {
-    const std::optional<double> share = Share(type, (mileage - stretch.start) / (stretch.end - stretch.start));
-    if (!share) return;
-    for (std::size_t i = 0; i < plates.size(); ++i) {
-        double& value = plates[i].*field;
-        const std::optional<double> from = ValueOf(stretch.from, i, value);
-        const std::optional<double> to = ValueOf(stretch.to, i, value);
-        if (from && to) value = *from + (*to - *from) * *share;
-    }
-}
-
-/// Applies one table of change sections at a continuous mileage to its field of the plates.
-void ApplyChanges(const RoadDesign& road, ChangeTable which, double mileage, std::vector<SectionPlate>& plates) {
+/// What one table of change sections says at a continuous mileage.
+PlateValues ValuesAt(const RoadDesign& road, ChangeTable which, double mileage) noexcept {
     const Table& table = TableOf(road.sections.changeSections, which);
     const TypeTable& types = TableOf(road.sections.transitionTypes, which);
-    const Field field = ChangedField(which);
-    if (table.empty()) return;
+    if (table.empty()) return {};
     const auto next = table.upper_bound(mileage);
-    if (next == table.end()) {
-        const std::vector<double>& last = std::prev(next)->second.values;
-        for (std::size_t i = 0; i < plates.size(); ++i) {
-            plates[i].*field = ValueOf(&last, i, plates[i].*field).value_or(plates[i].*field);
-        }
-        return;
-    }
+    if (next == table.end()) return {.from = nullptr, .to = &std::prev(next)->second.values, .share = std::nullopt};
     const bool first = next == table.begin();
-    const Stretch stretch{first ? road.settings.startMileage : std::prev(next)->first,
-                          first ? nullptr : &std::prev(next)->second.values, next->first, &next->second.values};
+    const double start = first ? road.settings.startMileage : std::prev(next)->first;
     const auto type = types.find(next->first);
-    ApplyStretch(plates, field, stretch, type == types.end() ? 0 : type->second, mileage);
+    const std::optional<double> share =
+        Share(type == types.end() ? 0 : type->second, (mileage - start) / (next->first - start));
+    if (!share) return {};
+    return {.from = first ? nullptr : &std::prev(next)->second.values, .to = &next->second.values, .share = share};
 }
 
-/// The standard section of a side with its change sections applied.
-Result<std::vector<SectionPlate>> ChangedSection(RoadDesign& road, StakeMileage stake, std::int32_t side) {
-    const Result<double> continuous = ContinuousMileage(road, stake);
-    if (!continuous) return continuous.failure();
+/// The standard section of a side with its change sections.
+Result<SectionHere> ChangedSection(const RoadDesign& road, double continuous, std::int32_t side) noexcept {
     const Result<std::span<const SectionPlate>> standard = PlatesOf(road, side);
     if (!standard) return standard.failure();
     if (standard->empty()) return Fail(KESTO_NO_CROSS_SECTION);
     if (road.stakes.Count() == 0) return Fail(KESTO_NO_STAKES);
     const double start = road.settings.startMileage;
-    if (!(start <= *continuous)) {
-        return FailLimit(KESTO_MILEAGE_OFF_ROAD, KESTO_LIMIT_ROAD_START, *continuous, start);
+    if (!(start <= continuous)) {
+        return FailLimit(KESTO_MILEAGE_OFF_ROAD, KESTO_LIMIT_ROAD_START, continuous, start);
     }
-    if (!(*continuous - start - road.totalLength <= tolerance::mileage)) {
-        return FailLimit(KESTO_MILEAGE_OFF_ROAD, KESTO_LIMIT_ROAD_END, *continuous, start + road.totalLength);
+    if (!(continuous - start - road.totalLength <= tolerance::mileage)) {
+        return FailLimit(KESTO_MILEAGE_OFF_ROAD, KESTO_LIMIT_ROAD_END, continuous, start + road.totalLength);
     }
-    std::vector<SectionPlate> plates(standard->begin(), standard->end());
-    for (const ChangeKind kind : {ChangeKind::Heightening, ChangeKind::Widening}) {
-        ApplyChanges(road, {side, static_cast<std::int32_t>(kind)}, *continuous, plates);
-    }
-    return plates;
+    const auto valuesOf = [&](ChangeKind kind) {
+        return ValuesAt(road, {side, static_cast<std::int32_t>(kind)}, continuous);
+    };
+    return SectionHere{*standard, valuesOf(ChangeKind::Heightening), valuesOf(ChangeKind::Widening)};
 }
 
-/// The section from the chainage-section table, which holds whole sections by mileage. There is no such table yet.
-Result<std::vector<SectionPlate>> ChainageSection() { return Fail(KESTO_NO_CROSS_SECTION); }
+/// Fails unless sections are those of the change sections: there is no table yet that holds whole sections by mileage.
+Outcome RequireSectionMode(const RoadDesign& road) noexcept {
+    switch (static_cast<SectionMode>(road.settings.sectionMode)) {
+        case SectionMode::ChangeSections: return {};
+        case SectionMode::ChainageSections: break;
+    }
+    return Fail(KESTO_NO_CROSS_SECTION);
+}
 
 }  // namespace
 
+double PlateValues::Of(std::size_t plate, double standard) const noexcept {
+    if (to == nullptr) return standard;
+    const std::optional<double> reached = ValueOf(to, plate, standard);
+    if (!share) return reached.value_or(standard);
+    const std::optional<double> left = ValueOf(from, plate, standard);
+    return left && reached ? *left + (*reached - *left) * *share : standard;
+}
+
 std::vector<double> ChangedValuesAt(const RoadDesign& road, ChangeTable which, double continuous) {
-    std::vector<SectionPlate> plates = road.sections.plates[static_cast<std::size_t>(which.side)];
-    ApplyChanges(road, which, continuous, plates);
+    const std::vector<SectionPlate>& plates = road.sections.plates[static_cast<std::size_t>(which.side)];
+    const PlateValues here = ValuesAt(road, which, continuous);
     std::vector<double> values;
     values.reserve(plates.size());
-    for (const SectionPlate& plate : plates) values.push_back(plate.*ChangedField(which));
+    for (std::size_t i = 0; i < plates.size(); ++i) values.push_back(here.Of(i, plates[i].*ChangedField(which)));
     return values;
 }
 
@@ -132,12 +118,23 @@ double LargestBend(std::int32_t type, double from, double to) noexcept {
     return 0;
 }
 
+Result<SectionHere> SectionAtPlace(const RoadDesign& road, double continuous, std::int32_t side) noexcept {
+    if (const Outcome known = RequireSectionMode(road); !known) return known.failure();
+    return ChangedSection(road, continuous, side);
+}
+
 Result<std::vector<SectionPlate>> GetSectionAtMileage(RoadDesign& road, StakeMileage stake, std::int32_t side) {
-    switch (static_cast<SectionMode>(road.settings.sectionMode)) {
-        case SectionMode::ChangeSections: return ChangedSection(road, stake, side);
-        case SectionMode::ChainageSections: return ChainageSection();
+    if (const Outcome known = RequireSectionMode(road); !known) return known.failure();
+    const Result<double> continuous = ContinuousMileage(road, stake);
+    if (!continuous) return continuous.failure();
+    const Result<SectionHere> here = SectionAtPlace(road, *continuous, side);
+    if (!here) return here.failure();
+    std::vector<SectionPlate> plates(here->standard.begin(), here->standard.end());
+    for (std::size_t i = 0; i < plates.size(); ++i) {
+        plates[i].crossSlope = here->CrossSlope(i);
+        plates[i].width = here->Width(i);
     }
-    return Fail(KESTO_NO_CROSS_SECTION);
+    return plates;
 }
 
 }  // namespace kesto

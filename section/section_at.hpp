@@ -1,7 +1,10 @@
 /// The cross section of one side at a place of the road.
 #pragma once
 
+#include <cstddef>
 #include <cstdint>
+#include <optional>
+#include <span>
 #include <vector>
 
 #include "alignment/chainage.hpp"
@@ -24,6 +27,31 @@ std::vector<double> ChangedValuesAt(const RoadDesign& road, ChangeTable which, d
 /// The largest second derivative, without its sign, that a transition has between two fractions of its stretch; 0 for
 /// an unknown transition.
 double LargestBend(std::int32_t type, double from, double to) noexcept;
+
+/// What one table of change sections makes of a side's plates at a place of the road.
+struct PlateValues {
+    const std::vector<double>* from = nullptr;  // null: the standard values
+    const std::vector<double>* to = nullptr;    // null: the standard values hold
+    std::optional<double> share;                // of the difference; nothing: `to` alone holds
+
+    /// The value (per cent or m) of a plate that has a standard one.
+    double Of(std::size_t plate, double standard) const noexcept;
+};
+
+/// The cross section of one side at a place of the road: what its plates are worked out from, one by one. Holds as long
+/// as the road is not edited.
+struct SectionHere {
+    std::span<const SectionPlate> standard;
+    PlateValues crossSlopes;
+    PlateValues widths;
+
+    double CrossSlope(std::size_t plate) const noexcept { return crossSlopes.Of(plate, standard[plate].crossSlope); }
+    double Width(std::size_t plate) const noexcept { return widths.Of(plate, standard[plate].width); }
+};
+
+/// The cross section at a continuous mileage (m) of a current road.
+/// @return fails as GetSectionAtMileage()
+Result<SectionHere> SectionAtPlace(const RoadDesign& road, double continuous, std::int32_t side) noexcept;
 
 /// The plates of one side at a stake mileage: the standard section with the change sections applied, widths and cross
 /// slopes passing from one change section to the next by the transition of the later one. Makes the road current.

@@ -4,7 +4,7 @@
  *  Conventions, said once for every function below:
  *  - A road is an opaque handle, the first argument of every function. The library keeps no global state: distinct
  *    roads may be used from different threads at the same time, one road from one thread at a time only, because a
- *    query may rebuild derived data.
+ *    query may rebuild derived data. What many threads are to read at once is frozen first: FreezeRoad().
  *  - Axes and units: x is the northing and y the easting, in metres. Azimuths are degrees in [0, 360), measured from
  *    +x towards +y (clockwise from north). Mileages, lengths, offsets, radii and heights are metres. Offsets are
  *    positive to the right of the direction of increasing mileage. Grades are ratios.
@@ -86,7 +86,8 @@ enum KestoStatus {
     KESTO_NULL_ARGUMENT = 20,        /**< a null pointer where a record, array, text or output is needed */
     KESTO_ARGUMENT_NOT_FINITE = 21,  /**< an argument, or the mileage that orders a record, is no finite number */
     KESTO_INDEX_OUT_OF_RANGE = 22,   /**< value = the index, bound = the number of records */
-    KESTO_RECORD_COUNT_REFUSED = 23, /**< value = the number of records given, bound = the limit per call */
+    KESTO_RECORD_COUNT_REFUSED = 23, /**< value = the number of records given, bound = the limit per call; 0 where none
+                                        but a negative number is refused */
     KESTO_DUPLICATE_MILEAGE = 24, /**< record = the stored record at this mileage, -1 where it is one of the same array;
                                      value = the mileage */
     KESTO_MILEAGE_OFF_ROAD = 25,  /**< value = the mileage, bound = the road's end that it passes, excess = by how
@@ -105,7 +106,7 @@ enum KestoStatus {
     KESTO_UNKNOWN_SIDE = 34,        /**< the side is neither 0 (left) nor 1 (right) */
     KESTO_UNKNOWN_CHANGE_KIND = 35, /**< the kind of a change section is neither 0 nor 1 */
     KESTO_VALUE_COUNT_DIFFERS = 36, /**< value = the number of values or flags, bound = the number of plates */
-    KESTO_ARRAY_TOO_SMALL = 37,     /**< value = the records needed, bound = the capacity given */
+    KESTO_ARRAY_TOO_SMALL = 37,     /**< value = the records (or bytes) needed, bound = the capacity given */
     KESTO_INTERNAL_ERROR = 39       /**< a fault of the library itself: please report it */
 };
 
@@ -695,6 +696,118 @@ KESTO_API bool KESTO_CALL GetRoadSideNoHeight(RoadDesign* road, double mileage, 
 KESTO_API bool KESTO_CALL GetHeight(RoadDesign* road, double mileage, int32_t occurrence, double offset,
                                     double* height);
 
+/* ------------------------------------------------------------------------------------------------ many points --- */
+
+/* A batch answers many rows in one call, each to the bit as the function for one point does. The columns are arrays of
+ * the caller, each with its step: the distance in bytes from one row to the next (8 for a plain array of doubles, the
+ * size of the record for a field of an array of records, below 0 to walk backwards). Rows need not be aligned. An input
+ * with a step of 0 repeats one value. An output may take the place of an input column; other columns that overlap give
+ * what the rows before have left there.
+ *
+ * The road is made current once, before the first row; after that nothing is allocated. Rows fail alone: `status` gets
+ * 0 or the KestoStatus of the row, and the outputs of a failed row are what the function for one point leaves, mostly
+ * untouched. Failed rows leave nothing in GetLastFailure(). A batch is true when all rows were answered, false for a
+ * null handle, a null column that is needed, a negative count and where no road can be built: nothing is written then.
+ * A count of 0 is true and touches nothing. */
+
+/** GetMileageAndOffset() for many points.
+ *  @param count                         number of rows
+ *  @param x, xStep, y, yStep            the points (m)
+ *  @param mileage, mileageStep          out: stake mileage of the foot (m)
+ *  @param offset, offsetStep            out: offset (m), positive to the right
+ *  @param occurrence, occurrenceStep    out: occurrence of the mileage
+ *  @param status, statusStep            out: 0, or why the row has no answer. Where no element admits the point (28)
+ *                                       the road's end is written; otherwise a failed row is untouched
+ *  @return false: see above */
+KESTO_API bool KESTO_CALL GetMileageAndOffsetBatch(RoadDesign* road, int32_t count, const double* x, int32_t xStep,
+                                                   const double* y, int32_t yStep, double* mileage, int32_t mileageStep,
+                                                   double* offset, int32_t offsetStep, int32_t* occurrence,
+                                                   int32_t occurrenceStep, uint8_t* status, int32_t statusStep);
+
+/** GetPositionAndAzimuth() for many places. Unlike that function it makes the road current first.
+ *  @param count                         number of rows
+ *  @param mileage, mileageStep          stake mileages (m)
+ *  @param occurrence, occurrenceStep    which of the equal stake mileages; null: 0
+ *  @param offset, offsetStep            offsets (m), positive to the right; null: 0
+ *  @param angle, angleStep              angles from the tangent clockwise to the offset line (degrees); null: 90
+ *  @param x, xStep, y, yStep            out: the points (m)
+ *  @param azimuth, azimuthStep          out: azimuth of the centre line (degrees)
+ *  @param status, statusStep            out: 0, or why the row has no answer. The row is 0 where the element cannot be
+ *                                       evaluated; otherwise a failed row is untouched
+ *  @return false: see above */
+KESTO_API bool KESTO_CALL GetPositionAndAzimuthBatch(RoadDesign* road, int32_t count, const double* mileage,
+                                                     int32_t mileageStep, const int32_t* occurrence,
+                                                     int32_t occurrenceStep, const double* offset, int32_t offsetStep,
+                                                     const double* angle, int32_t angleStep, double* x, int32_t xStep,
+                                                     double* y, int32_t yStep, double* azimuth, int32_t azimuthStep,
+                                                     uint8_t* status, int32_t statusStep);
+
+/** GetHeight() for many places.
+ *  @param count                         number of rows
+ *  @param mileage, mileageStep          stake mileages (m)
+ *  @param occurrence, occurrenceStep    which of the equal stake mileages; null: 0
+ *  @param offset, offsetStep            offsets from the centre line (m), positive to the right; null: 0
+ *  @param height, heightStep            out: design heights (m)
+ *  @param status, statusStep            out: 0, or why the row has no answer. The height is 0 where the centre line has
+ *                                       none; otherwise a failed row is untouched
+ *  @return false: see above */
+KESTO_API bool KESTO_CALL GetHeightBatch(RoadDesign* road, int32_t count, const double* mileage, int32_t mileageStep,
+                                         const int32_t* occurrence, int32_t occurrenceStep, const double* offset,
+                                         int32_t offsetStep, double* height, int32_t heightStep, uint8_t* status,
+                                         int32_t statusStep);
+
+/* ----------------------------------------------------------------------------------------------- many readers --- */
+
+/** A copy of a road that is only read: made by FreezeRoad(), ended by ReleaseFrozenRoad(). Any number of threads may
+ *  ask it at the same time. */
+typedef struct FrozenRoad FrozenRoad;
+
+/** A copy of the road as it stands, with everything built that queries derive. The road is made current, and otherwise
+ *  left as it is; later edits of it do not reach the copy.
+ *  @return the copy, whose answers are the road's to the bit; null for a null handle, where no road can be built and
+ *          where memory runs out */
+KESTO_API const FrozenRoad* KESTO_CALL FreezeRoad(RoadDesign* road);
+
+/** Ends a frozen road: no thread may be asking it any more. Null is nothing to end. */
+KESTO_API void KESTO_CALL ReleaseFrozenRoad(const FrozenRoad* road);
+
+/* The queries of a frozen road change nothing in it, so they record no failure: they return the KestoStatus. 0 success,
+ * 12 a null road, 20 a null argument, otherwise why there is no answer. Outputs are written as by the function that
+ * bears the same name without "Frozen". */
+
+/** GetMileageAndOffset() of a frozen road. @return 0, or why there is no answer */
+KESTO_API int32_t KESTO_CALL FrozenGetMileageAndOffset(const FrozenRoad* road, double x, double y, double* mileage,
+                                                       double* offset, int32_t* occurrence);
+/** GetMileAndOffsetInLim() of a frozen road. @return 0, or why there is no answer */
+KESTO_API int32_t KESTO_CALL FrozenGetMileAndOffsetInLim(const FrozenRoad* road, double x, double y, double lower,
+                                                         int32_t lowerOccurrence, double upper, int32_t upperOccurrence,
+                                                         double* mileage, double* offset, int32_t* occurrence);
+/** GetPositionAndAzimuth() of a frozen road. @return 0, or why there is no answer */
+KESTO_API int32_t KESTO_CALL FrozenGetPositionAndAzimuth(const FrozenRoad* road, double mileage, double offset,
+                                                         double angle, double* x, double* y, double* azimuth,
+                                                         int32_t occurrence);
+/** GetHeight() of a frozen road. @return 0, or why there is no answer */
+KESTO_API int32_t KESTO_CALL FrozenGetHeight(const FrozenRoad* road, double mileage, int32_t occurrence, double offset,
+                                             double* height);
+/** GetMileageAndOffsetBatch() of a frozen road. @return 0; 12 null road, 20 null column, 23 negative count */
+KESTO_API int32_t KESTO_CALL FrozenGetMileageAndOffsetBatch(const FrozenRoad* road, int32_t count, const double* x,
+                                                            int32_t xStep, const double* y, int32_t yStep,
+                                                            double* mileage, int32_t mileageStep, double* offset,
+                                                            int32_t offsetStep, int32_t* occurrence,
+                                                            int32_t occurrenceStep, uint8_t* status,
+                                                            int32_t statusStep);
+/** GetPositionAndAzimuthBatch() of a frozen road. @return 0; 12 null road, 20 null column, 23 negative count */
+KESTO_API int32_t KESTO_CALL FrozenGetPositionAndAzimuthBatch(
+    const FrozenRoad* road, int32_t count, const double* mileage, int32_t mileageStep, const int32_t* occurrence,
+    int32_t occurrenceStep, const double* offset, int32_t offsetStep, const double* angle, int32_t angleStep, double* x,
+    int32_t xStep, double* y, int32_t yStep, double* azimuth, int32_t azimuthStep, uint8_t* status, int32_t statusStep);
+/** GetHeightBatch() of a frozen road. @return 0; 12 null road, 20 null column, 23 negative count */
+KESTO_API int32_t KESTO_CALL FrozenGetHeightBatch(const FrozenRoad* road, int32_t count, const double* mileage,
+                                                  int32_t mileageStep, const int32_t* occurrence,
+                                                  int32_t occurrenceStep, const double* offset, int32_t offsetStep,
+                                                  double* height, int32_t heightStep, uint8_t* status,
+                                                  int32_t statusStep);
+
 /* -------------------------------------------------------------------------------------------------------- files --- */
 
 /** Saves the road as a project file. The earlier file stays whole until the new one is complete.
@@ -730,6 +843,22 @@ KESTO_API int32_t KESTO_CALL OpenProject(RoadDesign* road, const char* path);
 /** OpenProject(), then DesignRoad().
  *  @return as OpenProject(), or the design run's own code (1 to 9); what was read is then kept */
 KESTO_API int32_t KESTO_CALL OpenProject2(RoadDesign* road, const char* path);
+
+/** OpenProject() with the content of a project file in place of its path: for roads that come over a network or out of
+ *  a database.
+ *  @param bytes the content
+ *  @param size  its length in bytes
+ *  @return 0; 12 null handle or null bytes, 16 out of memory (or more than 2^30 bytes), 23 negative size: the road is
+ *          then as before. Records that cannot be read are skipped: GetLastFailure() then tells how many (18). */
+KESTO_API int32_t KESTO_CALL OpenProjectFromMemory(RoadDesign* road, const char* bytes, int64_t size);
+
+/** Copies out what SaveProject() writes into a file, byte for byte.
+ *  @param bytes    out: the content, without a zero at its end; may be null where the capacity is 0
+ *  @param capacity how many bytes there is room for
+ *  @param size     out: how many bytes the content has
+ *  @return 0; 12 null handle or null size, 15 not one that could be read again, 16 out of memory, 37 too little room:
+ *          only the size is then written */
+KESTO_API int32_t KESTO_CALL SaveProjectToMemory(RoadDesign* road, char* bytes, int64_t capacity, int64_t* size);
 
 /** SaveProject() for a water project: the extension is ".watx", and the section mileage index is left out.
  *  @param path file path in the local code page; an extension other than ".watx" (in any case) gets ".watx" appended

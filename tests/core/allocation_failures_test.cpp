@@ -172,6 +172,12 @@ std::vector<Record> Several() {
     return records;
 }
 
+bool Freezes(RoadDesign* road) {
+    const FrozenRoad* const frozen = FreezeRoad(road);
+    ReleaseFrozenRoad(frozen);
+    return frozen != nullptr;
+}
+
 std::vector<Operation> Operations() {
     static const auto intersections = Several<Intersection>();
     static const auto elements = Several<Element>();
@@ -182,6 +188,9 @@ std::vector<Operation> Operations() {
     static double y;
     static double z;
     static std::int32_t k;
+    static std::uint8_t row;
+    static const double seventy = 70;
+    static const double one = 1;
     static StakeCoordinate stake;
     static SectionPlate plates[4];
     static SectionPlateArray side{plates, 0, 4};
@@ -225,8 +234,19 @@ std::vector<Operation> Operations() {
          [](auto* h) { return GetMileAndOffsetInLim(h, 70, 1, 0, 0, 900, 0, &x, &y, &k); }},
         {"GetNearbyStakeCoordinate", DesignedRoad,
          [](auto* h) { return GetNearbyStakeCoordinate(h, 70, 1, &stake, &k); }, false},
+        {"GetMileageAndOffsetBatch", FullRoad,
+         [](auto* h) { return GetMileageAndOffsetBatch(h, 20, &seventy, 0, &one, 0, &x, 0, &y, 0, &k, 0, &row, 0); }},
+        {"GetPositionAndAzimuthBatch", FullRoad,
+         [](auto* h) {
+             return GetPositionAndAzimuthBatch(h, 20, &seventy, 0, nullptr, 0, nullptr, 0, nullptr, 0, &x, 0, &y, 0, &z,
+                                               0, &row, 0);
+         }},
+        {"GetHeightBatch", FullRoad,
+         [](auto* h) { return GetHeightBatch(h, 20, &seventy, 0, nullptr, 0, nullptr, 0, &x, 0, &row, 0); }},
+        {"FreezeRoad", RoadWithSections, Freezes},
+        {"FreezeRoad unbuilt", FullRoad, Freezes},
         {"GetHeight", FullRoad, [](auto* h) { return GetHeight(h, 70, 0, 0, &x); }},
-        {"GetHeight on a plate", RoadWithSections, [](auto* h) { return GetHeight(h, 70, 0, 2, &x); }},
+        {"GetHeight on a plate", RoadWithSections, [](auto* h) { return GetHeight(h, 70, 0, 2, &x); }, false},
         {"GetRoadSide", RoadWithSections, [](auto* h) { return GetRoadSide(h, 70, 0, 1, &side); }},
         {"AddStandardSectionPlate", RoadWithSections, [](auto* h) { return AddStandardSectionPlate(h, plates, 1, 2); }},
         {"AddStandardSectionPlate unbuilt", UnbuiltRoadWithSections,
@@ -290,6 +310,36 @@ INSTANTIATE_TEST_SUITE_P(Operations, AllocationFailures, testing::ValuesIn(Opera
     std::erase(name, ' ');
     return name;
 });
+
+TEST(Batches, AllocateNothingOnceTheRoadIsCurrent) {
+    const Owned road = RoadWithSections();
+    constexpr std::int32_t n = 200;
+    std::vector<double> mileages(n), offsets(n), x(n), y(n), z(n);
+    std::vector<std::int32_t> occurrences(n);
+    std::vector<std::uint8_t> statuses(n);
+    for (std::size_t i = 0; i < mileages.size(); ++i) {
+        mileages[i] = 8.0 * static_cast<double>(i);  // the last ones lie beyond the road
+        offsets[i] = i % 3 == 0 ? 0.0 : 2.5;
+    }
+    const auto askAll = [&] {
+        const double* const m = mileages.data();
+        const double* const o = offsets.data();
+        std::uint8_t* const status = statuses.data();
+        return GetPositionAndAzimuthBatch(road.get(), n, m, 8, nullptr, 0, o, 8, nullptr, 0, x.data(), 8, y.data(), 8,
+                                          z.data(), 8, status, 1) &&
+               GetMileageAndOffsetBatch(road.get(), n, m, 8, o, 8, x.data(), 8, y.data(), 8, occurrences.data(), 4,
+                                        status, 1) &&
+               GetHeightBatch(road.get(), n, m, 8, nullptr, 0, o, 8, z.data(), 8, status, 1);
+    };
+    ASSERT_TRUE(askAll());
+    road->verticalCurves.Edit();  // the profile is to be derived anew, in the room that it has
+    allocationsLeft = 0;          // the next one fails, and counts down
+    const bool done = askAll();
+    const int left = allocationsLeft;
+    allocationsLeft = -1;
+    EXPECT_TRUE(done);
+    EXPECT_EQ(left, 0);
+}
 
 TEST(AllocationFailure, OfANewRoadGivesNoRoad) {
     allocationsLeft = 0;

@@ -13,7 +13,7 @@ namespace {
 template <class Argument>
 std::string BytesBehind(const Argument& argument) {
     if constexpr (std::is_pointer_v<Argument>) {
-        return Bytes(argument);
+        return argument == nullptr ? std::string() : Bytes(argument);
     } else {
         return {};
     }
@@ -54,7 +54,7 @@ public:
         function(nullptr, arguments...);
     }
 
-    /// A function that needs every pointer among its arguments.
+    /// A function that needs every pointer among its arguments but those that are null from the start.
     template <class Result, class... Arguments>
     void Needs(const char* name, Result (*function)(RoadDesign*, Arguments...), Result failing, std::int32_t status,
                std::type_identity_t<Arguments>... arguments) {
@@ -63,6 +63,35 @@ public:
             (WithNull<Positions>(name, function, failing, status, std::tuple<Arguments...>(arguments...)), ...);
         }
         (std::index_sequence_for<Arguments...>());
+    }
+
+    /// The same of a frozen road: the status is the result.
+    template <class... Arguments>
+    void NeedsFrozen(const char* name, std::int32_t (*function)(const FrozenRoad*, Arguments...),
+                     std::type_identity_t<Arguments>... arguments) {
+        SCOPED_TRACE(name);
+        names.insert(name);
+        const std::string before = Behind(std::tuple<Arguments...>(arguments...));
+        EXPECT_EQ(function(nullptr, arguments...), KESTO_NULL_HANDLE_OR_PATH);
+        const FrozenRoad* const frozen = FreezeRoad(road);
+        [&]<std::size_t... Positions>(std::index_sequence<Positions...>) {
+            (
+                [&] {
+                    std::tuple<Arguments...> some(arguments...);
+                    auto& one = std::get<Positions>(some);
+                    if constexpr (std::is_pointer_v<std::remove_reference_t<decltype(one)>>) {
+                        if (one == nullptr) return;
+                        one = nullptr;
+                        EXPECT_EQ(std::apply([&](auto... each) { return function(frozen, each...); }, some),
+                                  KESTO_NULL_ARGUMENT)
+                            << "argument " << Positions + 1;
+                    }
+                }(),
+                ...);
+        }
+        (std::index_sequence_for<Arguments...>());
+        EXPECT_EQ(Behind(std::tuple<Arguments...>(arguments...)), before) << "changed";
+        ReleaseFrozenRoad(frozen);
     }
 
     void Named(const char* name) { names.insert(name); }
@@ -74,6 +103,7 @@ private:
     void WithNull(const char* name, Function function, Result failing, std::int32_t status, Arguments arguments) {
         if constexpr (std::is_pointer_v<std::tuple_element_t<Position, Arguments>>) {
             SCOPED_TRACE(std::string(name) + ", argument " + std::to_string(Position + 1));
+            if (std::get<Position>(arguments) == nullptr) return;  // an argument that need not be given
             std::get<Position>(arguments) = nullptr;
             EXPECT_FALSE(DeleteElement(road, -1));  // leaves another reason than the one awaited
             const std::string before = Snapshot(road) + Behind(arguments);
@@ -100,7 +130,7 @@ private:
 };
 
 struct Outputs {
-    double a = 11, b = 12, c = 13;
+    double a = 11, b = 12, c = 13, d = 14;
     std::int32_t k = 14;
     Intersection intersection{};
     Element element{};
@@ -223,6 +253,31 @@ void WalkQueries(NullTable& table, Outputs& out) {
     table.Needs("GetHeight", GetHeight, false, null, 10, 0, 0, &out.a);
 }
 
+void WalkManyPoints(NullTable& table, Outputs& out) {
+    constexpr std::int32_t null = KESTO_NULL_ARGUMENT;
+    std::uint8_t status = 99;
+    table.Needs("GetMileageAndOffsetBatch", GetMileageAndOffsetBatch, false, null, 1, &out.a, 8, &out.b, 8, &out.c, 8,
+                &out.d, 8, &out.k, 4, &status, 1);
+    table.Needs("GetPositionAndAzimuthBatch", GetPositionAndAzimuthBatch, false, null, 1, &out.a, 8, nullptr, 0,
+                nullptr, 0, nullptr, 0, &out.b, 8, &out.c, 8, &out.d, 8, &status, 1);
+    table.Needs("GetHeightBatch", GetHeightBatch, false, null, 1, &out.a, 8, nullptr, 0, nullptr, 0, &out.b, 8, &status,
+                1);
+    table.HandleOnly("FreezeRoad", FreezeRoad, static_cast<const FrozenRoad*>(nullptr));
+    table.Named("ReleaseFrozenRoad");
+    ReleaseFrozenRoad(nullptr);
+    table.NeedsFrozen("FrozenGetMileageAndOffset", FrozenGetMileageAndOffset, 10, 1, &out.a, &out.b, &out.k);
+    table.NeedsFrozen("FrozenGetMileAndOffsetInLim", FrozenGetMileAndOffsetInLim, 10, 1, 0, 0, 40, 0, &out.a, &out.b,
+                      &out.k);
+    table.NeedsFrozen("FrozenGetPositionAndAzimuth", FrozenGetPositionAndAzimuth, 10, 0, 90, &out.a, &out.b, &out.c, 0);
+    table.NeedsFrozen("FrozenGetHeight", FrozenGetHeight, 10, 0, 0, &out.a);
+    table.NeedsFrozen("FrozenGetMileageAndOffsetBatch", FrozenGetMileageAndOffsetBatch, 1, &out.a, 8, &out.b, 8, &out.c,
+                      8, &out.d, 8, &out.k, 4, &status, 1);
+    table.NeedsFrozen("FrozenGetPositionAndAzimuthBatch", FrozenGetPositionAndAzimuthBatch, 1, &out.a, 8, nullptr, 0,
+                      nullptr, 0, nullptr, 0, &out.b, 8, &out.c, 8, &out.d, 8, &status, 1);
+    table.NeedsFrozen("FrozenGetHeightBatch", FrozenGetHeightBatch, 1, &out.a, 8, nullptr, 0, nullptr, 0, &out.b, 8,
+                      &status, 1);
+}
+
 TEST(NullArguments, EveryExportGivesItsFailureValue) {
     NullTable table;
     Outputs out;
@@ -233,8 +288,13 @@ TEST(NullArguments, EveryExportGivesItsFailureValue) {
     WalkLists(table, out);
     WalkSections(table, out);
     WalkQueries(table, out);
+    WalkManyPoints(table, out);
     constexpr std::int32_t refused = KESTO_NULL_HANDLE_OR_PATH;
     table.Needs("SaveProject", SaveProject, refused, refused, "null.road");
+    std::int64_t size = 5;
+    table.Needs("OpenProjectFromMemory", OpenProjectFromMemory, refused, refused, "K", 1);
+    table.HandleOnly("SaveProjectToMemory", SaveProjectToMemory, refused, nullptr, 0, &size);
+    EXPECT_EQ(SaveProjectToMemory(table.Handle(), nullptr, 0, nullptr), refused);
     table.Needs("SavePartProject", SavePartProject, refused, refused, "null.road", 0.0, 1.0, 0, 0);
     table.Needs("OpenProject", OpenProject, refused, refused, "null.road");
     table.Needs("OpenProject2", OpenProject2, refused, refused, "null.road");

@@ -57,6 +57,34 @@ Road SmallRoad() {
     return road;
 }
 
+TEST_F(ProjectFile, MemoryHoldsTheBytesOfTheFile) {
+    const Road road = SmallRoad();
+    ASSERT_EQ(SaveProject(road, At("a.road").c_str()), KESTO_SUCCESS);
+    const std::string file = Content("a.road");
+    std::int64_t size = -1;
+    EXPECT_EQ(SaveProjectToMemory(road, nullptr, 0, &size), KESTO_ARRAY_TOO_SMALL);
+    ASSERT_EQ(size, static_cast<std::int64_t>(file.size()));
+    EXPECT_EQ(LastStatus(road), KESTO_ARRAY_TOO_SMALL);
+    std::string bytes(file.size(), '#');
+    EXPECT_EQ(SaveProjectToMemory(road, bytes.data(), size - 1, &size), KESTO_ARRAY_TOO_SMALL);
+    EXPECT_EQ(bytes, std::string(file.size(), '#'));
+    EXPECT_EQ(SaveProjectToMemory(road, bytes.data(), size, &size), KESTO_SUCCESS);
+    EXPECT_EQ(bytes, file);
+
+    const Road fromFile, fromMemory;
+    ASSERT_EQ(OpenProject(fromFile, At("a.road").c_str()), KESTO_SUCCESS);
+    EXPECT_EQ(OpenProjectFromMemory(fromMemory, bytes.data(), size), KESTO_SUCCESS);
+    EXPECT_EQ(Snapshot(fromMemory), Snapshot(fromFile));
+    const std::string before = Snapshot(fromMemory);
+    EXPECT_EQ(OpenProjectFromMemory(fromMemory, bytes.data(), -1), KESTO_RECORD_COUNT_REFUSED);
+    EXPECT_EQ(Snapshot(fromMemory), before);
+    bytes += "VerticalCurve\n1e999 1 1 0\n";
+    EXPECT_EQ(OpenProjectFromMemory(fromMemory, bytes.data(), static_cast<std::int64_t>(bytes.size())), KESTO_SUCCESS);
+    EXPECT_EQ(LastStatus(fromMemory), KESTO_RECORDS_SKIPPED);
+    EXPECT_EQ(OpenProjectFromMemory(fromMemory, "", 0), KESTO_SUCCESS);
+    EXPECT_EQ(GetElementCount(fromMemory), 0);
+}
+
 TEST_F(ProjectFile, TheExtensionIsMadeThatOfTheProject) {
     struct Case {
         const char *given, *asRoad, *asWater;

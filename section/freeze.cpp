@@ -1,0 +1,17 @@
+#include "section/freeze.hpp"
+
+#include "alignment/chain_builder.hpp"
+#include "alignment/inverse.hpp"
+#include "profile/vertical_curves.hpp"
+
+namespace kesto {
+
+Result<std::unique_ptr<const FrozenRoad>> Freeze(RoadDesign& road) {
+    if (const Outcome current = EnsureCurrent(road); !current) return current.failure();
+    auto frozen = std::make_unique<FrozenRoad>(road);
+    BuildSearch(frozen->road);
+    CurrentProfile(frozen->road);
+    return std::unique_ptr<const FrozenRoad>(std::move(frozen));
+}
+
+}  // namespace kesto
