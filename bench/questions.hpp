@@ -15,6 +15,7 @@ inline constexpr double nearBand = 30;  // m: points as they are measured on a s
 inline constexpr double farBand = 500;  // m
 
 void RegisterForward();   // positions, conversions, heights
+void RegisterBatches();   // many points at once, and frozen roads
 void RegisterInverse();   // mileage and offset of a point
 void RegisterDesign();    // design run
 void RegisterLists();     // filling the lists

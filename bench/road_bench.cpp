@@ -16,6 +16,7 @@ int main(int argc, char** argv) {
     if (benchmark::ReportUnrecognizedArguments(argc, argv)) return 1;
     bench::RegisterForward();
     bench::RegisterInverse();
+    bench::RegisterBatches();
 #if defined(KESTO_BENCH_GEOS)
     bench::RegisterGeos();
 #endif

@@ -7,7 +7,7 @@
  *  Failures:
  *  - the constructor throws std::bad_alloc;
  *  - what builds a road (Start, Straight, Arc, Spiral, BrokenChain, GradePoint, Plate, Change) throws kesto::Error
- *    and adds nothing, so a road cannot silently miss a piece;
+ *    and adds nothing, so a road cannot silently miss a piece; so do batches as a whole, ToMemory and freezing;
  *  - queries return an empty optional, Design and Update return false, Open, Save and ExportLandXml a status:
  *    LastFailure() tells why.
  */
@@ -73,6 +73,75 @@ public:
 
 private:
     std::int32_t status;
+};
+
+/** A column of a batch: a value for each row, at equal distances in the caller's memory. Converts from a pointer to a
+ *  plain array; for a field of an array of records the step is the size of the record.
+ *  @tparam Value what it holds, const for inputs */
+template <class Value>
+struct Column {
+    /** No column: for inputs that need not be given. */
+    Column() = default;
+    /** @param values   the first row's value
+     *  @param byteStep distance from one row to the next (bytes); 0 repeats an input */
+    Column(Value* values, std::size_t byteStep = sizeof(Value))  // NOLINT(google-explicit-constructor)
+        : first(values), step(static_cast<std::int32_t>(byteStep)) {}
+
+    Value* first = nullptr; /**< the first row's value */
+    std::int32_t step = 0;  /**< bytes */
+};
+
+/** The columns of many points to be located. */
+struct PointColumns {
+    Column<const double> x;          /**< northing (m) */
+    Column<const double> y;          /**< easting (m) */
+    Column<double> mileage;          /**< out: stake mileage (m) */
+    Column<double> offset;           /**< out: offset (m), positive to the right */
+    Column<std::int32_t> occurrence; /**< out: which of the equal stake mileages */
+    Column<std::uint8_t> status;     /**< out: a KestoStatus */
+
+    /** Hands the columns to one of the batch functions and gives its result. */
+    template <class Batch, class Road>
+    auto Run(Batch batch, Road* road, std::int32_t count) const {
+        return batch(road, count, x.first, x.step, y.first, y.step, mileage.first, mileage.step, offset.first,
+                     offset.step, occurrence.first, occurrence.step, status.first, status.step);
+    }
+};
+
+/** The columns of many places whose points are asked for. */
+struct PlaceColumns {
+    Column<const double> mileage;          /**< stake mileage (m) */
+    Column<const std::int32_t> occurrence; /**< which of the equal stake mileages; none: 0 */
+    Column<const double> offset;           /**< offset (m), positive to the right; none: 0 */
+    Column<const double> angle;            /**< from the tangent clockwise to the offset line (degrees); none: 90 */
+    Column<double> x;                      /**< out: northing (m) */
+    Column<double> y;                      /**< out: easting (m) */
+    Column<double> azimuth;                /**< out: azimuth of the centre line (degrees) */
+    Column<std::uint8_t> status;           /**< out: a KestoStatus */
+
+    /** Hands the columns to one of the batch functions and gives its result. */
+    template <class Batch, class Road>
+    auto Run(Batch batch, Road* road, std::int32_t count) const {
+        return batch(road, count, mileage.first, mileage.step, occurrence.first, occurrence.step, offset.first,
+                     offset.step, angle.first, angle.step, x.first, x.step, y.first, y.step, azimuth.first,
+                     azimuth.step, status.first, status.step);
+    }
+};
+
+/** The columns of many places whose heights are asked for. */
+struct HeightColumns {
+    Column<const double> mileage;          /**< stake mileage (m) */
+    Column<const std::int32_t> occurrence; /**< which of the equal stake mileages; none: 0 */
+    Column<const double> offset;           /**< offset (m), positive to the right; none: 0 */
+    Column<double> height;                 /**< out: design height (m) */
+    Column<std::uint8_t> status;           /**< out: a KestoStatus */
+
+    /** Hands the columns to one of the batch functions and gives its result. */
+    template <class Batch, class Road>
+    auto Run(Batch batch, Road* road, std::int32_t count) const {
+        return batch(road, count, mileage.first, mileage.step, occurrence.first, occurrence.step, offset.first,
+                     offset.step, height.first, height.step, status.first, status.step);
+    }
 };
 
 /** A road. Moves but does not copy; ended by its destructor. A moved-from road may only be assigned or destroyed. */
@@ -363,6 +432,47 @@ public:
         return SavePartProject(Handle(), path.c_str(), start, end, startOccurrence, endOccurrence);
     }
 
+    /** Opens the content of a project file and runs the design.
+     *  @param bytes the content
+     *  @return a KestoStatus: 0, or as OpenProjectFromMemory(), or the failure of the design run */
+    std::int32_t FromMemory(const std::string& bytes) {
+        const std::int32_t status =
+            OpenProjectFromMemory(Handle(), bytes.data(), static_cast<std::int64_t>(bytes.size()));
+        if (status != KESTO_SUCCESS || Design()) return status;
+        const std::optional<Failure> failure = LastFailure();
+        return failure ? failure->status : std::int32_t{KESTO_INTERNAL_ERROR};
+    }
+
+    /** The content that Save() writes. @throws Error when memory runs out */
+    std::string ToMemory() const {
+        std::int64_t size = 0;
+        std::string bytes;
+        std::int32_t status = SaveProjectToMemory(Handle(), nullptr, 0, &size);
+        if (status == KESTO_ARRAY_TOO_SMALL) {
+            bytes.resize(static_cast<std::size_t>(size));
+            status = SaveProjectToMemory(Handle(), bytes.data(), size, &size);
+        }
+        Require(status == KESTO_SUCCESS, status);
+        return bytes;
+    }
+
+    // ------------------------------------------------------------------------------------------------ many points
+
+    /** Mileages and offsets of many points. @throws Error as GetMileageAndOffsetBatch() is false */
+    void Locate(std::int32_t count, const PointColumns& columns) {
+        Require(columns.Run(GetMileageAndOffsetBatch, Handle(), count));
+    }
+
+    /** Points at many mileages. @throws Error as GetPositionAndAzimuthBatch() is false */
+    void At(std::int32_t count, const PlaceColumns& columns) {
+        Require(columns.Run(GetPositionAndAzimuthBatch, Handle(), count));
+    }
+
+    /** Design heights of many places. @throws Error as GetHeightBatch() is false */
+    void Heights(std::int32_t count, const HeightColumns& columns) {
+        Require(columns.Run(GetHeightBatch, Handle(), count));
+    }
+
     // NOLINTEND(readability-make-member-function-const)
 
 private:
@@ -434,6 +544,83 @@ private:
     }
 
     std::unique_ptr<RoadDesign, End> handle;
+};
+
+/** A copy of a road that any number of threads may ask at once. Moves but does not copy; the destructor ends it. A
+ * query without an answer gives an empty optional and leaves no reason: the functions of kesto_road.h that it stands on
+ *  return it as a status, and so do the columns of the batches. */
+class FrozenRoad {
+public:
+    /** Freezes a road as it stands; see FreezeRoad(). @throws Error when no road can be built or memory runs out */
+    explicit FrozenRoad(const Road& road) : handle(FreezeRoad(road.Handle())) {
+        if (handle) return;
+        const std::optional<Failure> failure = road.LastFailure();
+        throw Error(failure ? failure->status : std::int32_t{KESTO_INTERNAL_ERROR});
+    }
+
+    /** The handle, for the functions of kesto_road.h; stays owned by this object. */
+    const ::FrozenRoad* Handle() const noexcept { return handle.get(); }
+
+    /** As Road::At(). */
+    std::optional<Position> At(double mileage, double offset = 0, std::int32_t occurrence = 0) const {
+        Position at;
+        return When(
+            FrozenGetPositionAndAzimuth(Handle(), mileage, offset, squareAngle, &at.x, &at.y, &at.azimuth, occurrence),
+            at);
+    }
+
+    /** As Road::Locate(). */
+    std::optional<Location> Locate(double x, double y) const {
+        Location at;
+        return When(FrozenGetMileageAndOffset(Handle(), x, y, &at.mileage, &at.offset, &at.occurrence), at);
+    }
+
+    /** As Road::LocateBetween(). */
+    std::optional<Location> LocateBetween(double x, double y, const Location& lower, const Location& upper) const {
+        Location at;
+        return When(FrozenGetMileAndOffsetInLim(Handle(), x, y, lower.mileage, lower.occurrence, upper.mileage,
+                                                upper.occurrence, &at.mileage, &at.offset, &at.occurrence),
+                    at);
+    }
+
+    /** As Road::Height(). */
+    std::optional<double> Height(double mileage, std::int32_t occurrence = 0, double offset = 0) const {
+        double height = 0;
+        return When(FrozenGetHeight(Handle(), mileage, occurrence, offset, &height), height);
+    }
+
+    /** Mileages and offsets of many points. @throws Error for a missing column or a negative count */
+    void Locate(std::int32_t count, const PointColumns& columns) const {
+        Require(columns.Run(FrozenGetMileageAndOffsetBatch, Handle(), count));
+    }
+
+    /** Points at many mileages. @throws Error for a missing column or a negative count */
+    void At(std::int32_t count, const PlaceColumns& columns) const {
+        Require(columns.Run(FrozenGetPositionAndAzimuthBatch, Handle(), count));
+    }
+
+    /** Design heights of many places. @throws Error for a missing column or a negative count */
+    void Heights(std::int32_t count, const HeightColumns& columns) const {
+        Require(columns.Run(FrozenGetHeightBatch, Handle(), count));
+    }
+
+private:
+    static constexpr double squareAngle = 90;  // degrees
+
+    struct Release {
+        void operator()(const ::FrozenRoad* road) const noexcept { ReleaseFrozenRoad(road); }
+    };
+
+    template <class Value>
+    static std::optional<Value> When(std::int32_t status, const Value& value) {
+        return status == KESTO_SUCCESS ? std::optional<Value>(value) : std::nullopt;
+    }
+
+    static void Require(std::int32_t status) {
+        if (status != KESTO_SUCCESS) throw Error(status);
+    }
+
+    std::unique_ptr<const ::FrozenRoad, Release> handle;
 };
 
 }  // namespace kesto
