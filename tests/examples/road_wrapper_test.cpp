@@ -149,6 +149,55 @@ TEST(RoadWrapper, StartBeginsAnewAndHandlesMove) {
     EXPECT_STREQ(moved.Stakes()[1].name, "K0+100.000");
 }
 
+TEST(RoadWrapper, AnswersManyPointsAndFreezes) {
+    Road road;
+    road.Start(0, 0, 0).Straight(200);
+    ASSERT_TRUE(road.Design());
+    road.GradePoint(0, 50).GradePoint(100, 51);
+    const kesto::FrozenRoad frozen(road);
+    const kesto::Location expected = road.Locate(7, 3).value();
+    const kesto::Location alone = frozen.Locate(7, 3).value();
+    EXPECT_EQ(alone.mileage, expected.mileage);
+    EXPECT_EQ(alone.offset, expected.offset);
+    EXPECT_EQ(frozen.At(20).value().x, 20);
+    EXPECT_TRUE(frozen.LocateBetween(7, 3, {5, 0, 0}, {9, 0, 0}));
+    EXPECT_EQ(frozen.Height(50), road.Height(50));
+    EXPECT_FALSE(frozen.At(-5));
+
+    const double xy[] = {7, 3, 7, std::numeric_limits<double>::quiet_NaN()};
+    constexpr std::size_t pair = 2 * sizeof(double);
+    for (const bool fromFrozen : {false, true}) {
+        double mileage[2], offset[2];
+        std::int32_t occurrence[2];
+        std::uint8_t status[2];
+        const kesto::PointColumns points{{xy, pair}, {xy + 1, pair}, mileage, offset, occurrence, status};
+        fromFrozen ? frozen.Locate(2, points) : road.Locate(2, points);
+        EXPECT_EQ(mileage[0], expected.mileage);
+        EXPECT_EQ(offset[0], expected.offset);
+        EXPECT_EQ(status[1], KESTO_ARGUMENT_NOT_FINITE);
+        const kesto::PlaceColumns places{mileage, {}, offset, {}, offset, mileage, mileage + 1, status};
+        fromFrozen ? frozen.At(1, places) : road.At(1, places);
+        EXPECT_NEAR(offset[0], 7, 1e-6);
+        EXPECT_NEAR(mileage[0], 3, 1e-6);
+        const double middle = 50;
+        fromFrozen ? frozen.Heights(1, {&middle, {}, {}, offset, status})
+                   : road.Heights(1, {&middle, {}, {}, offset, status});
+        EXPECT_EQ(offset[0], 50.5);
+    }
+    EXPECT_EQ(StatusOf([&] { frozen.Heights(-1, {}); }), KESTO_RECORD_COUNT_REFUSED);
+    EXPECT_EQ(StatusOf([&] { road.Heights(1, {}); }), KESTO_NULL_ARGUMENT);
+    EXPECT_EQ(StatusOf([&] { kesto::FrozenRoad{Road()}; }), KESTO_TOO_FEW_ELEMENTS);
+}
+
+TEST(RoadWrapper, GoesThroughMemory) {
+    Road road = QuarterTurn();
+    Road back;
+    EXPECT_EQ(back.FromMemory(road.ToMemory()), KESTO_SUCCESS);
+    EXPECT_EQ(back.ToMemory(), road.ToMemory());
+    EXPECT_FALSE(back.Stakes().empty());
+    EXPECT_EQ(back.FromMemory(""), KESTO_TOO_FEW_ELEMENTS);
+}
+
 TEST(RoadWrapper, StakeTextsAreRoundedToTheMillimetre) {
     Road road;
     EXPECT_EQ(road.StakeText(12345.678), "K12+345.678");
