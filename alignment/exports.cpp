@@ -41,8 +41,8 @@ Outcome EvaluateInto(const Element& element, double distance, double* x, double*
     return {};
 }
 
-Outcome PositionInto(const kesto::ChainView& chain, kesto::StakeMileage stake, kesto::Offset offset, double* x, double* y,
-                     double* azimuth) noexcept {
+Outcome PositionInto(const kesto::ChainView& chain, kesto::StakeMileage stake, kesto::Offset offset, double* x,
+                     double* y, double* azimuth) noexcept {
     if (Outcome finite = RequireFinite({stake.mileage, offset.distance}); !finite) return finite;
     std::optional<kesto::Position> position;
     Outcome found = kesto::FindPosition(chain, stake, offset, position);

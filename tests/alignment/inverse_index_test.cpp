@@ -11,8 +11,8 @@
 #include <string>
 
 #include "alignment/position.hpp"
-#include "quadrature.hpp"
 #include "alignment/spiral_foot.hpp"
+#include "quadrature.hpp"
 
 namespace {
 
