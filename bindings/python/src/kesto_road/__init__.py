@@ -1,0 +1,25 @@
+"""Road alignments: stakes, positions, offsets and design heights.
+
+    road = kesto_road.Road.open("demo.road")
+    mileage, occurrence, offset, status = road.locate(points)   # an array whose last axis holds x and y
+    x, y, azimuth, status = road.at(mileage, offset, occurrence)
+
+x is the northing and y the easting (m), azimuths are degrees clockwise from north, offsets are positive to the right.
+"""
+
+from ._failures import KestoError, Limit, ListOf, RecordsSkippedWarning, Status, describe
+from ._lists import RecordList
+from ._native import library as _library
+from ._queries import Heights, Place, Places, Position, Positions
+from ._records import (BrokenChain, Coordinate, Element, Intersection, Plate, Record, SectionMileage, Stake,
+                       VerticalCurve)
+from .road import ChangeOf, ChangeSection, DesignMode, FrozenRoad, Road, Side, Transition, Turn
+
+__version__: str = _library.KestoRoadVersion().decode()
+
+__all__ = [
+    "BrokenChain", "ChangeOf", "ChangeSection", "Coordinate", "DesignMode", "Element", "FrozenRoad", "Heights",
+    "Intersection", "KestoError", "Limit", "ListOf", "Place", "Places", "Plate", "Position", "Positions", "Record",
+    "RecordList", "RecordsSkippedWarning", "Road", "SectionMileage", "Side", "Stake", "Status", "Transition", "Turn",
+    "VerticalCurve", "describe",
+]
