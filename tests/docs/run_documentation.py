@@ -7,6 +7,8 @@ a reader types them. What a block is for stands behind its fence:
   sh              commands; all of them succeed
   console         commands behind "$ ", each followed by exactly what it prints; "console exit=4" fails so
   c, cpp          a whole program; it builds without a warning and runs
+  python          a whole program; it runs, where the build has an environment with the Python package
+  python shown    a program for an engine that is not installed here: it compiles
   cmake           a CMakeLists.txt; the project builds
   text            what the block before prints, or whole lines of it
   csv, road       a table or a project file, saved under its name
@@ -51,6 +53,7 @@ class Session:
     def __init__(self, root: Path, folder: Path, environment: dict, builds: bool):
         self.root, self.folder, self.environment, self.builds = root, folder, environment, builds
         self.output = ""  # of the block before
+        self.has_python = any(Path(each, "..", "pyvenv.cfg").exists() for each in environment["PATH"].split(":"))
         folder.mkdir(parents=True)
         for each in COPIED:
             shutil.copytree(root / each, folder / each)
@@ -68,6 +71,11 @@ class Session:
     def run(self, block: documents.Block) -> str:
         """Does with a block what its kind asks for. @return a word for the list"""
         kind, *options = block.kind.split() or [""]
+        if kind == "python" and not options and not self.has_python:
+            self.output = None
+            return "not run here (no environment with the Python package)"
+        if kind == "text" and self.output is None:
+            return "not compared"
         if block.name:
             self.save(block)
         if block.kind in SHOWN:
@@ -81,6 +89,8 @@ class Session:
             self.output = self.run_program(block)
         elif runner and (not options or kind == "console"):
             self.output = runner(block)
+        elif block.kind == "python shown":
+            return self.compile_python(block)
         elif kind in SAVED and not options and block.name:
             return "saved"
         else:
@@ -111,6 +121,18 @@ class Session:
 
     def run_sh(self, block: documents.Block) -> str:
         return self.command(block.text)
+
+    def compile_python(self, block: documents.Block) -> str:
+        try:
+            compile(block.text, block.place, "exec")
+        except SyntaxError as error:
+            raise Wrong(str(error)) from error
+        return "compiled, not run here"
+
+    def run_python(self, block: documents.Block) -> str:
+        program = Path(block.name or f"program_{block.line}.py")
+        (self.folder / program).write_text(block.text, encoding="utf-8")
+        return self.command(["python3", "-B", "-W", "error", program])
 
     def run_console(self, block: documents.Block) -> str:
         exit_code = int((re.fullmatch(r"console(?: exit=(\d+))?", block.kind) or [0, "999"])[1] or 0)
@@ -166,11 +188,12 @@ class Session:
 def install(build: Path, folder: Path) -> dict:
     """Installs the project as a user does. @return the environment of someone who has it"""
     prefix = folder / "prefix"
+    build = build.resolve()
     subprocess.run(["cmake", "--install", build, "--prefix", prefix], check=True, stdout=subprocess.DEVNULL)
     library = next(prefix.rglob("kesto_road.pc")).parent.parent
     home = folder / "home"
     home.mkdir()
-    return dict(os.environ, PATH=f"{prefix}/bin:{os.environ['PATH']}", LD_LIBRARY_PATH=str(library), HOME=str(home),
+    return dict(os.environ, PATH=f"{prefix}/bin:{build}/python/bin:{os.environ['PATH']}", LD_LIBRARY_PATH=str(library), HOME=str(home),
                 PKG_CONFIG_PATH=f"{library}/pkgconfig", CMAKE_PREFIX_PATH=str(prefix), LC_ALL="C.UTF-8")
 
 

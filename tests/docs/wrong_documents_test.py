@@ -16,6 +16,8 @@ CASES = {  # what a document holds: what is said of it, nothing where all is wel
     "```c\nint main(void) { return 2; }\n```\n": "exit 2, not 0",
     "```c\nint main(void) { int unused; return 0; }\n```\n": "unused",
     "```cpp\n#include \"kesto_road/kesto_road.hpp\"\nint main() { kesto::Road road; }\n```\n": "",
+    "```python shown\nfrom nowhere import nothing\n```\n": "",
+    "```python shown\nif True\n```\n": "expected ':'",
     "<!-- examples/kept.csv -->\n```csv\nother\n```\n": "differs from examples/kept.csv",
     "```sh\necho more >>examples/kept.csv\n```\n": "examples/kept.csv is not what the printed commands make",
     "```csv\nwithout a name\n```\n": "unknown kind 'csv'",
@@ -29,9 +31,17 @@ CASES = {  # what a document holds: what is said of it, nothing where all is wel
 }
 
 
+PYTHON_CASES = {
+    "```python\nimport kesto_road\nprint(kesto_road.Road().stake_prefix)\n```\n\n```text\nK\n```\n": "",
+    "```python\nraise SystemExit(2)\n```\n": "exit 2, not 0",
+    "```python\nimport kesto_road\nkesto_road.Road().design()\n```\n": "KestoError",
+}
+
+
 def main(build: str, folder: Path) -> int:
     root, faults = folder / "root", 0
-    for text, expected in CASES.items():
+    cases = CASES | (PYTHON_CASES if Path(build, "python/pyvenv.cfg").exists() else {})
+    for text, expected in cases.items():
         shutil.rmtree(folder, ignore_errors=True)
         for each in ("examples", "tests/data", "docs/images"):
             (root / each).mkdir(parents=True)
