@@ -26,7 +26,7 @@ def test_published_figures(name):
     assert points or heights
     if points:
         tolerance = column(points, "tolerance_chain_xy")
-        at = road.at(column(points, "mileage"), 0, column(points, "occurrence"))
+        at = road.at(column(points, "mileage"), 0, column(points, "occurrence").astype(int))
         assert (np.hypot(at.x - column(points, "x"), at.y - column(points, "y")) < tolerance).all()
     if heights:
         found = road.height(column(heights, "mileage")).height
@@ -114,6 +114,20 @@ def test_rows_fail_alone(road):
     with pytest.raises(KestoError) as caught:
         road.locate(np.nan, 0)
     assert caught.value.status == Status.ARGUMENT_NOT_FINITE
+
+
+def test_occurrences_are_whole_and_never_wrap(road):
+    stake = road.stakes[-1]
+    assert road.at(stake["mileage"], 0, stake["occurrence"]).x == pytest.approx(stake["x"])
+    for one in (road.at, road.height):
+        for beyond in (2**32, -2**32):
+            with pytest.raises(KestoError) as caught:
+                one(27300.0, 0, beyond)
+            assert caught.value.status == Status.NO_SUCH_OCCURRENCE
+            assert (one([27300.0, 27300.0], 0, [0, beyond]).status == [0, Status.NO_SUCH_OCCURRENCE]).all()
+        for fraction in (0.5, [0.5]):
+            with pytest.raises(TypeError):
+                one(27300.0, 0, fraction)
 
 
 @pytest.mark.parametrize("points", [5.0, np.zeros((4, 3)), np.zeros(3)])

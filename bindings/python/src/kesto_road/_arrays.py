@@ -2,20 +2,42 @@
 
 from __future__ import annotations
 
-from typing import Any, Callable, Sequence
+import operator
+from typing import Any, Callable, Sequence, SupportsIndex
 
 import numpy as np
 from numpy.typing import ArrayLike, NDArray
 
 ROWS_PER_CALL = 1 << 20  # so that an interrupt is heard, and counts and strides stay within 32 bits
-LARGEST_STRIDE = 2**31 - 1
+LARGEST = 2**31 - 1
+NO_OCCURRENCE = -1
 Array = NDArray[Any]
 
 
-def numbers(values: ArrayLike, kind: type = np.float64) -> Array:
-    """The values as an array of the kind; itself, strides and all, where it is one already."""
-    array: Array = np.asarray(values, kind)
-    return array if all(abs(stride) <= LARGEST_STRIDE for stride in array.strides) else array.copy()
+def numbers(values: ArrayLike) -> Array:
+    """The values as an array of float64; itself, strides and all, where it is one already."""
+    return _walkable(np.asarray(values, np.float64))
+
+
+def whole_numbers(values: ArrayLike) -> Array:
+    """The values as an array of int32, as numbers() does. What 32 bits do not hold is no occurrence, so it stays none.
+    Raises TypeError for what is not whole."""
+    array = np.asarray(values)
+    if array.size and array.dtype.kind not in "iub":
+        raise TypeError(f"occurrences are whole numbers, not {array.dtype}")
+    if array.dtype != np.int32:
+        array = np.clip(array, NO_OCCURRENCE, LARGEST).astype(np.int32)
+    return _walkable(array)
+
+
+def whole_number(value: SupportsIndex) -> int:
+    """One occurrence, as whole_numbers() takes many."""
+    return max(NO_OCCURRENCE, min(operator.index(value), LARGEST))
+
+
+def _walkable(array: Array) -> Array:
+    """The array itself, or a copy where its strides exceed 32 bits."""
+    return array if all(abs(stride) <= LARGEST for stride in array.strides) else array.copy()
 
 
 def coordinates(x: ArrayLike, y: ArrayLike | None) -> tuple[Array, Array]:

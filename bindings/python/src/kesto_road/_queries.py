@@ -4,12 +4,12 @@ from __future__ import annotations
 
 from abc import ABC, abstractmethod
 from ctypes import byref, c_double, c_int32
-from typing import Any, NamedTuple, overload
+from typing import Any, NamedTuple, cast, overload
 
 import numpy as np
 from numpy.typing import ArrayLike, NDArray
 
-from ._arrays import coordinates, numbers, run
+from ._arrays import coordinates, numbers, run, whole_number, whole_numbers
 
 SQUARE = 90.0  # degrees
 
@@ -118,8 +118,8 @@ class Queries(ABC):
             lower, upper: the limits: stake mileage (m) and occurrence; a limit off the road is replaced by its end
         """
         mileage, offset, occurrence = c_double(), c_double(), c_int32()
-        self._call("GetMileAndOffsetInLim", x, y, lower[0], lower[1], upper[0], upper[1], byref(mileage),
-                   byref(offset), byref(occurrence))
+        self._call("GetMileAndOffsetInLim", x, y, lower[0], whole_number(lower[1]), upper[0], whole_number(upper[1]),
+                   byref(mileage), byref(offset), byref(occurrence))
         return Place(mileage.value, occurrence.value, offset.value)
 
     @overload
@@ -140,13 +140,14 @@ class Queries(ABC):
         """
         if _single(mileage, offset, occurrence, angle):
             x, y, azimuth = c_double(), c_double(), c_double()
-            self._call("GetPositionAndAzimuth", mileage, offset, angle, byref(x), byref(y), byref(azimuth), occurrence)
+            self._call("GetPositionAndAzimuth", mileage, offset, angle, byref(x), byref(y), byref(azimuth),
+                       whole_number(cast(Any, occurrence)))
             return Position(x.value, y.value, azimuth.value)
 
         def batch(count: int, *columns: int) -> None:
             self._call("GetPositionAndAzimuthBatch", count, *columns)
 
-        given = [numbers(mileage), numbers(occurrence, np.int32), numbers(offset), numbers(angle)]
+        given = [numbers(mileage), whole_numbers(occurrence), numbers(offset), numbers(angle)]
         xs, ys, azimuths, status = run(batch, given, [np.float64, np.float64, np.float64, np.uint8])
         _blank(status, xs, ys, azimuths)
         return Positions(xs, ys, azimuths, status)
@@ -165,13 +166,13 @@ class Queries(ABC):
         """
         if _single(mileage, offset, occurrence):
             found = c_double()
-            self._call("GetHeight", mileage, occurrence, offset, byref(found))
+            self._call("GetHeight", mileage, whole_number(cast(Any, occurrence)), offset, byref(found))
             return found.value
 
         def batch(count: int, *columns: int) -> None:
             self._call("GetHeightBatch", count, *columns)
 
-        given = [numbers(mileage), numbers(occurrence, np.int32), numbers(offset)]
+        given = [numbers(mileage), whole_numbers(occurrence), numbers(offset)]
         heights, status = run(batch, given, [np.float64, np.uint8])
         _blank(status, heights)
         return Heights(heights, status)
