@@ -94,7 +94,8 @@ class RecordsSkippedWarning(UserWarning):
 class KestoError(Exception):
     """A call that failed, with the reason that the library gives.
 
-    What does not apply is None, or 0 where it is a real number. What the numbers mean is told beside each status in kesto_road.h.
+    What does not apply is None, or 0 where it is a real number. What the numbers mean is told beside each status in
+    kesto_road.h.
 
     Attributes:
         status: why the call failed
