@@ -130,7 +130,8 @@ std::optional<Neighbourhood> FindNeighbourhood(const SpiralSight& spiral, double
     const double unsettled = curving / (2 * slope) * before * before;
     const double doubt = noRightAngle * std::fabs(towards) + rounding;
     const double slopeNear = std::max(slope, slopeHere - curving * (doubt / slope + settled));
-    return Neighbourhood{along, doubt / slopeNear + unsettled};
+    // The stretch that counts as the start is that long whatever the slope: on tight spirals the slope exceeds 2.
+    return Neighbourhood{along, doubt / slopeNear + unsettled + tolerance::distance};
 }
 
 /// A place of the spiral as the bisection evaluates it.

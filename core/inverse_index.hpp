@@ -2,6 +2,7 @@
 #pragma once
 
 #include <array>
+#include <bit>
 #include <cstdint>
 #include <vector>
 
@@ -89,7 +90,16 @@ struct SearchLimits {
         double upper = 0;                            // m
         std::int32_t lowerOccurrence = 0;
         std::int32_t upperOccurrence = 0;
-        bool operator==(const Key&) const = default;
+
+        /// By bits: a limit becomes a result as it was passed, the sign of a zero included.
+        bool operator==(const Key& other) const noexcept {
+            const auto bits = [](const Key& it) {
+                const auto of = [](double number) { return std::bit_cast<std::uint64_t>(number); };
+                return std::array{it.elements, of(it.startMileage), of(it.totalLength), of(it.lower), of(it.upper)};
+            };
+            return bits(*this) == bits(other) && lowerOccurrence == other.lowerOccurrence &&
+                   upperOccurrence == other.upperOccurrence;
+        }
     };
     Key key;
     SearchLimit lower;

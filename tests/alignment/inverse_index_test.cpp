@@ -7,9 +7,11 @@
 #include <bit>
 #include <cmath>
 #include <cstdlib>
+#include <optional>
 #include <random>
 #include <string>
 
+#include "alignment/inverse.hpp"
 #include "alignment/position.hpp"
 #include "alignment/spiral_foot.hpp"
 #include "quadrature.hpp"
@@ -177,17 +179,18 @@ TEST(SpiralFoot, IsThatOfThePlainBisection) {
     for (int spirals = 0; spirals < 400 * Rounds(); ++spirals) {
         RoadDesign road;
         kesto::SetStart(road, 0, 0, 0);
-        const double radius = dice.LogBetween(20, 5000);
+        const double radius = dice.LogBetween(dice.In(4) ? 20 : 0.01, 5000);
         const double other = dice.In(2) ? 0 : radius * (1 + dice.LogBetween(1e-3, 5));
         const bool entry = dice.In(2);
         road.elements.Insert(kesto_test::MakeElement(3, dice.In(2), entry ? other : radius, entry ? radius : other,
-                                                     dice.LogBetween(0.1, std::min(radius, 300.0)),
+                                                     dice.LogBetween(radius * 0.005, std::min(radius, 300.0)),
                                                      dice.In(2) ? 4539456.4 : 0, 452413.9, dice.Between(0, 360)));
         const Element& element = road.elements[1];
         const kesto::InverseIndex& index = kesto::CurrentInverseIndex(road);
         if (index.spirals.empty()) continue;  // its end cannot be evaluated
         for (int points = 0; points < 60; ++points) {
-            const auto at = kesto::Evaluate(element, element.length * dice.Between(0, 1));
+            const double along = dice.In(8) ? element.length * dice.Between(0, 1) : dice.LogBetween(1e-9, 1e-5);
+            const auto at = kesto::Evaluate(element, along);
             const double offset = (dice.In(2) ? 1 : -1) * (dice.In(8) ? 0 : dice.LogBetween(1e-8, 2000));
             const kesto::Position moved = kesto::Moved(*at, {offset});
             const Point point{moved.x, moved.y};
@@ -204,7 +207,36 @@ TEST(SpiralFoot, IsThatOfThePlainBisection) {
                 << spirals << " " << offset;
         }
     }
-    EXPECT_GT(feet, 12000 * Rounds());
+    EXPECT_GT(feet, 8000 * Rounds());
+}
+
+// A tight spiral far outside of which the slope is above 2, and a foot within what counts as the start.
+TEST(SpiralFoot, IsTheStartNextToIt) {
+    RoadDesign road;
+    kesto::SetStart(road, 0, 0, 0);
+    road.elements.Insert(kesto_test::MakeElement(3, true, 0.01, 0.05, 0.002, 0, 0, 0));
+    const kesto::InverseIndex& index = kesto::CurrentInverseIndex(road);
+    ASSERT_EQ(index.spirals.size(), 1U);
+    const Point point{3e-8, -0.09};
+    const auto expected = kesto::ProjectOnSpiral(road.elements[1], point);
+    const auto looks = kesto::LookFromEnds(index.spirals[0], point);
+    const auto found = kesto::FootOnSpiral(road.elements[1], index.spirals[0], looks, point);
+    ASSERT_EQ(found.has_value(), expected.has_value());
+    EXPECT_EQ(found ? found->along : 0, expected ? expected->along : 0);
+}
+
+// A limit that becomes the result keeps the sign of its zero.
+TEST(SearchLimits, AreKeptAsTheyArePassed) {
+    RoadDesign road;
+    road.settings.roadDesignMode = 1;
+    kesto::SetStart(road, 0, 0, 0);
+    road.elements.Insert(kesto_test::MakeElement(1, false, 0, 0, 100, 0, 0, 0));
+    for (const double upper : {0.0, -0.0}) {
+        std::optional<kesto::Located> located;
+        static_cast<void>(kesto::LocateBetween(road, {-5, 0}, {50, 0}, {upper, 0}, located));
+        ASSERT_TRUE(located);
+        EXPECT_EQ(std::signbit(located->stake.mileage), std::signbit(upper));
+    }
 }
 
 INSTANTIATE_TEST_SUITE_P(Kinds, OnRoads,
