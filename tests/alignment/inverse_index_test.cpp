@@ -221,8 +221,9 @@ TEST(SpiralFoot, IsTheStartNextToIt) {
     const auto expected = kesto::ProjectOnSpiral(road.elements[1], point);
     const auto looks = kesto::LookFromEnds(index.spirals[0], point);
     const auto found = kesto::FootOnSpiral(road.elements[1], index.spirals[0], looks, point);
-    ASSERT_EQ(found.has_value(), expected.has_value());
-    EXPECT_EQ(found ? found->along : 0, expected ? expected->along : 0);
+    ASSERT_TRUE(found && expected);
+    EXPECT_EQ(std::bit_cast<std::uint64_t>(found->along), std::bit_cast<std::uint64_t>(expected->along));
+    EXPECT_EQ(std::bit_cast<std::uint64_t>(found->offset), std::bit_cast<std::uint64_t>(expected->offset));
 }
 
 // A limit that becomes the result keeps the sign of its zero.
