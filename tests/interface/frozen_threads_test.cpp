@@ -28,9 +28,9 @@ Answers Ask(const FrozenRoad* road, const std::vector<Question>& questions) {
             all.statuses.push_back(static_cast<std::uint8_t>(status));
         }
         all.numbers.insert(all.numbers.end(), a, a + 9);
-        x.push_back(q.x);
-        y.push_back(q.y);
-        mileage.push_back(q.mileage);
+        x.push_back(double{q.x});  // a copy: the packed field itself may not be bound to a reference
+        y.push_back(double{q.y});
+        mileage.push_back(double{q.mileage});
     }
     const std::size_t n = questions.size();
     const auto count = static_cast<std::int32_t>(n);
