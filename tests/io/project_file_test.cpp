@@ -57,6 +57,25 @@ Road SmallRoad() {
     return road;
 }
 
+// On every platform: where files have names of wide characters, a test alone sees whether the right one was made.
+TEST_F(ProjectFile, PathsAreUtf8) {
+    const Road road = SmallRoad();
+    const fs::path inside = folder / u8"Stra\u00DFe \u9053\u8DEF";
+    fs::create_directories(inside);
+    const auto utf8 = [](const fs::path& path) {
+        const std::u8string text = path.u8string();
+        return std::string(text.begin(), text.end());
+    };
+    const fs::path project = inside / u8"\u0159eka.road", document = inside / u8"\u0159eka.xml";
+    for (int i = 0; i < 2; ++i) ASSERT_EQ(SaveProject(road, utf8(project).c_str()), KESTO_SUCCESS) << i;
+    ASSERT_EQ(ExportLandXMLFile(road, utf8(document).c_str()), KESTO_SUCCESS);
+    EXPECT_TRUE(fs::is_regular_file(project) && fs::is_regular_file(document));
+    EXPECT_EQ(std::distance(fs::directory_iterator(inside), fs::directory_iterator()), 2);
+    const Road opened;
+    ASSERT_EQ(OpenProject(opened, utf8(project).c_str()), KESTO_SUCCESS);
+    EXPECT_EQ(GetElementCount(opened), GetElementCount(road));
+}
+
 TEST_F(ProjectFile, MemoryHoldsTheBytesOfTheFile) {
     const Road road = SmallRoad();
     ASSERT_EQ(SaveProject(road, At("a.road").c_str()), KESTO_SUCCESS);
