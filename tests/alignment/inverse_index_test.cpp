@@ -90,8 +90,18 @@ void FillRoad(RoadDesign& road, Dice& dice, const RoadKind& kind, int count) {
     }
 }
 
+/// An edit that nothing is built anew after.
 void Edit(RoadDesign& road, Dice& dice, const RoadKind& kind) {
     const int index = 1 + dice.Below(road.elements.Count() - 1);
+    if (dice.In(6)) {
+        const Element next = road.elements[index];
+        if (dice.In(2)) {
+            road.elements.Insert(RandomElement(dice, kind, next.startX, next.startY, next.startAzimuth), index);
+        } else if (road.elements.Count() > 2) {
+            road.elements.Remove(index);
+        }
+        return;
+    }
     Element& element = road.elements.Edit()[static_cast<std::size_t>(index)];
     switch (dice.Below(kind.broken && dice.In(4) ? 7 : 5)) {
         case 0: element.startX += dice.Between(-50, 50); break;
