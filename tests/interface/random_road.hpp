@@ -12,6 +12,7 @@ class Dice {
 public:
     explicit Dice(unsigned seed) : engine(seed) {}
     double Between(double low, double high) { return std::uniform_real_distribution<double>(low, high)(engine); }
+    int Below(int bound) { return std::uniform_int_distribution<int>(0, bound - 1)(engine); }
     bool In(int sides) { return std::uniform_int_distribution<int>(1, sides)(engine) == 1; }
 
 private:
