@@ -48,13 +48,13 @@ Real FootBetween(const Curve& curve, Plane point, Real low, Real high) {
 }
 
 std::string StakeText(Stake stake) {
-    const double mileage = static_cast<double>(std::fabs(stake.mileage));
+    const auto mileage = static_cast<double>(std::fabs(stake.mileage));
     const int kilometres = static_cast<int>(mileage / 1000);
     const double metres = mileage - 1000.0 * kilometres;
     const char* const zeros = metres < 10 - 1e-7 ? "00" : (metres < 100 - 1e-7 ? "0" : "");
     const char* const sign = stake.occurrence > 0 ? "+" : (stake.mileage < 0 ? "-" : "");
     char text[32];
-    std::snprintf(text, sizeof text, "%sK%d+%s%.3f", sign, kilometres, zeros, metres);
+    static_cast<void>(std::snprintf(text, sizeof text, "%sK%d+%s%.3f", sign, kilometres, zeros, metres));
     return text;
 }
 
@@ -278,7 +278,7 @@ std::vector<MainPoint> SecondRoad::Stakes() const {
     for (std::size_t i = 0; i < pieces.size(); ++i) {
         const Piece& piece = pieces[i];
         stakes.push_back(MakeStake(piece, 0, i == 0 ? "QD" : junctions[pieces[i - 1].type - 1][piece.type - 1]));
-        const Real first = design.stakeType == 1 ? 1 : std::floor(piece.stake / design.interval) + 1;
+        const int first = design.stakeType == 1 ? 1 : static_cast<int>(std::floor(piece.stake / design.interval)) + 1;
         const Real zero = design.stakeType == 1 ? piece.stake : 0;
         bool middleToCome = piece.type == 2;
         const auto place = [&](Real along) {
@@ -290,7 +290,7 @@ std::vector<MainPoint> SecondRoad::Stakes() const {
             }
             if (along > same && along < piece.length - same) stakes.push_back(MakeStake(piece, along, ""));
         };
-        for (Real k = first; zero + k * design.interval < piece.stake + piece.length; ++k) {
+        for (int k = first; zero + k * design.interval < piece.stake + piece.length; ++k) {
             place(zero + k * design.interval - piece.stake);
         }
         place(piece.length);

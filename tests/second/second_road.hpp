@@ -41,7 +41,7 @@ struct Piece : Curve {
 
 class SecondRoad {
 public:
-    explicit SecondRoad(const Design& design);
+    explicit SecondRoad(const Design& given);
 
     const std::vector<Curve>& Curves() const { return curves; }  // before the broken chains
     Real Start() const { return curves.front().continuous; }
