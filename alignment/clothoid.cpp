@@ -118,6 +118,11 @@ bool HasSeries(const ClothoidStretch& stretch) noexcept {
     return std::fabs(stretch.farAngle) <= tolerance::clothoidSeriesAngle;
 }
 
+bool SeriesReaches(const ClothoidStretch& stretch, double distance) noexcept {
+    const double angle = ClothoidAngle(stretch.rate, stretch.start + stretch.sense * distance);
+    return HasSeries(stretch) && std::fabs(angle) <= tolerance::clothoidSeriesAngle;
+}
+
 ClothoidFrame FrameOf(const ClothoidStretch& stretch) noexcept {
     const PlanePoint from = SeriesSum(stretch.rate, stretch.start);
     const double angle = ClothoidAngle(stretch.rate, stretch.start);
@@ -136,7 +141,7 @@ LocalPoint SeriesPoint(const ClothoidFrame& frame, double distance) noexcept {
 }
 
 std::optional<LocalPoint> ClothoidPoint(const ClothoidStretch& stretch, double distance) noexcept {
-    if (HasSeries(stretch)) return SeriesPoint(FrameOf(stretch), distance);
+    if (SeriesReaches(stretch, distance)) return SeriesPoint(FrameOf(stretch), distance);
     const double end = stretch.start + stretch.sense * distance;
     if (!TermsStayBounded(ClothoidAngle(stretch.rate, stretch.start)) ||
         !TermsStayBounded(ClothoidAngle(stretch.rate, end))) {

@@ -20,6 +20,9 @@ double ClothoidAngle(double rate, double distance) noexcept;
 /// Whether the points of a stretch come from the series.
 bool HasSeries(const ClothoidStretch& stretch) noexcept;
 
+/// Whether they do at a distance s (m) from its start: behind the start the clothoid may wind farther than at its ends.
+bool SeriesReaches(const ClothoidStretch& stretch, double distance) noexcept;
+
 /// What the series need at the start of a stretch.
 ClothoidFrame FrameOf(const ClothoidStretch& stretch) noexcept;
 
@@ -28,8 +31,8 @@ LocalPoint SeriesPoint(const ClothoidFrame& frame, double distance) noexcept;
 
 /// Point of a clothoid stretch at a distance from its start (Fresnel integrals).
 ///
-/// Up to a tangent angle of 3 rad at the far end the Fresnel integrals are summed as power series of 12 terms; beyond
-/// it the series cancel, and the tangent is integrated over the stretch by Gauss-Legendre quadrature.
+/// Up to a tangent angle of 3 rad at the far end, and at s, the Fresnel integrals are summed as power series of 12
+/// terms; beyond it the series cancel, and the tangent is integrated over the stretch by Gauss-Legendre quadrature.
 /// @param stretch  the stretch
 /// @param distance s (m), signed, from the stretch's start
 /// @return the local point. Against quadrature in extended precision: series within 3e-14 of the distance from the

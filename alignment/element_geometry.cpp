@@ -126,7 +126,9 @@ Result<Position> Evaluate(const Element& element, const EvaluationFrame& frame, 
     return EvaluateBy(
         element, distance,
         [&]() -> std::optional<LocalPoint> {
-            if (frame.hasSeries) return SeriesPoint(frame.clothoid, distance);
+            if (frame.hasSeries && SeriesReaches(frame.clothoid.stretch, distance)) {
+                return SeriesPoint(frame.clothoid, distance);
+            }
             return EvaluateLocal(element, distance);
         },
         [&] { return frame.heading; });

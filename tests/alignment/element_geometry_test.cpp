@@ -66,6 +66,18 @@ INSTANTIATE_TEST_SUITE_P(
         CurveCase{"ManyTurns", MakeElement(3, false, 0, 10, 1000, 0, 0, 0), rounding}),
     [](const auto& curve) { return curve.param.name; });
 
+TEST(ElementGeometry, BehindTheStartOfASpiral) {
+    // Towards its tight end the clothoid winds on: at 120 m behind the start by four times the angle of the start.
+    const Element spiral = MakeElement(3, true, 25, 0, 120);
+    for (const double s : {-10.0, -60.0, -120.0}) {
+        const kesto::Result<kesto::Position> position = Evaluate(spiral, s);
+        ASSERT_TRUE(position) << s;
+        const Integrated exact = Integrate(spiral, s);
+        EXPECT_NEAR(position->x, static_cast<double>(exact.x), 1e-9) << s;
+        EXPECT_NEAR(position->y, static_cast<double>(exact.y), 1e-9) << s;
+    }
+}
+
 struct RuleCase {
     const char* name;
     Element element;
