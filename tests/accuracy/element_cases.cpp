@@ -1,0 +1,262 @@
+// Positions and feet on single elements, and elements that run backwards.
+
+#include <algorithm>
+#include <array>
+#include <cstddef>
+#include <string>
+#include <utility>
+#include <vector>
+
+#include "cases.hpp"
+#include "element_curve.hpp"
+#include "road_data.hpp"
+
+namespace reference {
+
+namespace {
+
+/// A sort of elements: what it is called, how it is drawn, and whether its points have one foot.
+struct Family {
+    const char* name;
+    void (*draw)(Dice&, ElementData&);
+    bool hasFeet;
+};
+
+void DrawStraight(Dice& dice, ElementData& element) {
+    element.type = 1;
+    element.length = Millimetres(dice.LogBetween(1, 5000));
+}
+
+void DrawArc(Dice& dice, ElementData& element) {
+    element.type = 2;
+    element.startRadius = element.endRadius = Millimetres(dice.LogBetween(10, 1e6));
+    element.length = Millimetres(dice.Between(1, std::min(6 * element.startRadius, 3000.0)));
+}
+
+void GiveRadii(Dice& dice, ElementData& element, double one, double other) {
+    element.type = 3;
+    element.startRadius = Millimetres(one);
+    element.endRadius = Millimetres(other);
+    if (dice.Flip()) std::swap(element.startRadius, element.endRadius);
+}
+
+/// A spiral from or to a straight whose turn lies between two angles (rad).
+void DrawTransition(Dice& dice, ElementData& element, double leastTurn, double mostTurn) {
+    element.length = Millimetres(dice.Between(20, 300));
+    GiveRadii(dice, element, 0, element.length / (2 * dice.Between(leastTurn, mostTurn)));
+}
+
+void DrawCommon(Dice& dice, ElementData& element) { DrawTransition(dice, element, 0.005, 1.6); }
+void DrawTight(Dice& dice, ElementData& element) { DrawTransition(dice, element, 1.6, 3); }
+void DrawWinding(Dice& dice, ElementData& element) { DrawTransition(dice, element, 3, 30); }
+
+/// A spiral between two radii that differ plainly.
+void DrawOval(Dice& dice, ElementData& element) {
+    constexpr double mostTurn = 1.6;  // rad
+    const double radius = dice.LogBetween(30, 2000);
+    const double other = radius * dice.LogBetween(1.05, 10);
+    const double longest = std::min(150.0, 2 * mostTurn / (1 / radius + 1 / other));
+    element.length = Millimetres(dice.Between(10, longest));
+    GiveRadii(dice, element, radius, other);
+}
+
+/// A spiral between nearly equal radii: a stretch of a clothoid 10 to 70 rad from its origin.
+void DrawNearlyEqual(Dice& dice, ElementData& element) {
+    const double radius = dice.LogBetween(200, 5000);
+    element.length = Millimetres(dice.Between(20, 300));
+    GiveRadii(dice, element, radius, radius + element.length / (2 * dice.LogBetween(10, 70)));
+}
+
+constexpr std::array<Family, 7> families = {{
+    {"straights", DrawStraight, true},
+    {"arcs, radius 10 m to 1000 km", DrawArc, true},
+    {"spirals from or to a straight, turning up to 1.6 rad", DrawCommon, true},
+    {"spirals from or to a straight, turning 1.6 to 3 rad", DrawTight, true},
+    {"spirals from or to a straight, turning 3 to 30 rad", DrawWinding, false},
+    {"spirals between two radii", DrawOval, true},
+    {"spirals between nearly equal radii", DrawNearlyEqual, true},
+}};
+
+std::string KindOf(const char* question, const Family& family, Coordinates coordinates) {
+    return std::string(question) + " on " + family.name +
+           (coordinates == Coordinates::Grid ? ", grid coordinates" : ", local coordinates");
+}
+
+/// Distances from the start at which an element's cases lie (m), ascending.
+std::vector<double> DrawDistances(Dice& dice, const ElementData& element, int count, double fromEnds) {
+    return DrawAscending(dice, count, fromEnds, element.length - fromEnds);
+}
+
+constexpr double azimuthZone = 1e-7;  // degrees: an azimuth this near to north is north
+constexpr double startZone = 1e-7;    // m: a place this near to an element's start is the start
+
+void WritePosition(SetWriter& set, Dice& dice, double mileage, const ElementCurve& curve, const Place& place) {
+    const Real azimuth = ToAzimuth(curve.Direction(place.along));
+    if (azimuth != 0 && fmin(azimuth, 360 - azimuth) < azimuthZone) {
+        return set.LeaveOut("positions whose azimuth lies within 1e-7 degrees of north, which counts as north");
+    }
+    const double offset = dice.OneIn(3) ? 0 : dice.Between(-100, 100);
+    const Place point = curve.Beside(place, offset);
+    set.Begin("position").Given(mileage).Whole(0).Given(offset).Exact(point.x).Exact(point.y).Exact(azimuth);
+}
+
+void WritePositions(SetWriter& set, Dice& dice, const RoadData& road, int count) {
+    const ElementCurve curve(road.elements.front());
+    Place place = curve.Start();
+    std::vector<double> distances = DrawDistances(dice, road.elements.front(), count, 2 * startZone);
+    if (dice.OneIn(4)) distances.front() = 0;
+    for (const double distance : distances) {
+        const double mileage = road.startMileage + distance;
+        place = curve.Advance(place, Real(mileage) - road.startMileage);
+        WritePosition(set, dice, mileage, curve, place);
+    }
+}
+
+/// An offset (m) that is not beyond the centre of curvature: small, large, or towards the centre.
+double DrawOffset(Dice& dice, double curvature) {
+    constexpr double leastSlope = 1e-3;
+    const double side = dice.Flip() ? 1 : -1;
+    double offset = 0;
+    switch (dice.Below(8)) {
+        case 0: return 0;
+        case 1:
+        case 2:
+        case 3: offset = side * dice.LogBetween(1e-3, 100); break;
+        case 4:
+        case 5: offset = side * dice.Between(0, 30); break;
+        case 6: offset = (1 - dice.Between(0.1, 0.9)) / (curvature == 0 ? side * 0.01 : curvature); break;
+        default: offset = (1 - dice.LogBetween(leastSlope, 0.1)) / (curvature == 0 ? side * 0.01 : curvature); break;
+    }
+    constexpr double farthest = 500;  // m
+    offset = std::clamp(offset, -farthest, farthest);
+    return 1 - curvature * offset < leastSlope ? -offset : offset;
+}
+
+/// Tells whether a point has a single foot on an element, by looking at it from places all along the element.
+class FootCount {
+public:
+    FootCount(const ElementCurve& curve, const ElementData& element) {
+        const double turn =
+            element.length / 2 * static_cast<double>(abs(curve.Curvature(0)) + abs(curve.Curvature(element.length)));
+        const int looks = 60 + static_cast<int>(20 * turn);
+        step = Real(element.length) / looks;
+        Place place = curve.Start();
+        for (int i = 0; i <= looks; ++i) {
+            place = curve.Advance(place, step * i);
+            const Real direction = curve.Direction(place.along);
+            tangents.push_back({place.x, place.y, cos(direction), sin(direction), curve.Curvature(place.along)});
+        }
+    }
+
+    /// Whether the point is passed just once, going from ahead of the tangent's normal to behind it.
+    bool IsOne(const Place& point) const {
+        View before = LookFrom(tangents.front(), point);
+        if (!(before.ahead > 0)) return false;
+        int passed = 0;
+        for (const Tangent& it : tangents) {
+            const View now = LookFrom(it, point);
+            const bool passes = (before.ahead > 0) != (now.ahead > 0);
+            const bool mayTurnBack = before.slope < 0 || now.slope < 0;
+            const bool near = fmin(abs(before.ahead), abs(now.ahead)) < step * fmax(abs(before.slope), abs(now.slope));
+            if (mayTurnBack && near) return false;  // two feet may hide between the two places
+            passed += passes ? 1 : 0;
+            before = now;
+        }
+        return passed == 1;
+    }
+
+private:
+    struct Tangent {
+        Real x, y, cosine, sine, curvature;
+    };
+    /// How far the point lies ahead (m), and how much that falls with each metre.
+    struct View {
+        Real ahead, slope;
+    };
+    static View LookFrom(const Tangent& from, const Place& point) {
+        const Real dx = point.x - from.x;
+        const Real dy = point.y - from.y;
+        return {dx * from.cosine + dy * from.sine, 1 - from.curvature * (dy * from.cosine - dx * from.sine)};
+    }
+
+    Real step;
+    std::vector<Tangent> tangents;
+};
+
+void WriteFeet(SetWriter& set, Dice& dice, const RoadData& road, int count) {
+    constexpr double fromEnds = 1e-3;  // m: nearer, the ends themselves may be the answer
+    const ElementData& element = road.elements.front();
+    const ElementCurve curve(element);
+    const FootCount feet(curve, element);
+    Place place = curve.Start();
+    for (const double distance : DrawDistances(dice, element, count, fromEnds)) {
+        place = curve.Advance(place, distance);
+        const double offset = DrawOffset(dice, static_cast<double>(curve.Curvature(distance)));
+        const Place exact = curve.Beside(place, offset);
+        const auto x = static_cast<double>(exact.x);
+        const auto y = static_cast<double>(exact.y);
+        if (element.type == 3 && !feet.IsOne(exact)) {
+            set.LeaveOut("points that have, or may have, more than one foot on their spiral");
+            continue;
+        }
+        const Foot foot = curve.FootNear(place, x, y);
+        set.Begin("foot")
+            .Given(x)
+            .Given(y)
+            .Whole(element.type)
+            .Exact(road.startMileage + foot.along)
+            .Whole(0)
+            .Exact(foot.offset)
+            .Exact(foot.slope);
+    }
+}
+
+/// Places on elements of negative length, and behind the start of others.
+void WriteBackwards(SetWriter& set, Dice& dice, int elements) {
+    constexpr int placesEach = 20;
+    for (int i = 0; i < elements; ++i) {
+        ElementData element = DrawStart(dice, dice.Flip() ? Coordinates::Local : Coordinates::Grid);
+        constexpr std::array<void (*)(Dice&, ElementData&), 5> draws = {DrawStraight, DrawArc, DrawCommon, DrawTight,
+                                                                        DrawOval};
+        draws[static_cast<std::size_t>(dice.Below(5))](dice, element);
+        const double length = element.length;
+        if (dice.Flip()) element.length = -length;
+        set.Begin("road").Given(0);
+        WriteElement(set, element);
+        const ElementCurve curve(element);
+        Place place = curve.Start();
+        std::vector<double> distances = DrawAscending(dice, placesEach, 2 * startZone, length);
+        for (const double distance : distances) {
+            place = curve.Advance(place, -distance);
+            set.Begin("point").Given(-distance).Exact(place.x).Exact(place.y).Exact(
+                ToAzimuth(curve.Direction(place.along)));
+        }
+    }
+}
+
+}  // namespace
+
+void WriteElementCases(SetWriter& set, Dice& dice, double share) {
+    constexpr int casesEach = 20;
+    for (const Family& family : families) {
+        for (const Coordinates coordinates : {Coordinates::Local, Coordinates::Grid}) {
+            const auto write = [&](const char* question, int roads, const auto& writeCases) {
+                set.Kind(KindOf(question, family, coordinates));
+                for (int i = 0; i < ShareOf(roads, share); ++i) {
+                    RoadData road;
+                    road.startMileage = DrawStartMileage(dice);
+                    road.elements.push_back(DrawStart(dice, coordinates));
+                    family.draw(dice, road.elements.front());
+                    WriteRoad(set, road);
+                    writeCases(set, dice, road, casesEach);
+                }
+            };
+            write("position", 600, WritePositions);
+            if (family.hasFeet) write("foot", 900, WriteFeet);
+        }
+    }
+    set.Kind("position on elements run backwards");
+    WriteBackwards(set, dice, ShareOf(1000, share));
+}
+
+}  // namespace reference
