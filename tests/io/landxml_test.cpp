@@ -10,6 +10,7 @@
 
 #include "interface/published_roads.hpp"
 #include "io/xml_document.hpp"
+#include "temporary_folder.hpp"
 
 namespace kesto::test {
 namespace {
@@ -22,14 +23,6 @@ constexpr double infinite = std::numeric_limits<double>::infinity();
 
 class LandXml : public testing::Test {
 protected:
-    LandXml()
-        : folder(fs::path(testing::TempDir()) /
-                 (std::string("kesto_xml_") + testing::UnitTest::GetInstance()->current_test_info()->name())) {
-        fs::remove_all(folder);
-        fs::create_directories(folder);
-    }
-    ~LandXml() override { fs::remove_all(folder); }
-
     std::string At(const std::string& name) const { return (folder / name).string(); }
     std::string Content(const std::string& name) const {
         std::ostringstream text;
@@ -52,7 +45,8 @@ protected:
         return ReadXml(At("it.xml")).Only("Alignments").Only("Alignment");
     }
 
-    fs::path folder;
+    const TemporaryFolder temporary;
+    const fs::path folder = temporary;
 };
 
 void ExpectAttribute(const XmlNode& node, const char* name, double expected) {

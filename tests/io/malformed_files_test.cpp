@@ -13,6 +13,7 @@
 
 #include "csv.hpp"
 #include "interface/road.hpp"
+#include "temporary_folder.hpp"
 
 namespace kesto::test {
 namespace {
@@ -23,10 +24,8 @@ const fs::path corpus = fs::path(KESTO_TEST_DATA) / "malformed";
 
 class MalformedFiles : public testing::Test {
 protected:
-    MalformedFiles() : saved((fs::path(testing::TempDir()) / "kesto_malformed.road").string()) {}
-    ~MalformedFiles() override { fs::remove(saved); }
-
-    std::string saved;
+    const TemporaryFolder folder;
+    const std::string saved = folder.At("saved.road");
 };
 
 std::array<std::int32_t, 6> Counts(RoadDesign* road) {

@@ -23,6 +23,7 @@
 #include "section/mileage_index.hpp"
 #include "section/road_side.hpp"
 #include "section/section_at.hpp"
+#include "temporary_folder.hpp"
 
 namespace kesto {
 namespace {
@@ -591,11 +592,10 @@ TEST(PartProject, ARefusalWritesNothingAndTheRoadStays) {
         {500, nothing, "missing/a.road", KESTO_FILE_NOT_WRITTEN},
         {500, nothing, "A.ROAD", KESTO_SUCCESS},
     };
-    const auto folder = std::filesystem::path(testing::TempDir()) / "kesto.part_project";
     for (const Case& it : cases) {
         SCOPED_TRACE(testing::Message() << it.status << " in " << it.file);
-        std::filesystem::remove_all(folder);
-        std::filesystem::create_directories(folder);
+        const test::TemporaryFolder temporary;
+        const std::filesystem::path folder = temporary;
         RoadDesign road;
         FillOverlapped(road);
         ASSERT_TRUE(BuildChain(road));
@@ -605,11 +605,10 @@ TEST(PartProject, ARefusalWritesNothingAndTheRoadStays) {
         const Outcome saved = SavePart(road, (folder / it.file).string().c_str(), {100, 0}, {it.to, 0});
         EXPECT_EQ(saved ? std::int32_t{KESTO_SUCCESS} : saved.failure().status, it.status);
         EXPECT_EQ(std::filesystem::is_empty(folder), it.status != KESTO_SUCCESS);
+        EXPECT_EQ(std::filesystem::exists(folder / "A.road"), it.status == KESTO_SUCCESS);  // its extension lower-cased
         EXPECT_EQ(*FormatProject(road, utf8), *before);
         EXPECT_EQ(road.verticalCurves[1].gradeOut, curve.gradeOut) << "the profile was derived in the road";
     }
-    EXPECT_TRUE(std::filesystem::exists(folder / "A.road"));  // its extension lower-cased
-    std::filesystem::remove_all(folder);
 }
 
 }  // namespace

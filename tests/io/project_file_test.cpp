@@ -7,6 +7,7 @@
 #include <sstream>
 
 #include "interface/road.hpp"
+#include "temporary_folder.hpp"
 
 namespace kesto::test {
 namespace {
@@ -15,14 +16,6 @@ namespace fs = std::filesystem;
 
 class ProjectFile : public testing::Test {
 protected:
-    ProjectFile()
-        : folder(fs::path(testing::TempDir()) /
-                 (std::string("kesto.ROAD_") + testing::UnitTest::GetInstance()->current_test_info()->name())) {
-        fs::remove_all(folder);
-        fs::create_directories(folder);
-    }
-    ~ProjectFile() override { fs::remove_all(folder); }
-
     std::string At(const std::string& name) const { return (folder / name).string(); }
     std::string Content(const std::string& name) const {
         std::ostringstream text;
@@ -33,7 +26,8 @@ protected:
         std::ofstream(At(name), std::ios::binary) << text;
     }
 
-    fs::path folder;
+    const TemporaryFolder temporary{"kesto.ROAD_"};
+    const fs::path folder = temporary;
 };
 
 std::int32_t LastStatus(RoadDesign* road) {

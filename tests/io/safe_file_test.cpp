@@ -7,6 +7,8 @@
 #include <filesystem>
 #include <fstream>
 
+#include "temporary_folder.hpp"
+
 #if !defined(_WIN32)
 #include <signal.h>  // NOLINT(modernize-deprecated-headers)
 #include <sys/resource.h>
@@ -23,14 +25,6 @@ namespace fs = std::filesystem;
 
 class SafeFile : public testing::Test {
 protected:
-    SafeFile()
-        : folder(fs::path(testing::TempDir()) /
-                 (std::string("kesto_") + testing::UnitTest::GetInstance()->current_test_info()->name())) {
-        fs::remove_all(folder);
-        fs::create_directories(folder);
-    }
-    ~SafeFile() override { fs::remove_all(folder); }
-
     std::string At(const std::string& name) const { return (folder / name).string(); }
     std::string Content(const std::string& name) const {
         const Result<std::string> text = ReadWholeFile(At(name).c_str());
@@ -39,7 +33,8 @@ protected:
     void Put(const std::string& name, std::string_view text) const { std::ofstream(At(name)) << text; }
     std::ptrdiff_t FileCount() const { return std::distance(fs::directory_iterator(folder), fs::directory_iterator()); }
 
-    fs::path folder;
+    const test::TemporaryFolder temporary;
+    const fs::path folder = temporary;
 };
 
 TEST_F(SafeFile, WritesReplacesAndLeavesNothingElse) {
