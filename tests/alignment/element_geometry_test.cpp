@@ -8,6 +8,7 @@
 #include <cstdint>
 #include <initializer_list>
 #include <limits>
+#include <ostream>
 #include <random>
 
 #include "quadrature.hpp"
@@ -23,6 +24,8 @@ struct CurveCase {
     const char* name;
     Element element;
     double bound;  // m: distance from the integrated point; rounding of coordinates of this size included
+
+    friend void PrintTo(const CurveCase& curve, std::ostream* out) { *out << curve.name; }
 };
 
 class AgainstIntegration : public testing::TestWithParam<CurveCase> {};

@@ -8,6 +8,7 @@
 #include <cmath>
 #include <cstdlib>
 #include <optional>
+#include <ostream>
 #include <random>
 #include <string>
 
@@ -47,6 +48,8 @@ struct RoadKind {
     bool ovals;       // spirals between radii that hardly differ
     bool backwards;   // negative lengths
     bool broken;      // gaps, kinks, unknown types, no lengths, radii of any size
+
+    friend void PrintTo(const RoadKind& kind, std::ostream* out) { *out << kind.name; }
 };
 
 Element RandomElement(Dice& dice, const RoadKind& kind, double x, double y, double azimuth) {
