@@ -13,6 +13,7 @@
 #include <langinfo.h>
 
 #include <cerrno>
+#include <new>
 #endif
 
 namespace kesto {
@@ -67,7 +68,13 @@ constexpr const char* utf8 = "UTF-8";
 /// An iconv conversion, closed at the end of its scope.
 class Converter {
 public:
-    Converter(const std::string& from, const std::string& to) : handle(iconv_open(to.c_str(), from.c_str())) {}
+    /// @throws std::bad_alloc; a code page that the system does not know leaves the converter closed
+    Converter(const std::string& from, const std::string& to) : handle(iconv_open(to.c_str(), from.c_str())) {
+        // Memory that runs out while the conversion's module is loaded is told as an unknown code page. The second
+        // attempt finds the module, or no memory from the start.
+        if (!IsOpen() && errno == EINVAL) handle = iconv_open(to.c_str(), from.c_str());
+        if (!IsOpen() && errno == ENOMEM) throw std::bad_alloc();
+    }
     Converter(const Converter&) = delete;
     Converter& operator=(const Converter&) = delete;
     ~Converter() {
