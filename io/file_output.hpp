@@ -17,6 +17,7 @@ bool WriteExistingFile(const std::filesystem::path& path, std::string_view text)
 /// Gives a file the name of another one, which it replaces at once, and waits, where the system can, until that is on
 /// disk.
 /// @return false when nothing was changed
+/// @throws std::bad_alloc with nothing changed
 bool MoveOver(const std::filesystem::path& from, const std::filesystem::path& to);
 
 }  // namespace kesto

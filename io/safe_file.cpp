@@ -1,6 +1,7 @@
 #include "io/safe_file.hpp"
 
 #include <algorithm>
+#include <cerrno>
 #include <cstdint>
 #include <cstdio>
 #include <filesystem>
@@ -41,13 +42,30 @@ fs::path UnfinishedFile(const fs::path& target) {
     return target.parent_path() / (name += extension.native());
 }
 
+/// Removes a file at the end of its scope, unless it has got another name by then.
+class RemovedAtLast {
+public:
+    explicit RemovedAtLast(const fs::path& file) noexcept : path(file) {}
+    RemovedAtLast(const RemovedAtLast&) = delete;
+    RemovedAtLast& operator=(const RemovedAtLast&) = delete;
+    ~RemovedAtLast() {
+        std::error_code error;
+        if (!moved) fs::remove(path, error);
+    }
+    void Moved() noexcept { moved = true; }
+
+private:
+    const fs::path& path;
+    bool moved = false;
+};
+
 bool ReplaceFile(const fs::path& target, std::string_view text) {
     const fs::path unfinished = UnfinishedFile(target);
     if (!WriteNewFile(unfinished, text, target)) return false;
-    if (MoveOver(unfinished, target)) return true;
-    std::error_code error;
-    fs::remove(unfinished, error);
-    return false;
+    RemovedAtLast file(unfinished);  // however this ends: memory may run out before the move, too
+    if (!MoveOver(unfinished, target)) return false;
+    file.Moved();
+    return true;
 }
 
 bool WriteFollowed(const fs::path& target, std::string_view text) {
@@ -70,7 +88,7 @@ Result<std::string> ReadWholeFile(const char* path, std::size_t limit) {
 #else
     const std::unique_ptr<std::FILE, CloseFile> file(std::fopen(path, "rb"));
 #endif
-    if (!file) return Fail(KESTO_FILE_NOT_OPENED);
+    if (!file) return Fail(errno == ENOMEM ? KESTO_FILE_OUT_OF_MEMORY : KESTO_FILE_NOT_OPENED);
     std::string text;
     std::error_code unknown;
     const std::uintmax_t size = fs::file_size(path, unknown);
