@@ -36,10 +36,12 @@ bool Coincide(const StakeCoordinate& one, const StakeCoordinate& other, double t
     return std::fabs(one.x - other.x) < tolerance && std::fabs(one.y - other.y) < tolerance;
 }
 
-/// Appends stakes to the road's list, leaving out those that coincide with the one before.
+using StakeList = CountedList<StakeCoordinate>;
+
+/// Appends stakes of a road to a list, leaving out those that coincide with the one before.
 class StakeWriter {
 public:
-    explicit StakeWriter(RoadDesign& owner) noexcept : road(owner) {}
+    StakeWriter(const RoadDesign& owner, StakeList& list) noexcept : road(owner), stakes(list) {}
 
     /// Appends the stake of an element at a stake mileage.
     /// @return fails where the element cannot be evaluated there
@@ -60,15 +62,16 @@ public:
 
 private:
     void Append(const StakeCoordinate& stake) {
-        const std::int32_t last = road.stakes.Count() - 1;
-        if (last < 0 || !Coincide(road.stakes[last], stake, tolerance::stakePoint)) {
-            road.stakes.Insert(stake);
-        } else if (TextOf(stake.label) == middleLabel && TextOf(road.stakes[last].label).empty()) {
-            road.stakes.Edit().back() = stake;  // an arc's middle takes the place of a regular stake
+        const std::int32_t last = stakes.Count() - 1;
+        if (last < 0 || !Coincide(stakes[last], stake, tolerance::stakePoint)) {
+            stakes.Insert(stake);
+        } else if (TextOf(stake.label) == middleLabel && TextOf(stakes[last].label).empty()) {
+            stakes.Edit().back() = stake;  // an arc's middle takes the place of a regular stake
         }
     }
 
-    RoadDesign& road;
+    const RoadDesign& road;
+    StakeList& stakes;
 };
 
 /// The mileages of the regular stakes of one element, in the order of travel: base + step, base + 2 step, ...
@@ -130,8 +133,8 @@ Outcome AddInnerStakes(const RoadDesign& road, StakeWriter& writer, std::int32_t
     return added;
 }
 
-Outcome AddStakes(RoadDesign& road) {
-    StakeWriter writer(road);
+Outcome AddStakes(const RoadDesign& road, StakeList& stakes) {
+    StakeWriter writer(road, stakes);
     const std::int32_t count = road.elements.Count();
     const auto mode = static_cast<StakeMode>(road.settings.makeStakeType);
     for (std::int32_t i = 1; i < count; ++i) {
@@ -165,8 +168,8 @@ std::string NamePrefix(const std::string& prefix, const StakeCoordinate& stake) 
     return prefix;
 }
 
-void NameStakes(RoadDesign& road) {
-    for (StakeCoordinate& stake : road.stakes.Edit()) {
+void NameStakes(RoadDesign& road, StakeList& stakes) {
+    for (StakeCoordinate& stake : stakes.Edit()) {
         stake.occurrence = FindOccurrence(road, stake);
         const std::string_view label = TextOf(stake.label);
         if (!label.empty()) {
@@ -183,9 +186,11 @@ Outcome MakeStakes(RoadDesign& road) {
     road.stakes.Clear();
     if (road.elements.Count() < 2) return {};
     road.settings.mileageInterval = std::max(road.settings.mileageInterval, road.totalLength / mostRegularStakes);
-    if (Outcome added = AddStakes(road); !added) return added;
-    NameStakes(road);
-    return {};
+    StakeList stakes(stakeListStep);  // the road gets it when it is complete, or not at all where memory runs out
+    Outcome added = AddStakes(road, stakes);
+    if (added) NameStakes(road, stakes);
+    road.stakes.Swap(stakes);
+    return added;
 }
 
 }  // namespace kesto
