@@ -125,10 +125,22 @@ private:
 
 inline constexpr uid_t keepOwner = static_cast<uid_t>(-1);
 
+/// Makes a system call again for as long as signals interrupt it.
+template <class Call>
+auto Uninterrupted(Call call) noexcept -> decltype(call()) {
+    for (;;) {
+        const auto result = call();
+        if (result >= 0 || errno != EINTR) return result;
+    }
+}
+
+int Open(const fs::path& path, int flags, mode_t mode = 0) noexcept {
+    return Uninterrupted([&] { return open(path.c_str(), flags | O_CLOEXEC, mode); });  // NOLINT: it is variadic
+}
+
 bool WriteAll(int file, std::string_view text) noexcept {
     while (!text.empty()) {
-        const ssize_t written = write(file, text.data(), text.size());
-        if (written < 0 && errno == EINTR) continue;
+        const ssize_t written = Uninterrupted([&] { return write(file, text.data(), text.size()); });
         if (written <= 0) return false;
         text.remove_prefix(static_cast<std::size_t>(written));
     }
@@ -136,12 +148,14 @@ bool WriteAll(int file, std::string_view text) noexcept {
 }
 
 /// Waits until a file is on disk. A file system that cannot tell counts as done.
-bool Sync(int file) noexcept { return fsync(file) == 0 || errno == EINVAL || errno == ENOTSUP; }
+bool Sync(int file) noexcept {
+    return Uninterrupted([&] { return fsync(file); }) == 0 || errno == EINVAL || errno == ENOTSUP;
+}
 
 /// Makes the file, with the permissions of another one where that exists.
 bool FillNewFile(const fs::path& path, std::string_view text, const struct stat* like) noexcept {
     const mode_t mode = like != nullptr ? like->st_mode & permissionMask : newFileMode;
-    Descriptor file(open(path.c_str(), O_WRONLY | O_CREAT | O_EXCL | O_CLOEXEC, mode));
+    Descriptor file(Open(path, O_WRONLY | O_CREAT | O_EXCL, mode));
     if (!file.IsOpen()) return false;
     if (like != nullptr) {
         // Another owner can be set by the superuser only; everybody else goes on as the file's new owner, in its group
@@ -170,14 +184,14 @@ bool WriteNewFile(const fs::path& path, std::string_view text, const fs::path& p
 
 bool WriteExistingFile(const fs::path& path, std::string_view text) {
     const HeldSignals held;
-    Descriptor file(open(path.c_str(), O_WRONLY | O_TRUNC | O_CLOEXEC));
+    Descriptor file(Open(path, O_WRONLY | O_TRUNC));
     return file.IsOpen() && WriteAll(file.Number(), text) && file.Close();
 }
 
 bool MoveOver(const fs::path& from, const fs::path& to) {
-    const fs::path folder = to.parent_path();
+    const fs::path folder = to.has_parent_path() ? to.parent_path() : ".";
     if (std::rename(from.c_str(), to.c_str()) != 0) return false;
-    const Descriptor opened(open(folder.empty() ? "." : folder.c_str(), O_RDONLY | O_CLOEXEC));
+    const Descriptor opened(Open(folder, O_RDONLY));
     if (opened.IsOpen()) Sync(opened.Number());
     return true;
 }
