@@ -3,6 +3,7 @@
 // undisturbed one does.
 #include <algorithm>
 #include <array>
+#include <cstdio>
 #include <cstring>
 #include <filesystem>
 #include <fstream>
@@ -117,6 +118,8 @@ class AllocationFailures : public testing::TestWithParam<Operation> {
 protected:
     AllocationFailures() { std::memset(&answer, 0, sizeof answer); }
 
+    static void TearDownTestSuite() { std::printf("failing allocations: %d, failed calls: %d\n", attempts, told); }
+
     static void PutEarlierFile() {
         const Operation& operation = GetParam();
         if (operation.file != nullptr) std::ofstream(FileAt(operation.file)) << "earlier";
@@ -163,6 +166,7 @@ protected:
         const Allocations allocations = StopFailing();
         if (!done) {
             ++failures;
+            ++told;
             ExpectWhole(road, entered, elements);
             EXPECT_TRUE(Written() == written) << "a file is touched";
             const bool asks = failing == Failing::ForGood && !kept;  // which may make the road current
@@ -176,6 +180,7 @@ protected:
         EXPECT_TRUE(Written() == expected.written) << "other files than without a failure";
         EXPECT_TRUE(failing == Failing::ForGood || Everything(road) == expected.after) << "another road";
         EXPECT_TRUE(Ask(road) == expected.answers) << "other answers than without a failure";
+        if (allocations.failed > 0) ++attempts;
         return allocations.failed > 0;
     }
 
@@ -207,6 +212,8 @@ protected:
     Answer answer;
     Undisturbed expected;
     int failures = 0;
+    static inline int attempts = 0;  // of all operations
+    static inline int told = 0;      // by a failure; the others are done without the memory
     bool kept = false;
 };
 

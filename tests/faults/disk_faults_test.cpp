@@ -10,6 +10,7 @@
 #include <algorithm>
 #include <cerrno>
 #include <chrono>
+#include <cstdio>
 #include <cstdlib>
 #include <fstream>
 #include <functional>
@@ -75,6 +76,11 @@ protected:
         Put(target, earlier);
     }
 
+    static void TearDownTestSuite() {
+        std::printf("saves on a full disk: %d, with a failing call: %d, killed at a call: %d, at any moment: %d\n",
+                    fullDisks, failingCalls, killsAtCalls, killsAtAnyMoment);
+    }
+
     std::int32_t Save() const { return GetParam().save(road, target.c_str()); }
 
     /// After a save: the one file or the other, whole, alone, as the status tells.
@@ -94,6 +100,11 @@ protected:
     const TemporaryFolder folder;
     const fs::path target = folder.At(GetParam().file);
     std::string whole;
+
+    static inline int fullDisks = 0;
+    static inline int failingCalls = 0;
+    static inline int killsAtCalls = 0;
+    static inline int killsAtAnyMoment = 0;
 };
 
 TEST_P(DiskFaults, TheDiskFillsAtAnyByte) {
@@ -105,6 +116,7 @@ TEST_P(DiskFaults, TheDiskFillsAtAnyByte) {
         disk.room = room;
         const std::int32_t status = Save();
         ASSERT_EQ(status == KESTO_SUCCESS, room == whole.size());
+        if (status != KESTO_SUCCESS) ++fullDisks;
         ExpectWhole(status, replaces ? earlier : "");
         ASSERT_FALSE(HasFailure());
     }
@@ -123,6 +135,7 @@ TEST_P(DiskFaults, AnyCallOfTheSystemFails) {
             const std::int32_t status = Save();
             calls = disk.calls.size();
             ASSERT_GT(calls, n) << "fewer calls than without a failure";
+            ++failingCalls;
             ExpectWhole(status, earlier);
             const bool moved = std::find(disk.calls.begin(), disk.calls.begin() + static_cast<std::ptrdiff_t>(n),
                                          DiskCall::Move) != disk.calls.begin() + static_cast<std::ptrdiff_t>(n);
@@ -210,6 +223,7 @@ TEST_P(DiskFaults, TheProcessIsKilledAtAnyCall) {
         }
     }
     EXPECT_GT(kills, 15);
+    killsAtCalls += kills;
 }
 
 /// How often a process is killed at random.
@@ -239,6 +253,7 @@ TEST_P(DiskFaults, TheProcessIsKilledAtAnyMoment) {
         int status = 0;
         waitpid(child, &status, 0);
         EXPECT_TRUE(WIFSIGNALED(status)) << "a save has failed";
+        ++killsAtAnyMoment;
         const std::string left = Content(target);
         ASSERT_TRUE(left == otherWhole || left == whole) << "kill " << i;
     }
