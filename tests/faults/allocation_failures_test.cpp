@@ -14,10 +14,6 @@
 #include "core/road_design.hpp"
 #include "failing_allocations.hpp"
 
-#if defined(__GLIBC__)
-#include <langinfo.h>
-#endif
-
 namespace kesto::test {
 namespace {
 

@@ -49,6 +49,7 @@ void* Counted(void* memory) noexcept {
 #define KESTO_BEHIND(name) __libc_##name
 #endif
 
+#pragma GCC visibility push(default)  // for the libraries, too
 extern "C" {
 void* KESTO_BEHIND(malloc)(std::size_t size);
 void* KESTO_BEHIND(calloc)(std::size_t count, std::size_t size);
@@ -71,6 +72,7 @@ void free(void* memory) noexcept {
     KESTO_BEHIND(free)(memory);
 }
 }
+#pragma GCC visibility pop
 
 namespace {
 
