@@ -147,7 +147,7 @@ Box See(const Element& element, ElementSight& sight, InverseIndex& index) {
     if (isSpiral) {
         sight.spiral = static_cast<std::int32_t>(index.spirals.size());
         SeeSpiral(element, *stretch, *end, sight, index.spirals.emplace_back(), box);
-        if (element.length < 0) index.ordered = false;
+        index.mostBefore = std::max(index.mostBefore, -element.length);
     }
     return box;
 }
@@ -208,7 +208,7 @@ void StackLevels(InverseIndex& index) {
 /// @return false where an element is not usual
 bool Fill(const RoadDesign& road, InverseIndex& index) {
     const std::span<const Element> elements = road.elements.Records();
-    index.ordered = true;
+    index.mostBefore = 0;
     index.nodes.clear();
     index.levels.assign(1, 0);
     index.spirals.clear();

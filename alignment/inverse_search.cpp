@@ -98,7 +98,7 @@ public:
           roundingX(std::fabs(x) * epsilon),
           roundingY(std::fabs(y) * epsilon) {
         const ElementSight& end = index.elements.back();
-        narrow = index.ordered && !(stretch.lower <= index.elements[1].running && stretch.upper >= end.running);
+        narrow = !(stretch.lower <= index.elements[1].running && stretch.upper >= end.running);
     }
 
     /// @return false where too many elements are about equally near
@@ -188,14 +188,17 @@ private:
         return BoundsOnSpiral(spiral, LookFromEnds(spiral, point), point, toStart);
     }
 
-    /// Whether every candidate of the element lies on the stretch, and whether one may.
+    /// Whether a candidate of the element whose distance is bounded from above lies on the stretch: a foot on a straight
+    /// or an arc, or a start point. (Feet on spirals, which may lie before the start, are bounded from below only.)
     bool IsSurelyOn(const ElementSight& sight) const noexcept {
-        return index.ordered && stretch.lower <= sight.running &&
-               sight.running + std::fabs(sight.frame.length) <= stretch.upper;
+        return stretch.lower <= sight.running && sight.running + std::fabs(sight.frame.length) <= stretch.upper;
     }
+
+    /// Whether a candidate of one of the elements may lie on the stretch.
     bool MayBeOn(std::int32_t first, std::int32_t last) const noexcept {
         const ElementSight& end = Sight(last);
-        return Sight(first).running <= stretch.upper && stretch.lower <= end.running + std::fabs(end.frame.length);
+        return Sight(first).running - index.mostBefore <= stretch.upper &&
+               stretch.lower <= end.running + std::fabs(end.frame.length);
     }
 
     /// The best is not farther than this.

@@ -56,11 +56,11 @@ struct InverseIndex {
         bool operator==(const Key&) const = default;
     };
     Key key;
-    bool usable = false;   // false: the search walks
-    bool ordered = false;  // no candidate lies before its element's start: continuous mileages never fall
+    bool usable = false;  // false: the search walks
 
     double originX = 0;                  // m
     double originY = 0;                  // m
+    double mostBefore = 0;               // m: how far a candidate may lie before its element's start
     std::vector<BoxNode> nodes;          // level by level, those of the elements first
     std::vector<std::int32_t> levels;    // first node of every level
     std::vector<ElementSight> elements;  // one per element; the start record is never seen

@@ -44,10 +44,10 @@ private:
 /// How a road is made.
 struct RoadKind {
     const char* name;
-    double mostTurn;  // rad on one curve: above 3 the road runs over itself
-    bool ovals;       // spirals between radii that hardly differ
-    bool backwards;   // negative lengths
-    bool broken;      // gaps, kinks, unknown types, no lengths, radii of any size
+    double mostTurn;                                       // rad on one curve: above 3 the road runs over itself
+    bool ovals;                                            // spirals between radii that hardly differ
+    enum Backwards { Never, OneSpiral, Often } backwards;  // negative lengths
+    bool broken;                                           // gaps, kinks, unknown types, no lengths, radii of any size
 
     friend void PrintTo(const RoadKind& kind, std::ostream* out) { *out << kind.name; }
 };
@@ -58,7 +58,7 @@ Element RandomElement(Dice& dice, const RoadKind& kind, double x, double y, doub
     double length = dice.Between(5, std::min(kind.mostTurn * radius, 400.0));
     double end = dice.In(2) ? 0 : radius * dice.Between(1.1, 4);
     if (kind.ovals && dice.In(2)) end = radius * (1 + dice.LogBetween(1e-4, 0.1));
-    if (kind.backwards && dice.In(3)) length = -length;
+    if (kind.backwards == RoadKind::Often && dice.In(3)) length = -length;
     if (kind.broken && dice.In(12)) length = dice.In(2) ? 0 : dice.LogBetween(1e-9, 1e-2);
     const bool entry = dice.In(2);
     Element element = kesto_test::MakeElement(type, dice.In(2), entry && type == 3 ? end : radius, entry ? radius : end,
@@ -79,8 +79,10 @@ void FillRoad(RoadDesign& road, Dice& dice, const RoadKind& kind, int count) {
     double azimuth = road.elements[0].startAzimuth;
     double mileage = road.settings.startMileage;
     road.totalLength = 0;
+    const int back = kind.backwards == RoadKind::OneSpiral ? dice.Below(count) : -1;
     for (int i = 0; i < count; ++i) {
         Element element = RandomElement(dice, kind, x, y, azimuth);
+        if (i == back) element = kesto_test::MakeElement(3, dice.In(2), 0, 300, -dice.Between(5, 200), x, y, azimuth);
         element.startMileage = mileage;
         mileage += element.length;
         road.totalLength += std::fabs(element.length);
@@ -182,61 +184,55 @@ TEST_P(OnRoads, TheIndexFindsWhatTheWalkFinds) {
                 << "road " << roads << " point " << points;
         }
     }
-    EXPECT_GT(told, asked / 2) << "the index must be what is tested";
+    EXPECT_GT(told, asked * (kind.broken ? 0.75 : 0.95)) << "the index must be what is tested";
 }
 
-// One spiral at a time: mostly points whose foot it holds, on it, beside it and beyond its centre of curvature.
+/// A point whose foot the spiral mostly holds: on it, beside it and beyond its centre of curvature; or next to the
+/// normal at its start, where what counts as the start ends.
+Point PointAt(const Element& spiral, double radius, Dice& dice) {
+    const double side = dice.In(2) ? 1 : -1;
+    const double reach = dice.In(2) ? dice.LogBetween(1e-8, 2000) : radius * dice.LogBetween(0.01, 100);
+    const bool anywhere = dice.In(4);
+    const auto at = kesto::Evaluate(spiral, anywhere ? spiral.length * dice.Between(0, 1) : 0);
+    const kesto::Position moved = kesto::Moved(*at, {dice.In(8) ? 0 : side * reach});
+    if (anywhere) return {moved.x, moved.y};
+    const double shift = dice.LogBetween(1e-9, 1e-5);
+    const kesto::Heading heading = kesto::HeadingOf(spiral.startAzimuth);
+    return {moved.x + shift * heading.cosine, moved.y + shift * heading.sine};
+}
+
 TEST(SpiralFoot, IsThatOfThePlainBisection) {
     Dice dice(7);
     int feet = 0;
     for (int spirals = 0; spirals < 400 * Rounds(); ++spirals) {
         RoadDesign road;
         kesto::SetStart(road, 0, 0, 0);
-        const double radius = dice.LogBetween(dice.In(4) ? 20 : 0.01, 5000);
+        const double radius = dice.In(2) ? dice.LogBetween(0.001, 100) : dice.LogBetween(20, 5000);
         const double other = dice.In(2) ? 0 : radius * (1 + dice.LogBetween(1e-3, 5));
         const bool entry = dice.In(2);
+        const bool grid = dice.In(2);
         road.elements.Insert(kesto_test::MakeElement(3, dice.In(2), entry ? other : radius, entry ? radius : other,
                                                      dice.LogBetween(radius * 0.005, std::min(radius, 300.0)),
-                                                     dice.In(2) ? 4539456.4 : 0, 452413.9, dice.Between(0, 360)));
+                                                     grid ? 4539456.4 : 0, grid ? 452413.9 : 0, dice.Between(0, 360)));
         const Element& element = road.elements[1];
         const kesto::InverseIndex& index = kesto::CurrentInverseIndex(road);
         if (index.spirals.empty()) continue;  // its end cannot be evaluated
         for (int points = 0; points < 60; ++points) {
-            const double along = dice.In(8) ? element.length * dice.Between(0, 1) : dice.LogBetween(1e-9, 1e-5);
-            const auto at = kesto::Evaluate(element, along);
-            const double offset = (dice.In(2) ? 1 : -1) * (dice.In(8) ? 0 : dice.LogBetween(1e-8, 2000));
-            const kesto::Position moved = kesto::Moved(*at, {offset});
-            const Point point{moved.x, moved.y};
+            const Point point = PointAt(element, radius, dice);
             if (kesto::IsAtStart(kesto::StartOf(element), point)) continue;
             const auto expected = kesto::ProjectOnSpiral(element, point);
             const auto looks = kesto::LookFromEnds(index.spirals[0], point);
             const auto found = kesto::FootOnSpiral(element, index.spirals[0], looks, point);
-            ASSERT_EQ(found.has_value(), expected.has_value()) << spirals << " " << offset;
+            ASSERT_EQ(found.has_value(), expected.has_value()) << spirals << " " << points;
             if (!found) continue;
             ++feet;
             ASSERT_EQ(std::bit_cast<std::uint64_t>(found->along), std::bit_cast<std::uint64_t>(expected->along))
-                << spirals << " " << offset;
+                << spirals << " " << points;
             ASSERT_EQ(std::bit_cast<std::uint64_t>(found->offset), std::bit_cast<std::uint64_t>(expected->offset))
-                << spirals << " " << offset;
+                << spirals << " " << points;
         }
     }
     EXPECT_GT(feet, 8000 * Rounds());
-}
-
-// A tight spiral far outside of which the slope is above 2, and a foot within what counts as the start.
-TEST(SpiralFoot, IsTheStartNextToIt) {
-    RoadDesign road;
-    kesto::SetStart(road, 0, 0, 0);
-    road.elements.Insert(kesto_test::MakeElement(3, true, 0.01, 0.05, 0.002, 0, 0, 0));
-    const kesto::InverseIndex& index = kesto::CurrentInverseIndex(road);
-    ASSERT_EQ(index.spirals.size(), 1U);
-    const Point point{3e-8, -0.09};
-    const auto expected = kesto::ProjectOnSpiral(road.elements[1], point);
-    const auto looks = kesto::LookFromEnds(index.spirals[0], point);
-    const auto found = kesto::FootOnSpiral(road.elements[1], index.spirals[0], looks, point);
-    ASSERT_TRUE(found && expected);
-    EXPECT_EQ(std::bit_cast<std::uint64_t>(found->along), std::bit_cast<std::uint64_t>(expected->along));
-    EXPECT_EQ(std::bit_cast<std::uint64_t>(found->offset), std::bit_cast<std::uint64_t>(expected->offset));
 }
 
 // A limit that becomes the result keeps the sign of its zero.
@@ -251,14 +247,21 @@ TEST(SearchLimits, AreKeptAsTheyArePassed) {
         ASSERT_TRUE(located);
         EXPECT_EQ(std::signbit(located->stake.mileage), std::signbit(upper));
     }
+    for (const double start : {0.0, -0.0, 0.0}) {
+        road.settings.startMileage = start;
+        std::optional<kesto::Located> located;
+        static_cast<void>(kesto::Locate(road, {50, 5}, located));
+        EXPECT_EQ(std::signbit(road.roadLimits.lower.mileage), std::signbit(start));
+    }
 }
 
 INSTANTIATE_TEST_SUITE_P(Kinds, OnRoads,
-                         testing::Values(RoadKind{"Designed", 1, false, false, false},
-                                         RoadKind{"Looping", 6, false, false, false},
-                                         RoadKind{"Ovals", 1, true, false, false},
-                                         RoadKind{"Falling", 2, true, true, false},
-                                         RoadKind{"HalfEdited", 6, true, true, true}),
+                         testing::Values(RoadKind{"Designed", 1, false, RoadKind::Never, false},
+                                         RoadKind{"Looping", 6, false, RoadKind::Never, false},
+                                         RoadKind{"Ovals", 1, true, RoadKind::Never, false},
+                                         RoadKind{"OneBackSpiral", 1, false, RoadKind::OneSpiral, false},
+                                         RoadKind{"Falling", 2, true, RoadKind::Often, false},
+                                         RoadKind{"HalfEdited", 6, true, RoadKind::Often, true}),
                          [](const auto& kind) { return std::string(kind.param.name); });
 
 }  // namespace
