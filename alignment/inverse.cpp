@@ -6,6 +6,7 @@
 #include "alignment/chain_builder.hpp"
 #include "alignment/inverse_index.hpp"
 #include "alignment/position.hpp"
+#include "alignment/stake_bracket.hpp"
 #include "core/tolerances.hpp"
 
 namespace kesto {
@@ -160,17 +161,11 @@ Outcome NearestStake(RoadDesign& road, Point point, StakeCoordinate& stake, std:
     const std::span<const StakeCoordinate> stakes = road.stakes.Records();
     if (stakes.empty()) return Fail(KESTO_NO_STAKES);
     const double mileage = foot->stake.mileage;
-    const StakeCoordinate* before = &stakes.front();
-    const StakeCoordinate* after = &stakes.back();
-    for (std::size_t i = 0; i + 1 < stakes.size(); ++i) {
-        if (stakes[i].mileage <= mileage && mileage <= stakes[i + 1].mileage) {
-            before = &stakes[i];
-            after = &stakes[i + 1];
-            break;
-        }
-    }
-    const bool later = std::fabs(after->mileage - mileage) <= std::fabs(before->mileage - mileage);
-    stake = later ? *after : *before;
+    const std::optional<std::size_t> bracket = FindBracket(road, mileage);
+    const StakeCoordinate& before = bracket ? stakes[*bracket] : stakes.front();
+    const StakeCoordinate& after = bracket ? stakes[*bracket + 1] : stakes.back();
+    const bool later = std::fabs(after.mileage - mileage) <= std::fabs(before.mileage - mileage);
+    stake = later ? after : before;
     return {};
 }
 

@@ -31,6 +31,7 @@ void Clear(RoadDesign& road) {
     road.inverseIndex = InverseIndex{};
     road.roadLimits = SearchLimits{};
     road.searchLimits = SearchLimits{};
+    road.stakeOrder = StakeOrder{};
     road.profileCache = ProfileCache{};
     road.lastFailure.reset();
 }

@@ -13,6 +13,7 @@
 #include "core/counted_list.hpp"
 #include "core/inverse_index.hpp"
 #include "core/profile_cache.hpp"
+#include "core/stake_order.hpp"
 #include "kesto_road/kesto_road.h"
 
 namespace kesto {
@@ -73,6 +74,7 @@ struct RoadDesign {
     std::int32_t lastNearest = kesto::noElement;  // element that won the last search: chooses where the next one begins
     kesto::SearchLimits roadLimits;               // of the whole road; valid while their key equals the chain's
     kesto::SearchLimits searchLimits;             // of the last search between limits; likewise
+    kesto::StakeOrder stakeOrder;                 // valid while its revision equals the stakes'
     kesto::ProfileCache profileCache;             // valid while its key equals the profile's
     std::optional<Failure> lastFailure;           // kept by the boundary guard
 };
