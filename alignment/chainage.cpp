@@ -48,13 +48,17 @@ const ChainIndex* CurrentIndex(RoadDesign& road, std::int32_t lookups) noexcept 
         index.asked = 0;
     }
     if (index.filled) return &index;
-    if (index.asked > walksAfterEdit) return nullptr;  // memory ran out for this chain
+    if (index.asked > walksAfterEdit) return nullptr;  // the chain is empty
     const bool walks = lookups <= walksAfterEdit - index.asked;
     index.asked = walks ? index.asked + lookups : walksAfterEdit + 1;
     if (walks) return nullptr;
     try {
         FillIndex(road, index);
     } catch (const std::bad_alloc&) {
+        // Lookups walk as after an edit, and then it is tried again: memory may be there by then. Until then none is
+        // held.
+        index = ChainIndex{};
+        index.key = now;
         return nullptr;
     }
     return index.filled ? &index : nullptr;

@@ -258,7 +258,9 @@ const InverseIndex& CurrentInverseIndex(RoadDesign& road) noexcept {
         try {
             BuildInverseIndex(road);
         } catch (const std::bad_alloc&) {
-            index.key = KeyOf(road);  // once is enough for this chain
+            // The query walks, and the next one tries again: building costs no more than a walk, and memory may be
+            // there by then. Until then none is held.
+            index = InverseIndex{};
         }
     }
     return index;

@@ -6,8 +6,9 @@
 
 namespace kesto {
 
-/// The index of the chain as it stands, built anew when an edit or a rebuild has passed since. It is not usable where
-/// memory runs out, a record is not finite or beyond the sizes that the bounds allow for.
+/// The index of the chain as it stands, built anew when an edit or a rebuild has passed since, or memory ran out the
+/// last time. It is not usable where memory runs out, a record is not finite or beyond the sizes that the bounds allow
+/// for.
 const InverseIndex& CurrentInverseIndex(RoadDesign& road) noexcept;
 
 /// Builds that index anew.

@@ -36,7 +36,7 @@ struct ChainIndex {
         bool operator==(const Key&) const = default;
     };
     Key key;
-    std::int32_t asked = 0;  // how often it was asked for since the key changed
+    std::int32_t asked = 0;  // lookups since the key changed or memory ran out
     bool filled = false;     // what follows holds
 
     std::vector<MileageRun> runs;       // in chain order; every element but the start record lies in one
