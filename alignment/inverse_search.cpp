@@ -188,8 +188,9 @@ private:
         return BoundsOnSpiral(spiral, LookFromEnds(spiral, point), point, toStart);
     }
 
-    /// Whether a candidate of the element whose distance is bounded from above lies on the stretch: a foot on a straight
-    /// or an arc, or a start point. (Feet on spirals, which may lie before the start, are bounded from below only.)
+    /// Whether a candidate of the element whose distance is bounded from above lies on the stretch: a foot on a
+    /// straight or an arc, or a start point. (Feet on spirals, which may lie before the start, are bounded from below
+    /// only.)
     bool IsSurelyOn(const ElementSight& sight) const noexcept {
         return stretch.lower <= sight.running && sight.running + std::fabs(sight.frame.length) <= stretch.upper;
     }
