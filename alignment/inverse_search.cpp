@@ -124,13 +124,7 @@ public:
 private:
     static constexpr float epsilon = std::numeric_limits<float>::epsilon();
     static constexpr std::size_t room = 48;        // kept elements
-    static constexpr std::size_t mostNodes = 128;  // more than seven on each of the levels that 2^31 elements need
-
-    struct Pending {
-        std::int32_t level;
-        std::int32_t node;  // of its level
-        float squared;      // m2: distance to its box
-    };
+    static constexpr std::size_t mostLevels = 11;  // of nodes, for 2^31 elements
 
     Candidate GoOn(Candidate best, std::int32_t from) const noexcept {
         for (std::int32_t i = from + 1; i < road.elements.Count(); ++i) {
@@ -207,7 +201,7 @@ private:
         constexpr double rounding = 1 + 1e-6;  // of single precision
         if (!(distance < limit)) return;
         limit = std::max(distance, tolerance::onTheLine);
-        squaredLimit = static_cast<float>(limit * limit * rounding);
+        limitKey = BitsOf(static_cast<float>(limit * limit * rounding)) | laneBits;
     }
 
     void LowerTo(const Candidate& candidate) noexcept {
@@ -258,82 +252,76 @@ private:
         if (count > 0 && kept[0].lower <= std::fabs(Sight(last).frame.length)) AskSpirals();
     }
 
-    using Lanes = std::array<float, boxLanes>;
+    /// Squared distances (m2) to the boxes of a node as integers in the same order, to within the last bits: these hold
+    /// the lane.
+    using Keys = std::array<std::int32_t, boxLanes>;
+    static constexpr std::int32_t laneBits = boxLanes - 1;
+    static constexpr std::int32_t seen = std::numeric_limits<std::int32_t>::max();  // beyond every limit
 
-    /// Squared distances to the boxes of a node (m2), by operations that compilers do four at a time.
-    Lanes SquaredDistances(const BoxNode& node) const noexcept {
-        Lanes squared;
-        for (std::size_t lane = 0; lane < boxLanes; ++lane) {
+    static std::int32_t BitsOf(float squared) noexcept { return std::bit_cast<std::int32_t>(squared); }
+
+    /// By operations that compilers do four at a time.
+    Keys KeysOf(const BoxNode& node) const noexcept {
+        Keys keys;
+        for (std::int32_t i = 0; i < boxLanes; ++i) {
+            const auto lane = static_cast<std::size_t>(i);
             const float awayX = std::fabs(node.centreX[lane] - x) - node.halfX[lane] - roundingX;
             const float awayY = std::fabs(node.centreY[lane] - y) - node.halfY[lane] - roundingY;
             const float twiceX = awayX + std::fabs(awayX);  // 0 inside
             const float twiceY = awayY + std::fabs(awayY);
-            squared[lane] = (twiceX * twiceX + twiceY * twiceY) * 0.25F;
+            keys[lane] = (BitsOf((twiceX * twiceX + twiceY * twiceY) * 0.25F) & ~laneBits) | i;
         }
-        return squared;
+        return keys;
     }
 
-    /// The lanes within the limit, one bit each.
-    unsigned LanesWithin(const Lanes& squared) const noexcept {
-        unsigned lanes = 0;
-        for (unsigned lane = 0; lane < boxLanes; ++lane) {
-            lanes |= static_cast<unsigned>(squared[lane] <= squaredLimit) << lane;
+    static std::int32_t Least(const Keys& keys) noexcept {
+        std::array<std::int32_t, boxLanes / 2> least;
+        for (std::size_t lane = 0; lane < least.size(); ++lane) {
+            least[lane] = std::min(keys[lane], keys[lane + least.size()]);
         }
-        return lanes;
-    }
-
-    static std::int32_t NearestLane(const Lanes& squared) noexcept {
-        return static_cast<std::int32_t>(std::min_element(squared.begin(), squared.end()) - squared.begin());
-    }
-
-    /// The nearest box first: what it holds often rules out the others.
-    bool SeeElements(const Lanes& squared, unsigned lanes, std::int32_t first) noexcept {
-        const std::int32_t nearest = NearestLane(squared);
-        if (!SeeLane(first + nearest)) return false;
-        for (lanes &= ~(1U << nearest); lanes != 0; lanes &= lanes - 1) {
-            const auto lane = static_cast<std::size_t>(std::countr_zero(lanes));
-            if (squared[lane] <= squaredLimit && !SeeLane(first + static_cast<std::int32_t>(lane))) return false;
-        }
-        AskSpirals();
-        return true;
+        return std::min(std::min(least[0], least[1]), std::min(least[2], least[3]));
     }
 
     bool SeeLane(std::int32_t i) noexcept { return i == begun || (narrow && !MayBeOn(i, i)) || See(i); }
 
+    /// A node on the way down, and the keys of its boxes that are still to be seen.
+    struct Open {
+        std::int32_t node;  // of its level
+        Keys keys;
+    };
+
+    /// Always the nearest box first: what it holds often rules out the others.
     bool Descend() noexcept {
-        std::array<Pending, mostNodes> pending;
-        std::size_t waiting = 0;
-        const auto wait = [&](std::int32_t level, std::int32_t node, float squared) {
-            if (!(narrow && !MayBeOnNode(level, node))) pending[waiting++] = {level, node, squared};
-        };
-        wait(static_cast<std::int32_t>(index.levels.size()) - 1, 0, 0);
-        while (waiting > 0) {
-            const Pending at = pending[--waiting];
-            if (!(at.squared <= squaredLimit)) continue;
-            const Lanes squared = SquaredDistances(NodeOf(at));
-            unsigned lanes = LanesWithin(squared);
-            if (lanes == 0) continue;
-            const std::int32_t first = at.node * boxLanes;
-            if (at.level == 0) {
-                if (!SeeElements(squared, lanes, first)) return false;
+        std::array<Open, mostLevels> way;
+        const std::size_t top = index.levels.size() - 1;
+        std::size_t level = top;
+        way[level] = {0, KeysOf(NodeOf(level, 0))};
+        for (;;) {
+            Open& at = way[level];
+            const std::int32_t least = Least(at.keys);
+            if (least > limitKey) {
+                if (level == 0) AskSpirals();
+                if (level == top) return true;
+                ++level;
                 continue;
             }
-            const std::int32_t nearest = NearestLane(squared);
-            for (lanes &= ~(1U << nearest); lanes != 0; lanes &= lanes - 1) {
-                const int lane = std::countr_zero(lanes);
-                wait(at.level - 1, first + lane, squared[static_cast<std::size_t>(lane)]);
+            const std::int32_t lane = least & laneBits;
+            const std::int32_t nearest = at.node * boxLanes + lane;
+            at.keys[static_cast<std::size_t>(lane)] = seen;
+            if (level == 0) {
+                if (!SeeLane(nearest)) return false;
+            } else if (!(narrow && !MayBeOnNode(level - 1, nearest))) {
+                --level;
+                way[level] = {nearest, KeysOf(NodeOf(level, nearest))};
             }
-            wait(at.level - 1, first + nearest, squared[static_cast<std::size_t>(nearest)]);
         }
-        return true;
     }
 
-    const BoxNode& NodeOf(const Pending& at) const noexcept {
-        const std::int32_t first = index.levels[static_cast<std::size_t>(at.level)];
-        return index.nodes[static_cast<std::size_t>(first) + static_cast<std::size_t>(at.node)];
+    const BoxNode& NodeOf(std::size_t level, std::int32_t node) const noexcept {
+        return index.nodes[static_cast<std::size_t>(index.levels[level]) + static_cast<std::size_t>(node)];
     }
 
-    bool MayBeOnNode(std::int32_t level, std::int32_t node) const noexcept {
+    bool MayBeOnNode(std::size_t level, std::int32_t node) const noexcept {
         const std::int64_t width = std::int64_t{boxLanes} << (3 * level);
         const std::int64_t end = std::min((node + 1) * width, static_cast<std::int64_t>(index.elements.size()));
         return MayBeOn(static_cast<std::int32_t>(std::max(node * width, std::int64_t{1})),
@@ -348,10 +336,10 @@ private:
     float y;
     float roundingX;
     float roundingY;
-    bool narrow = false;                                     // the stretch leaves out elements
-    double limit = farAway;                                  // m: elements farther away cannot win
-    float squaredLimit = std::numeric_limits<float>::max();  // m2
-    std::int32_t begun = -1;                                 // element that was seen first
+    bool narrow = false;                                                // the stretch leaves out elements
+    double limit = farAway;                                             // m: elements farther away cannot win
+    std::int32_t limitKey = BitsOf(std::numeric_limits<float>::max());  // the same, squared, as a key
+    std::int32_t begun = -1;                                            // element that was seen first
     std::size_t count = 0;
     std::array<Kept, room> kept;
 };
