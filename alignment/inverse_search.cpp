@@ -47,28 +47,28 @@ Bounds BoundsOnArc(const ElementSight& sight, Point point, double toStart) noexc
     const double radial = std::sqrt(dx * dx + dy * dy);
     const double toFoot = std::fabs(radial - arc.radius);
     if (!sight.isShortArc) return FromFoot(toFoot, toStart);
-    // How far the point lies outside the two radii that bound the arc, as seen at the arc itself.
-    const double startX = (arc.x - arc.centreX) / arc.radius;
-    const double startY = (arc.y - arc.centreY) / arc.radius;
-    const double fromStart = dx * startY - dy * startX;
-    const double fromEnd = dy * sight.toEnd.cosine - dx * sight.toEnd.sine;
+    // How far the point lies outside the two radii that bound the arc, as seen at the arc itself: areas, with its
+    // radius as the other side.
+    const double fromStart = dx * (arc.y - arc.centreY) - dy * (arc.x - arc.centreX);
+    const double fromEnd = (dy * sight.toEnd.cosine - dx * sight.toEnd.sine) * arc.radius;
     const double outside = arc.left ? -std::min(fromStart, fromEnd) : std::max(fromStart, fromEnd);
-    const double slack = tolerance::indexSlack * (radial / arc.radius + 1);
+    const double slack = tolerance::indexSlack * (radial + arc.radius);
     if (outside > slack) return Around(toStart);
     return outside < -slack ? Around(toFoot) : FromFoot(toFoot, toStart);
 }
 
 /// A spiral has no foot where both ends see the point clearly ahead, or behind. Its foot lies near the chord.
-Bounds BoundsOnSpiral(const SpiralSight& spiral, const EndLooks& looks, Point point, double toStart) noexcept {
+Bounds BoundsOnSpiral(const SpiralSight& spiral, Point point, double toStart) noexcept {
     constexpr double clearly = 1e-6;  // of the distance
-    const double least = tolerance::indexSlack + clearly * std::max(looks.start.distance, looks.end.distance);
-    const bool ahead = looks.start.ahead > least && looks.end.ahead > least;
-    const bool behind = looks.start.ahead < -least && looks.end.ahead < -least;
-    if (ahead || behind) return Around(toStart);
-    const double chordX = spiral.endX - spiral.start.x;
-    const double chordY = spiral.endY - spiral.start.y;
     const double dx = point.x - spiral.start.x;
     const double dy = point.y - spiral.start.y;
+    const double chordX = spiral.endX - spiral.start.x;
+    const double chordY = spiral.endY - spiral.start.y;
+    const double fromStart = dx * spiral.start.heading.cosine + dy * spiral.start.heading.sine;
+    const double fromEnd = (dx - chordX) * spiral.endHeading.cosine + (dy - chordY) * spiral.endHeading.sine;
+    const double most = std::fabs(dx) + std::fabs(dy) + std::fabs(chordX) + std::fabs(chordY);  // m: distance to an end
+    const double least = tolerance::indexSlack + clearly * most;
+    if (std::min(fromStart, fromEnd) > least || std::max(fromStart, fromEnd) < -least) return Around(toStart);
     const double squared = chordX * chordX + chordY * chordY;
     const double part = squared > 0 ? std::clamp((dx * chordX + dy * chordY) / squared, 0.0, 1.0) : 0;
     const double toChord = Distance({dx, dy}, {part * chordX, part * chordY});
@@ -179,7 +179,7 @@ private:
         if (sight.kind == Kind::Straight) return BoundsOnStraight(sight, point, toStart);
         if (sight.kind == Kind::Arc) return BoundsOnArc(sight, point, toStart);
         const SpiralSight& spiral = SpiralOf(sight);
-        return BoundsOnSpiral(spiral, LookFromEnds(spiral, point), point, toStart);
+        return BoundsOnSpiral(spiral, point, toStart);
     }
 
     /// Whether a candidate of the element whose distance is bounded from above lies on the stretch: a foot on a
