@@ -3,6 +3,7 @@
 #include <algorithm>
 #include <cmath>
 #include <limits>
+#include <numbers>
 #include <optional>
 
 #include "alignment/element_generation.hpp"
@@ -69,6 +70,26 @@ double LongestChord(const Piece& spiral, double chord, double lower, double uppe
     return lower + (upper - lower) / 2;
 }
 
+/// A length (m) that a spiral of these radii needs at least to span a chord; infinite where no length is enough.
+double LeastLength(const Piece& spiral, double chord) noexcept {
+    const bool fromLine = IsInfiniteRadius(spiral.startRadius);
+    const bool toLine = IsInfiniteRadius(spiral.endRadius);
+    const double larger = std::max(spiral.startRadius, spiral.endRadius);
+    if (fromLine && toLine) return chord;
+    // The circles of curvature of a spiral lie one inside the other (Kneser), so both ends lie in the larger one.
+    if (!fromLine && !toLine) {
+        return chord - 2 * larger > tolerance::meetsPoint ? std::numeric_limits<double>::infinity() : chord;
+    }
+    // From the point of no curvature the chord is A sqrt(pi) |C + iS|, and Fresnel's integrals stay below 1 together.
+    return chord * chord / (std::numbers::pi * larger);
+}
+
+/// Whether the chord may be reached at a maximum between three tried lengths evenly apart: it rises above the middle
+/// one by less than from or to its neighbours, as the curve turns so little between them.
+bool MayReach(double before, double middle, double after) noexcept {
+    return middle + std::max(middle - before, middle - after) >= -tolerance::meetsPoint;
+}
+
 /// The shortest length at which a spiral's chord has a given length: longer lengths are tried from the chord on, as no
 /// curve is shorter than its chord, until the chord is passed. Where the chord goes through a maximum between two tried
 /// lengths, that one is tried too; where a spiral winds too often to be evaluated, shorter steps are taken.
@@ -76,19 +97,25 @@ std::optional<double> SpiralLength(const Piece& spiral, double chord) noexcept {
     const auto curvature = [](double radius) { return IsInfiniteRadius(radius) ? 0 : 1 / radius; };
     const double turnPerMetre = (curvature(spiral.startRadius) + curvature(spiral.endRadius)) / 2;
     double step = std::min(searchTurn / turnPerMetre, chord);
+    const double least = LeastLength(spiral, chord);
+    if (!std::isfinite(least)) return std::nullopt;
     double lower = chord;
-    double atLower = ChordExcess(spiral, lower, chord).value_or(-chord);
+    double atLower = lower < least ? -chord : ChordExcess(spiral, lower, chord).value_or(-chord);
     double before = lower;
     double atBefore = -std::numeric_limits<double>::infinity();
     for (int i = 0; i < mostTriedLengths && step > chord * shortestStep; ++i) {
         const double upper = lower + step;
+        if (upper < least) {
+            lower = upper;
+            continue;
+        }
         const std::optional<double> atUpper = ChordExcess(spiral, upper, chord);
         if (!atUpper) {
             step /= 2;
             continue;
         }
         if (*atUpper >= 0) return NarrowLength(spiral, chord, lower, upper);
-        if (atLower > atBefore && atLower > *atUpper) {
+        if (atLower > atBefore && atLower > *atUpper && MayReach(atBefore, atLower, *atUpper)) {
             const double longest = LongestChord(spiral, chord, before, upper);
             if (ChordExcess(spiral, longest, chord).value_or(-chord) >= -tolerance::meetsPoint) {
                 return NarrowLength(spiral, chord, before, longest);
