@@ -706,9 +706,9 @@ KESTO_API bool KESTO_CALL GetHeight(RoadDesign* road, double mileage, int32_t oc
  *
  * The road is made current once, before the first row; after that nothing is allocated. Rows fail alone: `status` gets
  * 0 or the KestoStatus of the row, and the outputs of a failed row are what the function for one point leaves, mostly
- * untouched. Failed rows leave nothing in GetLastFailure(). A batch is true when all rows were answered, false for a
- * null handle, a null column that is needed, a negative count and where no road can be built: nothing is written then.
- * A count of 0 is true and touches nothing. */
+ * untouched. Failed rows leave nothing in GetLastFailure(). A batch is true when it has been through all rows, failed
+ * ones or not; false for a null handle, a null column that is needed, a negative count and where no road can be built:
+ * nothing is written then. A count of 0 is true and touches nothing. */
 
 /** GetMileageAndOffset() for many points.
  *  @param count                         number of rows

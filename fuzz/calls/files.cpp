@@ -1,0 +1,97 @@
+// The calls of the files, in a folder of their own.
+
+#include <algorithm>
+
+#include "saved_road.hpp"
+#include "session.hpp"
+#include "temporary_folder.hpp"
+
+namespace kesto::fuzz {
+
+namespace {
+
+constexpr std::size_t longestName = 300;  // characters: more than a file system takes
+
+const TemporaryFolder& Folder() {
+    static const TemporaryFolder folder;
+    return folder;
+}
+
+/// A path in the folder: mostly one that other calls use too, else a name of any bytes, the folder, or a missing one.
+std::string PathFrom(Bytes& in) {
+    const std::uint8_t kind = in.Byte();
+    switch (kind < 200 ? kind % 4 : kind) {
+        case 0: return Folder().File("road.road");
+        case 1: return Folder().File("road.watx");
+        case 2: return Folder().File("other.ROAD");
+        case 3: return Folder().File("road.xml");
+        case 200: return Folder().File("");
+        case 201: return Folder().File("missing/road.road");
+        case 202: return Folder().File(std::string(longestName, 'x'));
+        case 203: return Folder().File("missing.road");
+        default: break;
+    }
+    std::string name = in.Text();
+    name.insert(name.begin(), 'x');  // never the folder's parent
+    std::replace(name.begin(), name.end(), '/', '_');
+    std::replace(name.begin(), name.end(), '\0', '_');
+    return Folder().File(name + (kind % 2 == 0 ? ".road" : ""));
+}
+
+template <class Function>
+void WithPath(Session& it, const Named<Function>& function) {
+    const std::string path = PathFrom(it.in);
+    it.File(function, it.OrNull(path.c_str()));
+}
+
+void Save(Session& it) { WithPath(it, KESTO_NAMED(SaveProject)); }
+void Open(Session& it) { WithPath(it, KESTO_NAMED(OpenProject)); }
+void OpenAndDesign(Session& it) { WithPath(it, KESTO_NAMED(OpenProject2)); }
+void SaveWater(Session& it) { WithPath(it, KESTO_NAMED(SaveWaterProject)); }
+void OpenWater(Session& it) { WithPath(it, KESTO_NAMED(OpenWaterProject)); }
+void ExportXml(Session& it) { WithPath(it, KESTO_NAMED(ExportLandXMLFile)); }
+
+/// What is saved of a part is a road that can be designed.
+void SavePart(Session& it) {
+    const double start = it.in.Number(), end = it.in.Number();
+    const std::int32_t startOccurrence = it.in.Whole(), endOccurrence = it.in.Whole();
+    const std::string path = Folder().File("part.road");
+    const std::int32_t status =
+        it.File(KESTO_NAMED(SavePartProject), it.OrNull(path.c_str()), start, end, startOccurrence, endOccurrence);
+    if (status != KESTO_SUCCESS) return;
+    RoadDesign* const part = StartRoadDesign();
+    Require(OpenProject2(part, path.c_str()) == KESTO_SUCCESS, "a part that was saved can be opened and designed");
+    EndRoadDesign(part);
+}
+
+void SaveToMemory(Session& it) {
+    std::int64_t size = -1;
+    if (it.in.Rarely()) {
+        const std::int64_t capacity = it.in.Whole();
+        char few[4];
+        it.Ask(KESTO_NAMED(SaveProjectToMemory), it.OrNull(few), std::min<std::int64_t>(capacity, sizeof few),
+               it.OrNull(&size));
+    } else if (it.Road() != nullptr) {
+        KESTO_NAMED(SaveProjectToMemory)(it.Road(), nullptr, 0, &size);
+        it.savedText = SavedText(it.Road());
+    }
+}
+
+/// The text saved last, with some bytes changed.
+void OpenFromMemory(Session& it) {
+    std::string text = it.savedText.empty() ? "0 50 0 K\n\nElement\n" : it.savedText;
+    for (int changes = it.in.Byte() % 4; changes > 0; --changes) {
+        const std::size_t at = it.in.Raw<std::uint16_t>() % text.size();
+        text[at] = static_cast<char>(it.in.Byte());
+    }
+    const std::int64_t size = it.in.Rarely() ? it.in.Whole() : static_cast<std::int64_t>(text.size());
+    it.File(KESTO_NAMED(OpenProjectFromMemory), it.OrNull(text.data()),
+            std::min(size, static_cast<std::int64_t>(text.size())));
+}
+
+}  // namespace
+
+const CallGroup fileCalls{Save,      SavePart,  Open,         OpenAndDesign, OpenFromMemory,
+                          SaveWater, OpenWater, SaveToMemory, ExportXml};
+
+}  // namespace kesto::fuzz
