@@ -56,6 +56,7 @@ int main(int argc, char** argv) {
         if (std::string(argv[i]) == "--exports" && i + 1 < argc) {
             exports = argv[++i];
         } else {
+            if (!fs::exists(argv[i])) return std::printf("missing: %s\n", argv[i]), 1;
             count += RunAll(argv[i]);
         }
     }
