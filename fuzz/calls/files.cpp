@@ -51,7 +51,8 @@ void SaveWater(Session& it) { WithPath(it, KESTO_NAMED(SaveWaterProject)); }
 void OpenWater(Session& it) { WithPath(it, KESTO_NAMED(OpenWaterProject)); }
 void ExportXml(Session& it) { WithPath(it, KESTO_NAMED(ExportLandXMLFile)); }
 
-/// What is saved of a part is a road that can be designed.
+/// What is saved of a part is a road that can be built. It has the settings of the whole, a wrong stake type as well,
+/// so not every one can be designed.
 void SavePart(Session& it) {
     const double start = it.in.Number(), end = it.in.Number();
     const std::int32_t startOccurrence = it.in.Whole(), endOccurrence = it.in.Whole();
@@ -60,7 +61,7 @@ void SavePart(Session& it) {
         it.File(KESTO_NAMED(SavePartProject), it.OrNull(path.c_str()), start, end, startOccurrence, endOccurrence);
     if (status != KESTO_SUCCESS) return;
     RoadDesign* const part = StartRoadDesign();
-    Require(OpenProject2(part, path.c_str()) == KESTO_SUCCESS, "a part that was saved can be opened and designed");
+    Require(OpenProject(part, path.c_str()) == KESTO_SUCCESS && UpdateData(part), "a part that was saved can be built");
     EndRoadDesign(part);
 }
 
