@@ -16,5 +16,6 @@ extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size
     for (const RoadSlot& slot : session.roads) {
         if (slot.road != nullptr) RequireFixedPoint(slot.road);
     }
+    RemoveFiles();
     return 0;
 }

@@ -92,6 +92,8 @@ void OpenFromMemory(Session& it) {
 
 }  // namespace
 
+void RemoveFiles() { Folder().Empty(); }
+
 const CallGroup fileCalls{Save,      SavePart,  Open,         OpenAndDesign, OpenFromMemory,
                           SaveWater, OpenWater, SaveToMemory, ExportXml};
 

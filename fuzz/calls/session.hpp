@@ -132,6 +132,9 @@ void RequireFiniteNumbers(Numbers... numbers) {
     Require((std::isfinite(numbers) && ...), "what is found is finite");
 }
 
+/// Removes the files that the calls of a run have written: each run begins without.
+void RemoveFiles();
+
 /// One kind of call: takes its arguments from the session's bytes.
 using Call = void (*)(Session&);
 
