@@ -30,7 +30,7 @@ def test_a_built_road_answers(small):
     assert azimuth == pytest.approx(60) and small.at(1150).azimuth == pytest.approx(60 + np.degrees(50 / 200))
     assert small.height(1075, -2) == pytest.approx(50 + 75 * 0.02 - 2 * 0.025)
     small.add_change_section(Side.LEFT, ChangeOf.WIDTH, 1050, [4])
-    assert small.change_sections(Side.LEFT, ChangeOf.WIDTH) == [(1050, 0, (4.0,))]
+    assert small.change_sections(Side.LEFT, ChangeOf.WIDTH) == [(1050, 0, (4.0,), (1,))]
     edge = small.road_side(1050, Side.LEFT)[0]
     assert (edge.name, edge.width, edge.height) == ("lane", 4, pytest.approx(51 - 4 * 0.025))
     assert small.continuous_mileage(1040) == 1040 and small.end_mileage == 1150
@@ -127,7 +127,8 @@ def test_numbers_are_those_of_the_header():
 
 def test_records_are_those_of_the_header():
     layout = (ROOT / "include/kesto_road/layout.h").read_text(encoding="utf-8")
-    names = {"Stake": "StakeCoordinate", "Plate": "SectionPlate", "SectionMileage": "SectionMileageIndex"}
+    names = {"Stake": "StakeCoordinate", "Plate": "SectionPlate", "SectionMileage": "SectionMileageIndex",
+             "EaseParameters": "EaseParam"}
     for record in _records.Record.__subclasses__():
         theirs = names.get(record.__name__, record.__name__)
         offsets = {re.sub("([A-Z])", r"_\1", field).lower(): int(offset) for field, offset in

@@ -10,16 +10,16 @@ x is the northing and y the easting (m), azimuths are degrees clockwise from nor
 from ._failures import KestoError, Limit, ListOf, RecordsSkippedWarning, Status, describe
 from ._lists import RecordList
 from ._native import library as _library
-from ._queries import Heights, Place, Places, Position, Positions
-from ._records import (BrokenChain, Coordinate, Element, Intersection, Plate, Record, SectionMileage, Stake,
-                       VerticalCurve)
+from ._queries import Heights, Place, Places, Position, Positions, Queries
+from ._records import (BrokenChain, Coordinate, EaseParameters, Element, Intersection, Plate, Record, SectionMileage,
+                       Stake, VerticalCurve)
 from .road import ChangeOf, ChangeSection, DesignMode, FrozenRoad, Road, Side, Transition, Turn
 
 __version__: str = _library.KestoRoadVersion().decode()
 
 __all__ = [
-    "BrokenChain", "ChangeOf", "ChangeSection", "Coordinate", "DesignMode", "Element", "FrozenRoad", "Heights",
-    "Intersection", "KestoError", "Limit", "ListOf", "Place", "Places", "Plate", "Position", "Positions", "Record",
-    "RecordList", "RecordsSkippedWarning", "Road", "SectionMileage", "Side", "Stake", "Status", "Transition", "Turn",
-    "VerticalCurve", "describe",
+    "BrokenChain", "ChangeOf", "ChangeSection", "Coordinate", "DesignMode", "EaseParameters", "Element",
+    "FrozenRoad", "Heights", "Intersection", "KestoError", "Limit", "ListOf", "Place", "Places", "Plate",
+    "Position", "Positions", "Queries", "Record", "RecordList", "RecordsSkippedWarning", "Road",
+    "SectionMileage", "Side", "Stake", "Status", "Transition", "Turn", "VerticalCurve", "describe",
 ]

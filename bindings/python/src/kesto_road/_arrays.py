@@ -2,27 +2,31 @@
 
 from __future__ import annotations
 
-import operator
-from typing import Any, Callable, Sequence, SupportsIndex
+from typing import Any, Callable, Sequence
 
 import numpy as np
 from numpy.typing import ArrayLike, NDArray
 
+from ._native import LARGEST, NO_OCCURRENCE
+
 ROWS_PER_CALL = 1 << 20  # so that an interrupt is heard, and counts and strides stay within 32 bits
-LARGEST = 2**31 - 1
-NO_OCCURRENCE = -1
+NO_NUMBERS = "mMcSU"  # kinds of NumPy's: what would become a number without being one
 Array = NDArray[Any]
 
 
 def numbers(values: ArrayLike) -> Array:
-    """The values as an array of float64; itself, strides and all, where it is one already."""
-    return _walkable(np.asarray(values, np.float64))
+    """The values as an array of float64; itself, strides and all, where it is one already. Raises TypeError for what
+    are no real numbers."""
+    array = _unmasked(values)
+    if array.dtype.kind in NO_NUMBERS:
+        raise TypeError(f"real numbers are needed, not {array.dtype}")
+    return _walkable(np.asarray(array, np.float64))
 
 
 def whole_numbers(values: ArrayLike) -> Array:
     """The values as an array of int32, as numbers() does. What 32 bits do not hold is no occurrence, so it stays none.
     Raises TypeError for what is not whole."""
-    array = np.asarray(values)
+    array = _unmasked(values)
     if array.size and array.dtype.kind not in "iub":
         raise TypeError(f"occurrences are whole numbers, not {array.dtype}")
     if array.dtype != np.int32:
@@ -30,9 +34,11 @@ def whole_numbers(values: ArrayLike) -> Array:
     return _walkable(array)
 
 
-def whole_number(value: SupportsIndex) -> int:
-    """One occurrence, as whole_numbers() takes many."""
-    return max(NO_OCCURRENCE, min(operator.index(value), LARGEST))
+def _unmasked(values: ArrayLike) -> Array:
+    """The values as an array. Raises TypeError where its mask would be lost."""
+    if isinstance(values, np.ma.MaskedArray):
+        raise TypeError("masked arrays are not taken: fill them first, with NaN for instance")
+    return np.asarray(values)
 
 
 def _walkable(array: Array) -> Array:
@@ -61,6 +67,8 @@ def run(batch: Callable[..., None], inputs: Sequence[Array], kinds: Sequence[typ
     """
     inputs = np.broadcast_arrays(*inputs)
     shape = inputs[0].shape
+    if not shape:
+        return [each.reshape(shape) for each in run(batch, [np.atleast_1d(each) for each in inputs], kinds)]
     outputs: list[Array] = [np.empty(shape, kind) for kind in kinds]
     longest = int(np.argmax(shape))  # the innermost axis of the walk, unless more than one make a common stride
     columns = [np.moveaxis(each, longest, -1) for each in (*inputs, *outputs)]

@@ -129,8 +129,10 @@ class KestoError(Exception):
     def __str__(self) -> str:
         enums = (("list", self.list), ("limit", self.limit))
         parts: list[tuple[str, Any]] = [(name, each.name.lower()) for name, each in enums if each is not None]
-        parts += [(name, f"{getattr(self, name):.10g}") for name in ("record", "value", "bound", "excess")
-                  if getattr(self, name) is not None]
+        if self.record is not None:
+            parts.append(("record", self.record))
+        if self.value or self.bound or self.excess:
+            parts += [(name, f"{getattr(self, name):.10g}") for name in ("value", "bound", "excess")]
         told = ", ".join(f"{name} {value}" for name, value in parts)
         return describe(self.status) + (f" ({told})" if told else "")
 

@@ -3,14 +3,17 @@
 from __future__ import annotations
 
 from abc import ABC, abstractmethod
+from contextlib import AbstractContextManager
 from ctypes import byref, c_double, c_int32
-from typing import Any, NamedTuple, cast, overload
+from typing import Any, NamedTuple, Sequence, Union, overload
 
 import numpy as np
 from numpy.typing import ArrayLike, NDArray
 
-from ._arrays import coordinates, numbers, run, whole_number, whole_numbers
+from ._arrays import Array, coordinates, numbers, run, whole_numbers
 
+Number = Union[float, "np.floating[Any]", "np.integer[Any]"]
+Whole = Union[int, "np.integer[Any]"]
 SQUARE = 90.0  # degrees
 
 
@@ -56,7 +59,11 @@ class Heights(NamedTuple):
 
 
 def _single(*values: Any) -> bool:
-    return all(isinstance(each, (float, int)) or np.ndim(each) == 0 for each in values)
+    return all(isinstance(each, (float, int, np.number)) for each in values)
+
+
+def _is_point(value: Any) -> bool:
+    return isinstance(value, tuple) and len(value) == 2 and _single(*value)
 
 
 def _blank(status: NDArray[np.uint8], *columns: Any) -> None:
@@ -70,45 +77,54 @@ def _blank(status: NDArray[np.uint8], *columns: Any) -> None:
 class Queries(ABC):
     """What roads and frozen roads answer.
 
-    Every question takes single numbers or arrays. Single numbers give single numbers, and raise KestoError where there
-    is no answer. Arrays of any shapes that broadcast give arrays of their common shape, and a row without an answer is
-    NaN with a status (see Status) of its own; KestoError is raised only where the road itself cannot be built. Arrays
-    of float64 (int32 for occurrences) are read in place whatever their strides, others are converted first.
+    Every question takes single numbers or arrays. Single numbers, Python's or NumPy's, give single numbers, and raise
+    KestoError where there is no answer. Arrays of any shapes that broadcast (and what NumPy makes arrays of, an array
+    without dimensions too) give arrays of their common shape, and a row without an answer is NaN with a status (see
+    Status) of its own; KestoError is raised only where the road itself cannot be built. Arrays of float64 (int32 for
+    occurrences) are read in place whatever their strides, others are converted first.
     """
 
     @abstractmethod
     def _call(self, name: str, *arguments: Any) -> None:
         """Calls a function on the road. Raises KestoError where it fails."""
 
+    @abstractmethod
+    def _alone(self) -> AbstractContextManager[Any]:
+        """Keeps other threads from editing the road."""
+
+    @abstractmethod
+    def _make_current(self) -> None:
+        """Builds what is not built yet. Raises KestoError where no road can be built."""
+
+    def _run(self, name: str, inputs: Sequence[Array], kinds: Sequence[type]) -> list[Array]:
+        """Runs a batch of the library, which is one call to other threads however many rows there are."""
+        with self._alone():
+            return run(lambda count, *columns: self._call(name, count, *columns), inputs, kinds)
+
     @overload
-    def locate(self, x: tuple[float, float]) -> Place: ...  # type: ignore[misc]  # numbers are array-like too
+    def locate(self, x: tuple[Number, Number]) -> Place: ...
     @overload
-    def locate(self, x: float, y: float) -> Place: ...  # type: ignore[misc]
+    def locate(self, x: Number, y: Number) -> Place: ...  # type: ignore[misc]  # numbers are array-like too
     @overload
     def locate(self, x: ArrayLike, y: ArrayLike | None = None) -> Places: ...
-    def locate(self, x: ArrayLike, y: ArrayLike | None = None) -> Place | Places:
+    def locate(self, x: ArrayLike | tuple[Number, Number], y: ArrayLike | None = None) -> Place | Places:
         """Stake mileage, occurrence and offset of points, searched on the whole road.
 
         Args:
-            x: northings (m), or points: an array whose last axis holds x and y
+            x: northings (m), or points: one as a tuple, or an array whose last axis holds x and y
             y: eastings (m), where x holds no points
         """
-        if y is None or not _single(x, y):
-            x, y = coordinates(x, y)
-        if _single(x, y):
+        given: tuple[Any, Any] = x if y is None and _is_point(x) else (x, y)  # type: ignore[assignment]
+        if _single(*given):
             mileage, offset, occurrence = c_double(), c_double(), c_int32()
-            self._call("GetMileageAndOffset", x, y, byref(mileage), byref(offset), byref(occurrence))
+            self._call("GetMileageAndOffset", *given, byref(mileage), byref(offset), byref(occurrence))
             return Place(mileage.value, occurrence.value, offset.value)
-
-        def batch(count: int, *columns: int) -> None:
-            self._call("GetMileageAndOffsetBatch", count, *columns)
-
-        mileages, offsets, occurrences, status = run(batch, [numbers(x), numbers(y)],
-                                                     [np.float64, np.float64, np.int32, np.uint8])
+        mileages, offsets, occurrences, status = self._run("GetMileageAndOffsetBatch", coordinates(*given),
+                                                           [np.float64, np.float64, np.int32, np.uint8])
         _blank(status, mileages, offsets, occurrences)
         return Places(mileages, occurrences, offsets, status)
 
-    def locate_between(self, x: float, y: float, lower: tuple[float, int], upper: tuple[float, int]) -> Place:
+    def locate_between(self, x: Number, y: Number, lower: tuple[Number, Whole], upper: tuple[Number, Whole]) -> Place:
         """Stake mileage, occurrence and offset of one point, searched between two places of the road.
 
         Where a limit is the nearest point it becomes the result, with the plain distance.
@@ -118,13 +134,13 @@ class Queries(ABC):
             lower, upper: the limits: stake mileage (m) and occurrence; a limit off the road is replaced by its end
         """
         mileage, offset, occurrence = c_double(), c_double(), c_int32()
-        self._call("GetMileAndOffsetInLim", x, y, lower[0], whole_number(lower[1]), upper[0], whole_number(upper[1]),
+        self._call("GetMileAndOffsetInLim", x, y, lower[0], lower[1], upper[0], upper[1],
                    byref(mileage), byref(offset), byref(occurrence))
         return Place(mileage.value, occurrence.value, offset.value)
 
     @overload
-    def at(self, mileage: float, offset: float = 0, occurrence: int = 0,  # type: ignore[misc]
-           angle: float = SQUARE) -> Position: ...
+    def at(self, mileage: Number, offset: Number = 0, occurrence: Whole = 0,  # type: ignore[misc]
+           angle: Number = SQUARE) -> Position: ...
     @overload
     def at(self, mileage: ArrayLike, offset: ArrayLike = 0, occurrence: ArrayLike = 0,
            angle: ArrayLike = SQUARE) -> Positions: ...
@@ -140,20 +156,20 @@ class Queries(ABC):
         """
         if _single(mileage, offset, occurrence, angle):
             x, y, azimuth = c_double(), c_double(), c_double()
-            self._call("GetPositionAndAzimuth", mileage, offset, angle, byref(x), byref(y), byref(azimuth),
-                       whole_number(cast(Any, occurrence)))
+            with self._alone():
+                self._make_current()
+                self._call("GetPositionAndAzimuth", mileage, offset, angle, byref(x), byref(y), byref(azimuth),
+                           occurrence)
             return Position(x.value, y.value, azimuth.value)
-
-        def batch(count: int, *columns: int) -> None:
-            self._call("GetPositionAndAzimuthBatch", count, *columns)
-
         given = [numbers(mileage), whole_numbers(occurrence), numbers(offset), numbers(angle)]
-        xs, ys, azimuths, status = run(batch, given, [np.float64, np.float64, np.float64, np.uint8])
+        xs, ys, azimuths, status = self._run("GetPositionAndAzimuthBatch", given,
+                                             [np.float64, np.float64, np.float64, np.uint8])
         _blank(status, xs, ys, azimuths)
         return Positions(xs, ys, azimuths, status)
 
     @overload
-    def height(self, mileage: float, offset: float = 0, occurrence: int = 0) -> float: ...  # type: ignore[misc]
+    def height(self, mileage: Number, offset: Number = 0,  # type: ignore[misc]
+               occurrence: Whole = 0) -> float: ...
     @overload
     def height(self, mileage: ArrayLike, offset: ArrayLike = 0, occurrence: ArrayLike = 0) -> Heights: ...
     def height(self, mileage: ArrayLike, offset: ArrayLike = 0, occurrence: ArrayLike = 0) -> float | Heights:
@@ -166,13 +182,11 @@ class Queries(ABC):
         """
         if _single(mileage, offset, occurrence):
             found = c_double()
-            self._call("GetHeight", mileage, whole_number(cast(Any, occurrence)), offset, byref(found))
+            with self._alone():
+                self._make_current()
+                self._call("GetHeight", mileage, occurrence, offset, byref(found))
             return found.value
-
-        def batch(count: int, *columns: int) -> None:
-            self._call("GetHeightBatch", count, *columns)
-
         given = [numbers(mileage), whole_numbers(occurrence), numbers(offset)]
-        heights, status = run(batch, given, [np.float64, np.uint8])
+        heights, status = self._run("GetHeightBatch", given, [np.float64, np.uint8])
         _blank(status, heights)
         return Heights(heights, status)

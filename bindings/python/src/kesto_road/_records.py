@@ -2,6 +2,7 @@
 
 from __future__ import annotations
 
+import operator
 from dataclasses import dataclass, fields
 from typing import Any, ClassVar, TypeVar
 
@@ -24,6 +25,14 @@ def _layout(size: int, **formats: str) -> np.dtype[Any]:
     return np.dtype({"names": list(formats), "formats": list(formats.values()), "offsets": offsets, "itemsize": size})
 
 
+def whole(value: Any, kind: Any) -> int:
+    """A whole number that a kind of NumPy's holds. Raises TypeError for what is not whole, OverflowError beyond it."""
+    number, held = operator.index(value), np.iinfo(kind)
+    if not held.min <= number <= held.max:
+        raise OverflowError(f"{number} is not within {held.min} and {held.max}")
+    return number
+
+
 @dataclass
 class Record:
     """A record: values with the names of its dtype's fields."""
@@ -38,11 +47,14 @@ class Record:
                       for name, value in zip(cls.dtype.names or (), row.item())})
 
     def row(self) -> np.ndarray[Any, np.dtype[Any]]:
-        """The record as a structured array without dimensions. Texts beyond their 31 bytes are cut by the library."""
+        """The record as a structured array without dimensions. Texts beyond their 31 bytes are cut by the library.
+        Raises OverflowError or TypeError for a number that is not one of the field's."""
         row = np.zeros((), self.dtype)
         for name in self.dtype.names or ():
-            value = getattr(self, name)
-            row[name] = value.encode("utf-8", "surrogateescape") if isinstance(value, str) else value
+            value, kind = getattr(self, name), self.dtype[name]
+            if isinstance(value, str):
+                value = value.encode("utf-8", "surrogateescape")
+            row[name] = whole(value, kind) if kind.kind in "iu" else value
         return row
 
 
@@ -167,6 +179,18 @@ class SectionMileage(Record):
     stake_text: str = ""  # made by the library
     mileage: float = 0.0  # stake mileage (m)
     dtype: ClassVar = _layout(40, stake_text=TEXT, mileage="f8")
+
+
+@dataclass
+class EaseParameters(Record):
+    """What a spiral's radii and length make of it."""
+
+    parameter_squared: float = 0.0  # A squared, the clothoid parameter (square metres)
+    deflection: float = 0.0  # angle that the whole spiral turns (degrees)
+    shift: float = 0.0  # from the tangent to the circle of the smaller radius (m)
+    tangent_offset: float = 0.0  # along the tangent to the foot of that circle's centre (m)
+    chord: float = 0.0  # between the spiral's ends (m)
+    dtype: ClassVar = _layout(40, parameter_squared="f8", deflection="f8", shift="f8", tangent_offset="f8", chord="f8")
 
 
 @dataclass

@@ -2,22 +2,24 @@
 
 from __future__ import annotations
 
+import math
 import os
 import threading
 import weakref
-from ctypes import byref, c_double, c_int32, c_int64, create_string_buffer
+from contextlib import AbstractContextManager, nullcontext, suppress
+from ctypes import addressof, byref, c_double, c_int32, c_int64, c_uint8, create_string_buffer
 from enum import IntEnum
-from typing import Any, NamedTuple, Sequence
+from typing import Any, NamedTuple, NoReturn, Sequence, Union
 
 import numpy as np
 from numpy.typing import NDArray
 
 from ._failures import KestoError, Status, warn_of_skipped_records
-from ._lists import RecordList, SortedRecordList
-from ._native import DoubleArray, PlateArray, library
-from ._queries import Queries
-from ._records import (BrokenChain, Coordinate, Element, Failure, Intersection, Plate, SectionMileage, Stake,
-                       VerticalCurve)
+from ._lists import RecordList, SortedRecordList, whole_call
+from ._native import DoubleArray, Int32Array, PlateArray, call, library
+from ._queries import Number, Queries, Whole
+from ._records import (BrokenChain, Coordinate, EaseParameters, Element, Failure, Intersection, Plate, SectionMileage,
+                       Stake, VerticalCurve, whole)
 
 
 class DesignMode(IntEnum):
@@ -64,17 +66,23 @@ class ChangeSection(NamedTuple):
     mileage: float  # stake mileage (m)
     occurrence: int  # which of the equal stake mileages, 0-based
     values: tuple[float, ...]  # one for each plate, from the centre line outwards
+    flags: tuple[int, ...]  # one for each plate, carried, never read
 
 
-_WATER = ".watx"
+Path = Union[str, bytes, "os.PathLike[str]", "os.PathLike[bytes]"]
+_WATER = b".watx"
+_NOTHING = c_double(math.nan), c_double(), c_uint8()  # a mileage that no road has, and where its answer would go
+_ASK_NOTHING = (1, addressof(_NOTHING[0]), 0, *[None, 0] * 3, *[addressof(_NOTHING[1]), 0] * 3,
+                addressof(_NOTHING[2]), 0)
 
 
 class Road(Queries):
     """A road. Lengths in metres, azimuths in degrees clockwise from north; x is the northing, y the easting.
 
     Entering data computes nothing: `design()` does, and queries answer after it. One road may be used from several
-    threads, whose calls then wait for one another; see `freeze()` for queries side by side. Pickling a road carries its
-    project file.
+    threads, whose calls then wait for one another, each of them whole; see `freeze()` for queries side by side. Copies
+    and pickles carry the project file, whose numbers have eight decimals, and run the design where the road had
+    stakes. The memory of a road is released with its last reference.
     """
 
     def __init__(self) -> None:
@@ -82,45 +90,46 @@ class Road(Queries):
         self._handle = library.StartRoadDesign()
         if not self._handle:
             raise MemoryError("no memory for a road")
+        self._current = False
         self._lock = threading.RLock()  # one call at a time, and its failure read before the next
         weakref.finalize(self, library.EndRoadDesign, self._handle).atexit = False
 
     @classmethod
-    def open(cls, path: str | os.PathLike[str]) -> Road:
-        """Opens a project file (".road", or ".watx" of a water project) and runs the design.
+    def open(cls, path: Path, design: bool = True) -> Road:
+        """Opens a project file (".road", or ".watx" of a water project).
 
-        Raises KestoError where it cannot be read or no road can be built; warns with RecordsSkippedWarning where
+        Args:
+            design: runs the design; without it the data are there to be mended even where no road can be built
+        Raises KestoError where the file cannot be read or no road can be built; warns with RecordsSkippedWarning where
         records could not be read.
         """
-        road = cls()
-        if os.fspath(path).lower().endswith(_WATER):
-            road._file("OpenWaterProject", os.fsencode(path))
-            skipped = road._failure()
-            road.design()
-        else:
-            road._file("OpenProject2", os.fsencode(path))
-            skipped = road._failure()
-        warn_of_skipped_records(skipped)
-        return road
+        name, road = os.fsencode(path), cls()
+        road._file("OpenWaterProject" if _is_water(name) else "OpenProject", name)
+        return road._opened(design)
 
     @classmethod
-    def from_bytes(cls, data: bytes) -> Road:
-        """A road from the bytes of a project file, designed; see `open()`."""
-        road = cls()
-        road._file("OpenProjectFromMemory", data, len(data))
-        skipped = road._failure()
-        road.design()
-        warn_of_skipped_records(skipped)
-        return road
+    def from_bytes(cls, data: bytes | bytearray | memoryview, design: bool = True) -> Road:
+        """A road from the bytes of a project file; see `open()`."""
+        road, content = cls(), bytes(data)
+        road._file("OpenProjectFromMemory", content, len(content))
+        return road._opened(design)
 
-    def save(self, path: str | os.PathLike[str]) -> None:
+    def _opened(self, design: bool) -> Road:
+        skipped = self._failure()
+        if design:
+            self.design()
+        warn_of_skipped_records(skipped)
+        return self
+
+    def save(self, path: Path) -> None:
         """Saves the project file; an earlier file stays whole until the new one is complete.
 
         Args:
-            path: ends in ".road", or in ".watx" for a water project; any other path gets ".road" appended
+            path: ends in ".road", or in ".watx" for a water project, in any case of letters, and is then written with
+                  small ones; any other path gets ".road" appended
         """
-        water = os.fspath(path).lower().endswith(_WATER)
-        self._file("SaveWaterProject" if water else "SaveProject", os.fsencode(path))
+        name = os.fsencode(path)
+        self._file("SaveWaterProject" if _is_water(name) else "SaveProject", name)
 
     def to_bytes(self) -> bytes:
         """The bytes of the project file."""
@@ -133,21 +142,26 @@ class Road(Queries):
                 return memory.raw[:size.value]
             raise KestoError(status, self._failure())
 
-    def save_part(self, path: str | os.PathLike[str], start: float, end: float, start_occurrence: int = 0,
-                  end_occurrence: int = 0) -> None:
+    def save_part(self, path: Path, start: Number, end: Number, start_occurrence: Whole = 0,
+                  end_occurrence: Whole = 0) -> None:
         """Saves the stretch between two stake mileages (m) as a road of its own."""
         self._file("SavePartProject", os.fsencode(path), start, end, start_occurrence, end_occurrence)
 
-    def export_landxml(self, path: str | os.PathLike[str]) -> None:
+    def export_landxml(self, path: Path) -> None:
         """Runs the design and writes alignment and profile as a LandXML 1.1 document."""
         self._file("ExportLandXMLFile", os.fsencode(path))
 
     def __reduce__(self) -> tuple[Any, ...]:
-        return Road.from_bytes, (self.to_bytes(),)
+        with self._lock:
+            return _copied, (self.to_bytes(), len(self.stakes) > 0)
 
     def clear(self) -> None:
         """Empties the design data and resets all settings."""
         self._ask("ClearRoad")
+
+    def alone(self) -> AbstractContextManager[Any]:
+        """Within `with road.alone():` other threads wait, so that several calls are one to them."""
+        return self._lock
 
     # ------------------------------------------------------------------------------------------------ design and stakes
 
@@ -164,17 +178,31 @@ class Road(Queries):
         """The stakes of the last design run, as a structured array with the fields of Stake."""
         return np.asarray(RecordList(self, Stake, "StakeCoordinate"))
 
-    def nearest_stake(self, x: float, y: float) -> Stake:
+    def nearest_stake(self, x: Number, y: Number) -> Stake:
         """The stake nearest to a point's foot on the road."""
         row, occurrence = np.zeros((), Stake.dtype), c_int32()
         self._call("GetNearbyStakeCoordinate", x, y, row.ctypes.data, byref(occurrence))
         return Stake.of(row)
 
-    def continuous_mileage(self, mileage: float, occurrence: int = 0) -> float:
+    def continuous_mileage(self, mileage: Number, occurrence: Whole = 0) -> float:
         """Start mileage plus distance along the road (m) of a stake mileage."""
-        found = c_double(mileage)
+        found = c_double(float(mileage))
         self._call("GetSrcMileage", byref(found), occurrence)
         return found.value
+
+    @whole_call
+    def intersection_at(self, mileage: Number, occurrence: Whole = 0) -> int | None:
+        """Index of the intersection whose curve covers a stake mileage (m): both its ends belong to it, the later of
+        two curves that touch is told. None where no curve does, and in other design modes."""
+        self.continuous_mileage(mileage, occurrence)  # raises where there is no such place
+        index = int(self._ask("GetIntersectionIndex", mileage, occurrence))
+        return index if index >= 0 else None
+
+    def ease_parameters(self, start_radius: Number, end_radius: Number, length: Number) -> EaseParameters:
+        """What a spiral is like between two radii, 0 for infinite, over a length (m); the road itself plays no part."""
+        row = np.zeros((), EaseParameters.dtype)
+        self._call("CalcEaseParam", start_radius, end_radius, length, row.ctypes.data)
+        return EaseParameters.of(row)
 
     @property
     def end_mileage(self) -> float:
@@ -224,11 +252,14 @@ class Road(Queries):
     @property
     def plates(self) -> tuple[RecordList[Plate], RecordList[Plate]]:
         """The plates of the left and of the right side, from the centre line outwards: `road.plates[Side.LEFT]`."""
-        family = "StandardSectionPlate"
-        return RecordList(self, Plate, family, Side.LEFT), RecordList(self, Plate, family, Side.RIGHT)
+        return self._plates(Side.LEFT), self._plates(Side.RIGHT)
+
+    def _plates(self, side: int) -> RecordList[Plate]:
+        return RecordList(self, Plate, "StandardSectionPlate", side)
 
     # ----------------------------------------------------------------------------------------------- building a road
 
+    @whole_call
     def start(self, x: float, y: float, azimuth: float, mileage: float = 0) -> Road:
         """Begins the alignment: drops every element there is and takes elements as the design mode.
 
@@ -286,6 +317,7 @@ class Road(Queries):
                                                   radius=radius))
         return self
 
+    @whole_call
     def add_plate(self, side: Side, width: float, cross_slope: float, step: float = 0, name: str = "") -> Road:
         """Adds a plate outside those that the side has.
 
@@ -296,32 +328,65 @@ class Road(Queries):
             name:        shown, never interpreted
         """
         _require_finite(width, cross_slope, step)
-        self.plates[side].append(Plate(name, width=width, cross_slope=cross_slope, step=step))
+        self._plates(side).append(Plate(name, width=width, cross_slope=cross_slope, step=step))
         return self
 
-    def add_change_section(self, side: Side, kind: ChangeOf, mileage: float, values: Sequence[float],
-                           transition: Transition = Transition.LINEAR, occurrence: int = 0) -> Road:
-        """Adds a change section: one value for each plate of the side. Add elements, broken chains and plates first."""
-        _require_finite(*values)
-        given = np.array(values, np.float64)
-        self._call("AddChangeSectionList", mileage, side, kind, given.ctypes.data, len(given), occurrence, transition)
+    def add_change_section(self, side: Side, kind: ChangeOf, mileage: Number, values: Sequence[float],
+                           transition: Transition = Transition.LINEAR, occurrence: Whole = 0,
+                           flags: Sequence[int] | None = None) -> Road:
+        """Adds a change section. Add elements, broken chains and plates first.
+
+        Args:
+            mileage:    stake mileage (m)
+            values:     one for each plate of the side, from the centre line outwards: per cent or m
+            transition: how values pass over from the change section before
+            occurrence: which of the equal stake mileages, 0-based
+            flags:      one for each plate, carried in files and never read; all 1 where none are given
+        """
+        numbers, marks = _change(values, flags)
+        self._call("AddChangeSectionList2", mileage, side, kind, numbers, marks, len(values), occurrence, transition)
         return self
 
+    def set_change_section(self, side: Side, kind: ChangeOf, index: int, mileage: Number, values: Sequence[float],
+                           transition: Transition = Transition.LINEAR, occurrence: Whole = 0,
+                           flags: Sequence[int] | None = None) -> None:
+        """Replaces the change section at an index, which may move; see `add_change_section()`."""
+        numbers, marks = _change(values, flags)
+        size = len(values)
+        self._call("SetChangeSection2", side, kind, index, mileage, byref(DoubleArray(numbers, size, size)),
+                   byref(Int32Array(marks, size, size)), occurrence, transition)
+
+    @whole_call
     def change_sections(self, side: Side, kind: ChangeOf) -> list[ChangeSection]:
         """The change sections of a side and kind, along the road."""
-        room = (c_double * len(self.plates[side]))()
-        array = DoubleArray(room, 0, len(room))
+        plates = len(self._plates(side))
+        numbers, marks = (c_double * plates)(), (c_int32 * plates)()
+        values, flags = DoubleArray(numbers, 0, plates), Int32Array(marks, 0, plates)
         mileage, occurrence, found = c_double(), c_int32(), []
         for index in range(self._ask("GetChangeSectionCount", side, kind)):
-            self._call("GetChangeSection", side, kind, index, byref(mileage), byref(array), byref(occurrence))
-            found.append(ChangeSection(mileage.value, occurrence.value, tuple(room[:array.count])))
+            self._call("GetChangeSection2", side, kind, index, byref(mileage), byref(values), byref(flags),
+                       byref(occurrence))
+            found.append(ChangeSection(mileage.value, occurrence.value, tuple(numbers[:values.count]),
+                                       tuple(marks[:flags.count])))
         return found
 
     def delete_change_section(self, side: Side, kind: ChangeOf, index: int) -> None:
         """Removes the change section at an index."""
         self._call("DeleteChangeSection", side, kind, index)
 
-    def road_side(self, mileage: float, side: Side, occurrence: int = 0, profile: bool = True) -> list[Plate]:
+    def transition_type(self, side: Side, kind: ChangeOf, index: int) -> int:
+        """The transition (see Transition) at an index of the type table, which keeps those of places whose change
+        section is gone; 0 behind its end."""
+        found = c_int32()
+        self._call("GetChangeSectionType", side, kind, index, byref(found))
+        return found.value
+
+    def set_transition_type(self, side: Side, kind: ChangeOf, index: int, transition: Transition) -> None:
+        """Changes the transition at an index of the type table."""
+        self._call("SetChangeSectionType", side, kind, index, transition)
+
+    @whole_call
+    def road_side(self, mileage: Number, side: Side, occurrence: Whole = 0, profile: bool = True) -> list[Plate]:
         """The cross section of one side: every plate with offset, point and height of its outer edge.
 
         Args:
@@ -329,7 +394,7 @@ class Road(Queries):
             occurrence: which of the equal stake mileages, 0-based
             profile:    False counts heights from the centre line
         """
-        rows = np.zeros(len(self.plates[side]), Plate.dtype)
+        rows = np.zeros(len(self._plates(side)), Plate.dtype)
         array = PlateArray(rows.ctypes.data, 0, len(rows))
         self._call("GetRoadSide" if profile else "GetRoadSideNoHeight", mileage, occurrence, side, byref(array))
         return [Plate.of(row) for row in rows[:array.count]]
@@ -416,6 +481,7 @@ class Road(Queries):
 
     # ------------------------------------------------------------------------------------------------------- the handle
 
+    @whole_call
     def _append(self, element: Element) -> Road:
         if len(self.elements) == 0:
             raise KestoError(Status.NO_START_ELEMENT)
@@ -430,6 +496,22 @@ class Road(Queries):
         self._call("GetElementPositionAndAzimuth", row.ctypes.data, element.length, byref(x), byref(y), byref(azimuth))
         return x.value, y.value, azimuth.value
 
+    def __repr__(self) -> str:
+        with self._lock:
+            return f"<Road of {max(len(self.elements) - 1, 0)} elements, {len(self.stakes)} stakes>"
+
+    _alone = alone
+
+    def _make_current(self) -> None:
+        if not self._current:
+            self._call("GetPositionAndAzimuthBatch", *_ASK_NOTHING)
+            self._current = True
+
+    def _note(self, name: str) -> None:
+        """What is not a question may leave the road without its chain."""
+        if not name.startswith("Get"):
+            self._current = False
+
     def _failure(self) -> Failure | None:
         row = np.zeros((), Failure.dtype)
         return Failure.of(row) if library.GetLastFailure(self._handle, row.ctypes.data) else None
@@ -442,17 +524,20 @@ class Road(Queries):
     def _ask(self, name: str, *arguments: Any) -> Any:
         """Calls a function that does not fail."""
         with self._lock:
-            return getattr(library, name)(self._handle, *arguments)
+            self._note(name)
+            return call(name, self._handle, *arguments)
 
     def _call(self, name: str, *arguments: Any) -> None:
         with self._lock:
-            if not getattr(library, name)(self._handle, *arguments):
+            self._note(name)
+            if not call(name, self._handle, *arguments):
                 raise self._error()
 
     def _file(self, name: str, *arguments: Any) -> None:
         """Calls a function that gives a status. Raises KestoError where it is not 0."""
         with self._lock:
-            status = getattr(library, name)(self._handle, *arguments)
+            self._note(name)
+            status = call(name, self._handle, *arguments)
             if status != Status.SUCCESS:
                 raise KestoError(status, self._failure())
 
@@ -461,15 +546,31 @@ class FrozenRoad(Queries):
     """An immutable copy of a road, made by `Road.freeze()`, with the same answers to the last bit.
 
     Any number of threads may ask it at once, and they run side by side: a call holds no lock of Python's. Its failures
-    carry their status alone.
+    carry their status alone. A copy is the frozen road itself. It cannot be pickled: a project file would round its
+    numbers; pickle the road, or send its bytes, and freeze it on the other side.
     """
 
     def __init__(self, handle: int):
         self._handle = handle
         weakref.finalize(self, library.ReleaseFrozenRoad, handle).atexit = False
 
+    def __copy__(self) -> FrozenRoad:
+        return self
+
+    def __deepcopy__(self, known: dict[int, Any]) -> FrozenRoad:
+        return self
+
+    def __reduce__(self) -> NoReturn:
+        raise TypeError("a frozen road cannot be pickled: pickle the road, or its to_bytes(), and freeze the copy")
+
+    def _alone(self) -> AbstractContextManager[Any]:
+        return nullcontext()
+
+    def _make_current(self) -> None:
+        """A frozen road is."""
+
     def _call(self, name: str, *arguments: Any) -> None:
-        status = getattr(library, f"Frozen{name}")(self._handle, *arguments)
+        status = call(f"Frozen{name}", self._handle, *arguments)
         if status != Status.SUCCESS:
             raise KestoError(status)
 
@@ -477,3 +578,25 @@ class FrozenRoad(Queries):
 def _require_finite(*numbers: float) -> None:
     if not np.isfinite(numbers).all():
         raise KestoError(Status.ARGUMENT_NOT_FINITE)
+
+
+def _is_water(name: bytes) -> bool:
+    return name.lower().endswith(_WATER)
+
+
+def _copied(data: bytes, designed: bool) -> Road:
+    """A road as it comes out of a pickle: designed where it was, if it can be by what has been edited since."""
+    road = Road.from_bytes(data, design=False)
+    if designed:
+        with suppress(KestoError):
+            road.design()
+    return road
+
+
+def _change(values: Sequence[float], flags: Sequence[int] | None) -> tuple[Any, Any]:
+    """The values and flags of a change section as arrays of C."""
+    _require_finite(*values)
+    marks = [1] * len(values) if flags is None else [whole(each, np.int32) for each in flags]
+    if len(marks) != len(values):
+        raise KestoError(Status.VALUE_COUNT_DIFFERS)
+    return (c_double * len(values))(*values), (c_int32 * len(marks))(*marks)
