@@ -24,7 +24,7 @@ def work(project: bytes, number: int, count: int) -> tuple[int, float, float]:
 
 
 def main() -> int:
-    project, partitions = arguments(argparse.ArgumentParser(description=__doc__))
+    _, project, partitions = arguments(argparse.ArgumentParser(description=__doc__))
     located, offsets, seconds, first = 0, 0.0, 0.0, 0.0
     for number, count in enumerate(partitions):
         found, total, took = work(project, number, count)

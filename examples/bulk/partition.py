@@ -2,6 +2,8 @@
 
 from __future__ import annotations
 
+import argparse
+import os
 from functools import lru_cache
 from pathlib import Path
 
@@ -41,10 +43,19 @@ def sizes(points: int, partition: int) -> list[int]:
     return [min(partition, points - begin) for begin in range(0, points, partition)]
 
 
-def arguments(parser) -> tuple[bytes, list[int]]:
-    """Reads the command line: the bytes of the road's project file, and the partitions' sizes."""
+def count(text: str) -> int:
+    """A number of points on the command line: at least one."""
+    number = int(text)
+    if number < 1:
+        raise argparse.ArgumentTypeError(f"{text} is not a number of points")
+    return number
+
+
+def arguments(parser: argparse.ArgumentParser) -> tuple[argparse.Namespace, bytes, list[int]]:
+    """Reads the command line: all of it, the bytes of the road's project file, and the partitions' sizes."""
+    points = os.environ.get("KESTO_BULK_POINTS", "10000000")  # fewer for a quick look
     parser.add_argument("road", type=Path, help="a project file")
-    parser.add_argument("--points", type=int, default=10_000_000)
-    parser.add_argument("--partition", type=int, default=500_000, help="points that are in memory at once")
+    parser.add_argument("--points", type=count, default=points, help=f"{points} without it (KESTO_BULK_POINTS)")
+    parser.add_argument("--partition", type=count, default=500_000, help="points that are in memory at once")
     given = parser.parse_args()
-    return given.road.read_bytes(), sizes(given.points, given.partition)
+    return given, given.road.read_bytes(), sizes(given.points, given.partition)
