@@ -4,6 +4,7 @@
 Usage: python_batch.py ROAD.road [points]   prints a table in Markdown; the best of five rounds
 """
 
+import os
 import sys
 import time
 
@@ -24,7 +25,7 @@ def best(question) -> float:
     return min(times)
 
 
-def main(path: str, count: int = 100_000) -> None:
+def main(path: str, count: int = int(os.environ.get("KESTO_BULK_POINTS", "100000"))) -> None:
     road, random = Road.open(path), np.random.default_rng(1)
     mileage = random.permutation(np.linspace(road.start_mileage, road.end_mileage, count))
     mileage = mileage[road.at(mileage).status == 0]  # without gaps

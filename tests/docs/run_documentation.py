@@ -11,15 +11,17 @@ a reader types them. What a block is for stands behind its fence:
   python shown    a program for an engine that is not installed here: it compiles
   cmake           a CMakeLists.txt; the project builds
   text            what the block before prints, or whole lines of it
+  text figures    the same, but for the figures, which belong to one machine
   csv, road       a table or a project file, saved under its name
   sh build        commands that build the project; they run in a copy of its tree with --builds, and are listed without
+  sh points       commands over many points: they run with few of them, by KESTO_BULK_POINTS
   sh long         commands that take too long for a test: listed as not run
   synopsis        forms of commands: their options are those of --help
   drawing, formula, tree   nothing that runs
 
 A comment in the line before, "<!-- first_program.c -->", saves a block under this name; where the project has such a
 file, both are equal. A block of another kind fails the test. So does a link that leads nowhere, a sample file that
-printed commands make otherwise than it is, and a picture that no printed command draws.
+printed commands make otherwise than it is, and a picture that no printed command draws, or draws otherwise.
 
 Usage: run_documentation.py ROOT BUILD FOLDER [--builds] [--update-pictures]
   ROOT the project, BUILD its build folder, FOLDER a scratch folder; --update-pictures stores the pictures drawn
@@ -34,12 +36,15 @@ import sys
 from pathlib import Path
 
 import documents
+import pictures
 
 SHOWN = {"drawing", "formula", "tree"}
 SAVED = {"csv", "road"}
-COPIED = ["examples", "tests/data", "docs/images"]
+COPIED = ["examples", "tests/data", "docs/images", "bench"]
 WARNINGS = ["-Wall", "-Wextra", "-Wpedantic", "-Wconversion", "-Wshadow", "-Werror"]
 PROGRAMS = {"c": ["cc", "-std=c99"], "cpp": ["c++", "-std=c++17"]}
+FEW_POINTS = {"KESTO_BULK_POINTS": "20000"}
+FIGURES = re.compile(r"[+-]?\d[\d,.]*")
 RUNS_THIS = "scripts/test"  # a command that runs this test
 
 
@@ -71,7 +76,7 @@ class Session:
     def run(self, block: documents.Block) -> str:
         """Does with a block what its kind asks for. @return a word for the list"""
         kind, *options = block.kind.split() or [""]
-        if kind == "python" and not options and not self.has_python:
+        if block.kind in ("python", "sh points") and not self.has_python:
             self.output = None
             return "not run here (no environment with the Python package)"
         if kind == "text" and self.output is None:
@@ -82,8 +87,10 @@ class Session:
             return "shown"
         if block.kind in ("sh build", "sh long"):
             return self.run_in_tree(block) if self.builds and block.kind == "sh build" else f"not run here ({options[0]})"
-        if kind == "text":
+        if block.kind in ("text", "text figures"):
             return self.compare(block)
+        if block.kind == "sh points":
+            return self.run_with_few_points(block)
         runner = getattr(self, f"run_{kind}", None)
         if kind in PROGRAMS and not options:
             self.output = self.run_program(block)
@@ -106,7 +113,10 @@ class Session:
         path.write_text(block.text, encoding="utf-8")
 
     def compare(self, block: documents.Block) -> str:
-        if not block.text or f"\n{block.text}" not in f"\n{self.output}":
+        wanted, printed = block.text, self.output
+        if block.kind == "text figures":
+            wanted, printed = (FIGURES.sub("#", each) for each in (wanted, printed))
+        if not wanted or f"\n{wanted}" not in f"\n{printed}":
             raise Wrong(f"this is not what the block before prints:\n{self.output}")
         return "compared"
 
@@ -121,6 +131,15 @@ class Session:
 
     def run_sh(self, block: documents.Block) -> str:
         return self.command(block.text)
+
+    def run_with_few_points(self, block: documents.Block) -> str:
+        full = self.environment
+        self.environment = full | FEW_POINTS
+        try:
+            self.output = self.command(block.text)
+        finally:
+            self.environment = full
+        return "ran with few points"
 
     def compile_python(self, block: documents.Block) -> str:
         try:
@@ -231,6 +250,8 @@ def main() -> int:
     if not given.builds:
         faults += [f"{document} shows {each}, which no printed command draws" for document, each in shown
                    if each not in drawn]
+        faults += [f"{name} is not what the printed command draws" for name, picture in drawn.items()
+                   if not given.update_pictures and not pictures.look_alike(root / name, picture)]
     if given.update_pictures:
         for name, picture in drawn.items():
             shutil.copyfile(picture, root / name)

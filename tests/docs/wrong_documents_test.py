@@ -1,11 +1,14 @@
 """The test of the documentation finds what is wrong in one. Usage: wrong_documents_test.py BUILD FOLDER"""
 
 import shutil
+import struct
 import subprocess
 import sys
+import zlib
 from pathlib import Path
 
 RUN = Path(__file__).with_name("run_documentation.py")
+DRAWN = "```sh\ncp examples/{}.png docs/images/old.png\n```\n![old](docs/images/old.png)\n"
 CASES = {  # what a document holds: what is said of it, nothing where all is well
     "```console\n$ echo one; echo two\none\ntwo\n```\n\n```text\ntwo\n```\n": "",
     "```console\n$ echo one\ntwo\n```\n": "and not",
@@ -28,14 +31,37 @@ CASES = {  # what a document holds: what is said of it, nothing where all is wel
     "# A heading\n[there](#a-heading)\n": "",
     "# A heading\n[there](#another)\n": "#another leads nowhere",
     "![old](docs/images/old.png)\n": "docs/images/old.png, which no printed command draws",
+    DRAWN.format("same"): "",
+    DRAWN.format("smoothed"): "",
+    DRAWN.format("other"): "docs/images/old.png is not what the printed command draws",
+    DRAWN.format("wider"): "docs/images/old.png is not what the printed command draws",
+}
+PICTURES = {  # rows of colours behind the number of their filter; "same" and "smoothed" show what "old" shows
+    "old": [(0, 9, 9, 9, 200, 8, 7), (0, 9, 9, 9, 200, 8, 7)],
+    "same": [(1, 9, 9, 9, 191, 255, 254), (2, 0, 0, 0, 0, 0, 0)],
+    "smoothed": [(4, 9, 9, 30, 191, 255, 233), (3, 5, 5, 15, 96, 0, 245)],
+    "other": [(0, 9, 9, 9, 200, 8, 7), (0, 9, 9, 9, 200, 8, 70)],
+    "wider": [(0, 9, 9, 9, 200, 8, 7, 1, 1, 1), (0, 9, 9, 9, 200, 8, 7, 1, 1, 1)],
 }
 
 
 PYTHON_CASES = {
+    "```sh points\necho $KESTO_BULK_POINTS of them\n```\n\n```text figures\n10,000 of them\n```\n": "",
+    "```sh points\necho 1.5 of them\n```\n\n```text figures\n1.5 of those\n```\n": "not what the block before prints",
     "```python\nimport kesto_road\nprint(kesto_road.Road().stake_prefix)\n```\n\n```text\nK\n```\n": "",
     "```python\nraise SystemExit(2)\n```\n": "exit 2, not 0",
     "```python\nimport kesto_road\nkesto_road.Road().design()\n```\n": "KestoError",
 }
+
+
+def png(rows: list[tuple[int, ...]]) -> bytes:
+    """A picture of three colours a pixel."""
+    def chunk(name: bytes, body: bytes) -> bytes:
+        return struct.pack(">I", len(body)) + name + body + struct.pack(">I", zlib.crc32(name + body))
+
+    head = struct.pack(">IIBBBBB", len(rows[0]) // 3, len(rows), 8, 2, 0, 0, 0)
+    body = zlib.compress(b"".join(map(bytes, rows)))
+    return b"\x89PNG\r\n\x1a\n" + chunk(b"IHDR", head) + chunk(b"IDAT", body) + chunk(b"IEND", b"")
 
 
 def main(build: str, folder: Path) -> int:
@@ -43,10 +69,11 @@ def main(build: str, folder: Path) -> int:
     cases = CASES | (PYTHON_CASES if Path(build, "python/pyvenv.cfg").exists() else {})
     for text, expected in cases.items():
         shutil.rmtree(folder, ignore_errors=True)
-        for each in ("examples", "tests/data", "docs/images"):
+        for each in ("examples", "tests/data", "docs/images", "bench"):
             (root / each).mkdir(parents=True)
         (root / "examples/kept.csv").write_text("kept\n", encoding="utf-8")
-        (root / "docs/images/old.png").write_bytes(b"")
+        for name, rows in PICTURES.items():
+            (root / ("docs/images" if name == "old" else "examples") / f"{name}.png").write_bytes(png(rows))
         (root / "README.md").write_text(text, encoding="utf-8")
         run = subprocess.run([sys.executable, "-B", RUN, root, build, folder / "scratch"], check=False, text=True,
                              stdout=subprocess.PIPE, stderr=subprocess.STDOUT)
