@@ -698,17 +698,20 @@ KESTO_API bool KESTO_CALL GetHeight(RoadDesign* road, double mileage, int32_t oc
 
 /* ------------------------------------------------------------------------------------------------ many points --- */
 
-/* A batch answers many rows in one call, each to the bit as the function for one point does. The columns are arrays of
- * the caller, each with its step: the distance in bytes from one row to the next (8 for a plain array of doubles, the
- * size of the record for a field of an array of records, below 0 to walk backwards). Rows need not be aligned. An input
- * with a step of 0 repeats one value. An output may take the place of an input column; other columns that overlap give
- * what the rows before have left there.
+/* A batch answers many rows in one call, each to the bit as the function for one point does on a current road. The
+ * columns are arrays of the caller, each with its step: the distance in bytes from one row to the next (8 for a plain
+ * array of doubles, the size of the record for a field of an array of records, below 0 to walk backwards). Rows need
+ * not be aligned. An input with a step of 0 repeats one value; in an output with a step of 0 the last row stays. An
+ * output may take the place of an input column; other columns that overlap give what the rows before have left there.
  *
- * The road is made current once, before the first row; after that nothing is allocated. Rows fail alone: `status` gets
- * 0 or the KestoStatus of the row, and the outputs of a failed row are what the function for one point leaves, mostly
- * untouched. Failed rows leave nothing in GetLastFailure(). A batch is true when it has been through all rows, failed
- * ones or not; false for a null handle, a null column that is needed, a negative count and where no road can be built:
- * nothing is written then. A count of 0 is true and touches nothing. */
+ * The road is made current once, before the first row; after that nothing is allocated. Where the chain is not built
+ * yet, two functions for one point differ: GetPositionAndAzimuth() builds nothing and reads the elements as they stand,
+ * and GetHeight() on the centre line of a road without grade-change points is 0 on any road. Rows fail alone: `status`
+ * gets 0 or the KestoStatus of the row, and the outputs of a failed row are what the function for one point leaves,
+ * mostly untouched. Failed rows leave nothing in GetLastFailure(), and the batch is true even if every row failed. It is
+ * false for a null handle, a null column that is needed, a negative count, where no road can be built, and where memory
+ * runs out while the profile is derived (GetHeightBatch() alone, on a current road too): nothing is written then. A
+ * count of 0 is true and touches nothing. */
 
 /** GetMileageAndOffset() for many points.
  *  @param count                         number of rows
@@ -724,7 +727,7 @@ KESTO_API bool KESTO_CALL GetMileageAndOffsetBatch(RoadDesign* road, int32_t cou
                                                    double* offset, int32_t offsetStep, int32_t* occurrence,
                                                    int32_t occurrenceStep, uint8_t* status, int32_t statusStep);
 
-/** GetPositionAndAzimuth() for many places. Unlike that function it makes the road current first.
+/** GetPositionAndAzimuth() for many places, on a road that is made current first.
  *  @param count                         number of rows
  *  @param mileage, mileageStep          stake mileages (m)
  *  @param occurrence, occurrenceStep    which of the equal stake mileages; null: 0
@@ -811,7 +814,8 @@ KESTO_API int32_t KESTO_CALL FrozenGetHeightBatch(const FrozenRoad* road, int32_
 /* -------------------------------------------------------------------------------------------------------- files --- */
 
 /** Saves the road as a project file. The earlier file stays whole until the new one is complete.
- *  @param path file path; an extension other than ".road" (in any case) gets ".road" appended
+ *  @param path file path; ".road" at its end, in any case, is written with small letters ("X.ROAD" becomes "X.road"),
+ *              any other extension gets ".road" appended
  *  @return 0; 12 null handle or path, 15 not written whole, 16 out of memory */
 KESTO_API int32_t KESTO_CALL SaveProject(RoadDesign* road, const char* path);
 
@@ -861,7 +865,7 @@ KESTO_API int32_t KESTO_CALL OpenProjectFromMemory(RoadDesign* road, const char*
 KESTO_API int32_t KESTO_CALL SaveProjectToMemory(RoadDesign* road, char* bytes, int64_t capacity, int64_t* size);
 
 /** SaveProject() for a water project: the extension is ".watx", and the section mileage index is left out.
- *  @param path file path in the local code page; an extension other than ".watx" (in any case) gets ".watx" appended
+ *  @param path file path; the same with ".watx" as SaveProject() with ".road"
  *  @return as SaveProject() */
 KESTO_API int32_t KESTO_CALL SaveWaterProject(RoadDesign* road, const char* path);
 /** OpenProject() for a water project.
