@@ -123,6 +123,10 @@ Result<double> ContinuousMileage(RoadDesign& road, StakeMileage stake) {
     return PlaceOf(road, stake);
 }
 
+Result<double> ContinuousMileage(const FrozenRoad& frozen, StakeMileage stake) noexcept {
+    return PlaceOf(frozen, stake);
+}
+
 Result<double> PlaceOf(const ChainView& chain, StakeMileage stake) noexcept {
     const std::optional<double> continuous = FindContinuous(chain, stake);
     if (!continuous) return ExplainMissing(chain, stake);

@@ -179,26 +179,44 @@ Outcome GenerateFromIntersections(const RoadDesign& road, CountedList<Element>& 
     return {};
 }
 
-Result<std::int32_t> IntersectionIndexAt(RoadDesign& road, StakeMileage stake) {
-    constexpr std::int32_t none = -1;
-    if (static_cast<DesignMode>(road.settings.roadDesignMode) != DesignMode::Intersections) return none;
-    const Result<double> continuous = ContinuousMileage(road, stake);
-    if (!continuous) return continuous.failure();
+namespace {
+
+inline constexpr std::int32_t noIntersection = -1;
+
+/// Index of the intersection whose curve covers a continuous mileage (m) of a current road, or -1.
+Result<std::int32_t> CurveCovering(const RoadDesign& road, double continuous) {
     const Result<std::vector<TangentCurve>> curves = FitCurves(road);
     if (!curves) return curves.failure();
     double start = road.settings.startMileage;
-    std::int32_t found = none;
+    std::int32_t found = noIntersection;
     for (std::int32_t i = 1; i < road.intersections.Count(); ++i) {
         const TangentCurve& curve = (*curves)[static_cast<std::size_t>(i)];
         const double rest = Rest(road, *curves, i - 1);
         if (HasStraight(*curves, i - 1, rest)) start += rest;
         const double end = start + curve.length;
-        if (curve.exists && *continuous - start > -tolerance::mileage && end - *continuous > -tolerance::mileage) {
+        if (curve.exists && continuous - start > -tolerance::mileage && end - continuous > -tolerance::mileage) {
             found = i;
         }
         start = end;
     }
     return found;
+}
+
+template <class Road>
+Result<std::int32_t> IndexAt(Road& road, StakeMileage stake) {
+    const RoadDesign& design = DesignOf(road);
+    if (static_cast<DesignMode>(design.settings.roadDesignMode) != DesignMode::Intersections) return noIntersection;
+    const Result<double> continuous = ContinuousMileage(road, stake);
+    if (!continuous) return continuous.failure();
+    return CurveCovering(design, *continuous);
+}
+
+}  // namespace
+
+Result<std::int32_t> IntersectionIndexAt(RoadDesign& road, StakeMileage stake) { return IndexAt(road, stake); }
+
+Result<std::int32_t> IntersectionIndexAt(const FrozenRoad& frozen, StakeMileage stake) {
+    return IndexAt(frozen, stake);
 }
 
 }  // namespace kesto

@@ -48,5 +48,6 @@ Outcome GenerateFromIntersections(const RoadDesign& road, CountedList<Element>& 
 /// @return -1 where no curve does, or in another design mode. Fails where no road can be built or the mileage is not on
 ///         it
 Result<std::int32_t> IntersectionIndexAt(RoadDesign& road, StakeMileage stake);
+Result<std::int32_t> IntersectionIndexAt(const FrozenRoad& frozen, StakeMileage stake);
 
 }  // namespace kesto

@@ -59,5 +59,6 @@ Outcome LocateBetween(RoadDesign& road, Point point, StakeMileage lower, StakeMi
 /// @param occurrence out: of the foot's stake mileage, written whenever Locate() finds something
 /// @return fails as Locate(), and where there is no stake list
 Outcome NearestStake(RoadDesign& road, Point point, StakeCoordinate& stake, std::int32_t& occurrence);
+Outcome NearestStake(const FrozenRoad& frozen, Point point, StakeCoordinate& stake, std::int32_t& occurrence) noexcept;
 
 }  // namespace kesto

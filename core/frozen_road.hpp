@@ -10,3 +10,11 @@ struct FrozenRoad {
 
     RoadDesign road;
 };
+
+namespace kesto {
+
+/// What a road holds, whether it may be written or is only read.
+inline const RoadDesign& DesignOf(const RoadDesign& road) noexcept { return road; }
+inline const RoadDesign& DesignOf(const FrozenRoad& frozen) noexcept { return frozen.road; }
+
+}  // namespace kesto

@@ -159,6 +159,13 @@ Outcome RequireIndex(const CountedList<Record>& list, std::int32_t index) noexce
 }
 
 template <class Record>
+Outcome CopyRecord(const CountedList<Record>& list, std::int32_t index, Record* record) noexcept {
+    Outcome valid = RequireIndex(list, index);
+    if (valid) *record = list[index];
+    return valid;
+}
+
+template <class Record>
 std::int32_t CountRecords(RoadDesign* road, ListMember<Record> list) noexcept {
     return road == nullptr ? 0 : (road->*list).Count();
 }
@@ -166,13 +173,7 @@ std::int32_t CountRecords(RoadDesign* road, ListMember<Record> list) noexcept {
 template <class Record>
 bool GetRecord(RoadDesign* road, ListMember<Record> list, std::int32_t index, Record* record) noexcept {
     return GuardBool(
-        road,
-        [&](RoadDesign& it) {
-            Outcome valid = RequireIndex(it.*list, index);
-            if (valid) *record = (it.*list)[index];
-            return valid;
-        },
-        record);
+        road, [&](RoadDesign& it) { return CopyRecord(it.*list, index, record); }, record);
 }
 
 template <class Record>

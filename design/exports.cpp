@@ -9,4 +9,6 @@ bool KESTO_CALL UpdateData(RoadDesign* h) { return kesto::GuardBool(h, kesto::Bu
 bool KESTO_CALL DesignRoad(RoadDesign* h) { return kesto::GuardBool(h, kesto::RunDesign); }
 int32_t KESTO_CALL GetStakeCoordinateCount(RoadDesign* h) { return kesto::CountRecords(h, &RoadDesign::stakes); }
 bool KESTO_CALL GetStakeCoordinate(RoadDesign* h, int32_t i, StakeCoordinate* r) { return kesto::GetRecord(h, &RoadDesign::stakes, i, r); }
+int32_t KESTO_CALL FrozenGetStakeCoordinateCount(const FrozenRoad* f) { return f == nullptr ? 0 : f->road.stakes.Count(); }
+int32_t KESTO_CALL FrozenGetStakeCoordinate(const FrozenRoad* f, int32_t i, StakeCoordinate* r) { return kesto::GuardFrozen(f, [&](const FrozenRoad& frozen) { return kesto::CopyRecord(frozen.road.stakes, i, r); }, r); }
 // clang-format on

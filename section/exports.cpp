@@ -147,8 +147,8 @@ Outcome CopyChange(RoadDesign& road, ChangeTable which, std::int32_t index, doub
     return {};
 }
 
-Outcome CopySide(RoadDesign& road, kesto::StakeMileage stake, std::int32_t side, HeightBase base,
-                 SectionPlateArray* plates) {
+template <class Road>
+Outcome CopySide(Road& road, kesto::StakeMileage stake, std::int32_t side, HeightBase base, SectionPlateArray* plates) {
     if (Outcome finite = kesto::RequireFinite({stake.mileage}); !finite) return finite;
     const auto found = kesto::RoadSide(road, stake, side, base);
     if (!found) return found.failure();
@@ -207,6 +207,8 @@ bool KESTO_CALL GetHeightBatch(RoadDesign* h, int32_t n, const double* m, int32_
 
 const FrozenRoad* KESTO_CALL FreezeRoad(RoadDesign* h) { return kesto::GuardValue<const FrozenRoad*>(h, {nullptr}, FreezeOut); }
 void KESTO_CALL ReleaseFrozenRoad(const FrozenRoad* f) { delete f; }
+int32_t KESTO_CALL FrozenGetRoadSide(const FrozenRoad* f, double m, int32_t k, int32_t side, SectionPlateArray* r) { return GuardFrozen(f, [&](const FrozenRoad& frozen) { return CopySide(frozen, {m, k}, side, HeightBase::Profile, r); }, r); }
+int32_t KESTO_CALL FrozenGetRoadSideNoHeight(const FrozenRoad* f, double m, int32_t k, int32_t side, SectionPlateArray* r) { return GuardFrozen(f, [&](const FrozenRoad& frozen) { return CopySide(frozen, {m, k}, side, HeightBase::CentreLine, r); }, r); }
 int32_t KESTO_CALL FrozenGetHeight(const FrozenRoad* f, double m, int32_t k, double offset, double* height) { return GuardFrozen(f, [&](const FrozenRoad& frozen) { return HeightInto(frozen, {m, k}, offset, height); }, height); }
 int32_t KESTO_CALL FrozenGetHeightBatch(const FrozenRoad* f, int32_t n, const double* m, int32_t mStep, const int32_t* k, int32_t kStep, const double* offset, int32_t offsetStep, double* height, int32_t heightStep, uint8_t* status, int32_t statusStep) {
     return GuardFrozen(f, [&](const FrozenRoad& frozen) { return kesto::RunBatch(frozen, HeightRows{n, {m, mStep}, {k, kStep}, {offset, offsetStep}, {height, heightStep}, {status, statusStep}}); });

@@ -95,15 +95,25 @@ Outcome HeightThere(const RoadDesign& road, const Result<double>& continuous, do
     return {};
 }
 
-}  // namespace
+/// Height of the profile at a stake mileage (m).
+Result<double> ProfileHeight(RoadDesign& road, StakeMileage stake) {
+    bool known = false;
+    return CentreHeight(road, stake, known);
+}
 
-Result<std::vector<SectionPlate>> RoadSide(RoadDesign& road, StakeMileage stake, std::int32_t side, HeightBase base) {
+Result<double> ProfileHeight(const FrozenRoad& frozen, StakeMileage stake) noexcept {
+    if (frozen.road.verticalCurves.Count() == 0) return 0.0;
+    const Result<double> continuous = PlaceOf(frozen, stake);
+    return continuous ? HeightAtPlace(frozen.road, *continuous) : continuous;
+}
+
+template <class Road>
+Result<std::vector<SectionPlate>> SideOf(Road& road, StakeMileage stake, std::int32_t side, HeightBase base) {
     Result<std::vector<SectionPlate>> plates = GetSectionAtMileage(road, stake, side);
     if (!plates) return plates;
     double centreHeight = 0;
     if (base == HeightBase::Profile) {
-        bool known = false;
-        const Result<double> profile = CentreHeight(road, stake, known);
+        const Result<double> profile = ProfileHeight(road, stake);
         if (!profile) return profile.failure();
         centreHeight = *profile;
     }
@@ -117,6 +127,17 @@ Result<std::vector<SectionPlate>> RoadSide(RoadDesign& road, StakeMileage stake,
         if (!HasFiniteEdge(plate)) return Fail(KESTO_RESULT_NOT_FINITE);
     }
     return plates;
+}
+
+}  // namespace
+
+Result<std::vector<SectionPlate>> RoadSide(RoadDesign& road, StakeMileage stake, std::int32_t side, HeightBase base) {
+    return SideOf(road, stake, side, base);
+}
+
+Result<std::vector<SectionPlate>> RoadSide(const FrozenRoad& frozen, StakeMileage stake, std::int32_t side,
+                                           HeightBase base) {
+    return SideOf(frozen, stake, side, base);
 }
 
 Outcome HeightOf(const ChainView& chain, StakeMileage stake, double offset, std::optional<double>& height) noexcept {

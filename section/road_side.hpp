@@ -18,6 +18,8 @@ enum class HeightBase { Profile, CentreLine };
 /// step stands at its inner edge. Makes the road current. Side slopes are to continue outwards from the last plate.
 /// @return fails as GetSectionAtMileage(), where the profile gives no height, and where an edge would not be finite
 Result<std::vector<SectionPlate>> RoadSide(RoadDesign& road, StakeMileage stake, std::int32_t side, HeightBase base);
+Result<std::vector<SectionPlate>> RoadSide(const FrozenRoad& frozen, StakeMileage stake, std::int32_t side,
+                                           HeightBase base);
 
 /// Design height at a stake mileage and offset (m): on the centre line that of the profile, away from it on the plate
 /// that holds the offset, the inner one at an edge.

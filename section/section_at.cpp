@@ -123,11 +123,15 @@ Result<SectionHere> SectionAtPlace(const RoadDesign& road, double continuous, st
     return ChangedSection(road, continuous, side);
 }
 
-Result<std::vector<SectionPlate>> GetSectionAtMileage(RoadDesign& road, StakeMileage stake, std::int32_t side) {
-    if (const Outcome known = RequireSectionMode(road); !known) return known.failure();
+namespace {
+
+template <class Road>
+Result<std::vector<SectionPlate>> PlatesAt(Road& road, StakeMileage stake, std::int32_t side) {
+    const RoadDesign& design = DesignOf(road);
+    if (const Outcome known = RequireSectionMode(design); !known) return known.failure();
     const Result<double> continuous = ContinuousMileage(road, stake);
     if (!continuous) return continuous.failure();
-    const Result<SectionHere> here = SectionAtPlace(road, *continuous, side);
+    const Result<SectionHere> here = SectionAtPlace(design, *continuous, side);
     if (!here) return here.failure();
     std::vector<SectionPlate> plates(here->standard.begin(), here->standard.end());
     for (std::size_t i = 0; i < plates.size(); ++i) {
@@ -135,6 +139,16 @@ Result<std::vector<SectionPlate>> GetSectionAtMileage(RoadDesign& road, StakeMil
         plates[i].width = here->Width(i);
     }
     return plates;
+}
+
+}  // namespace
+
+Result<std::vector<SectionPlate>> GetSectionAtMileage(RoadDesign& road, StakeMileage stake, std::int32_t side) {
+    return PlatesAt(road, stake, side);
+}
+
+Result<std::vector<SectionPlate>> GetSectionAtMileage(const FrozenRoad& frozen, StakeMileage stake, std::int32_t side) {
+    return PlatesAt(frozen, stake, side);
 }
 
 }  // namespace kesto

@@ -58,5 +58,6 @@ Result<SectionHere> SectionAtPlace(const RoadDesign& road, double continuous, st
 /// @return plates from the centre line outwards, their outputs as stored. Fails for an unknown side or section mode,
 ///         where there are no plates or no stakes (run the design first), and off the road
 Result<std::vector<SectionPlate>> GetSectionAtMileage(RoadDesign& road, StakeMileage stake, std::int32_t side);
+Result<std::vector<SectionPlate>> GetSectionAtMileage(const FrozenRoad& frozen, StakeMileage stake, std::int32_t side);
 
 }  // namespace kesto

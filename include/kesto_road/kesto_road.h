@@ -708,10 +708,10 @@ KESTO_API bool KESTO_CALL GetHeight(RoadDesign* road, double mileage, int32_t oc
  * yet, two functions for one point differ: GetPositionAndAzimuth() builds nothing and reads the elements as they stand,
  * and GetHeight() on the centre line of a road without grade-change points is 0 on any road. Rows fail alone: `status`
  * gets 0 or the KestoStatus of the row, and the outputs of a failed row are what the function for one point leaves,
- * mostly untouched. Failed rows leave nothing in GetLastFailure(), and the batch is true even if every row failed. It is
- * false for a null handle, a null column that is needed, a negative count, where no road can be built, and where memory
- * runs out while the profile is derived (GetHeightBatch() alone, on a current road too): nothing is written then. A
- * count of 0 is true and touches nothing. */
+ * mostly untouched. Failed rows leave nothing in GetLastFailure(), and the batch is true even if every row failed. It
+ * is false for a null handle, a null column that is needed, a negative count, where no road can be built, and where
+ * memory runs out while the profile is derived (GetHeightBatch() alone, on a current road too): nothing is written
+ * then. A count of 0 is true and touches nothing. */
 
 /** GetMileageAndOffset() for many points.
  *  @param count                         number of rows
@@ -792,6 +792,27 @@ KESTO_API int32_t KESTO_CALL FrozenGetPositionAndAzimuth(const FrozenRoad* road,
 /** GetHeight() of a frozen road. @return 0, or why there is no answer */
 KESTO_API int32_t KESTO_CALL FrozenGetHeight(const FrozenRoad* road, double mileage, int32_t occurrence, double offset,
                                              double* height);
+/** GetSrcMileage() of a frozen road. @return 0, or why there is no answer */
+KESTO_API int32_t KESTO_CALL FrozenGetSrcMileage(const FrozenRoad* road, double* mileage, int32_t occurrence);
+/** GetRoadSide() of a frozen road: without stakes at the time of freezing there are no sections (29).
+ *  @return 0, or why there is no answer; 37 where the room is too small */
+KESTO_API int32_t KESTO_CALL FrozenGetRoadSide(const FrozenRoad* road, double mileage, int32_t occurrence, int32_t side,
+                                               SectionPlateArray* plates);
+/** GetRoadSideNoHeight() of a frozen road. @return as FrozenGetRoadSide() */
+KESTO_API int32_t KESTO_CALL FrozenGetRoadSideNoHeight(const FrozenRoad* road, double mileage, int32_t occurrence,
+                                                       int32_t side, SectionPlateArray* plates);
+/** GetNearbyStakeCoordinate() of a frozen road. @return 0, or why there is no answer */
+KESTO_API int32_t KESTO_CALL FrozenGetNearbyStakeCoordinate(const FrozenRoad* road, double x, double y,
+                                                            StakeCoordinate* stake, int32_t* occurrence);
+/** Number of stakes in a frozen road; 0 for a null road. */
+KESTO_API int32_t KESTO_CALL FrozenGetStakeCoordinateCount(const FrozenRoad* road);
+/** GetStakeCoordinate() of a frozen road. @return 0; 12 null road, 20 null argument, 22 index out of range */
+KESTO_API int32_t KESTO_CALL FrozenGetStakeCoordinate(const FrozenRoad* road, int32_t index, StakeCoordinate* stake);
+/** GetIntersectionIndex() of a frozen road.
+ *  @param index out: the intersection whose curve covers the place; -1 where no curve does, and in other design modes
+ *  @return 0, or why there is no answer */
+KESTO_API int32_t KESTO_CALL FrozenGetIntersectionIndex(const FrozenRoad* road, double mileage, int32_t occurrence,
+                                                        int32_t* index);
 /** GetMileageAndOffsetBatch() of a frozen road. @return 0; 12 null road, 20 null column, 23 negative count */
 KESTO_API int32_t KESTO_CALL FrozenGetMileageAndOffsetBatch(const FrozenRoad* road, int32_t count, const double* x,
                                                             int32_t xStep, const double* y, int32_t yStep,

@@ -589,6 +589,40 @@ public:
         return When(FrozenGetHeight(Handle(), mileage, occurrence, offset, &height), height);
     }
 
+    /** As Road::ContinuousMileage(). */
+    std::optional<double> ContinuousMileage(double mileage, std::int32_t occurrence = 0) const {
+        return When(FrozenGetSrcMileage(Handle(), &mileage, occurrence), mileage);
+    }
+
+    /** As Road::RoadSide(). */
+    std::optional<std::vector<SectionPlate>> RoadSide(double mileage, Side side, std::int32_t occurrence = 0) const {
+        std::vector<SectionPlate> plates;
+        SectionPlateArray array{};
+        std::int32_t status = KESTO_SUCCESS;
+        do {
+            plates.resize(static_cast<std::size_t>(array.count));
+            array = {plates.data(), 0, static_cast<std::int32_t>(plates.size())};
+            status = FrozenGetRoadSide(Handle(), mileage, occurrence, static_cast<std::int32_t>(side), &array);
+        } while (status == KESTO_ARRAY_TOO_SMALL);
+        return When(status, plates);
+    }
+
+    /** As Road::NearestStake(). */
+    std::optional<StakeCoordinate> NearestStake(double x, double y) const {
+        StakeCoordinate stake{};
+        std::int32_t occurrence = 0;
+        return When(FrozenGetNearbyStakeCoordinate(Handle(), x, y, &stake, &occurrence), stake);
+    }
+
+    /** The stakes that the road had when it was frozen, in the order of travel. */
+    std::vector<StakeCoordinate> Stakes() const {
+        std::vector<StakeCoordinate> stakes(static_cast<std::size_t>(FrozenGetStakeCoordinateCount(Handle())));
+        for (std::size_t i = 0; i < stakes.size(); ++i) {
+            FrozenGetStakeCoordinate(Handle(), static_cast<std::int32_t>(i), &stakes[i]);
+        }
+        return stakes;
+    }
+
     /** Mileages and offsets of many points. @throws Error for a missing column or a negative count */
     void Locate(std::int32_t count, const PointColumns& columns) const {
         Require(columns.Run(FrozenGetMileageAndOffsetBatch, Handle(), count));

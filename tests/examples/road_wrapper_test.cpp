@@ -154,6 +154,7 @@ TEST(RoadWrapper, AnswersManyPointsAndFreezes) {
     road.Start(0, 0, 0).Straight(200);
     ASSERT_TRUE(road.Design());
     road.GradePoint(0, 50).GradePoint(100, 51);
+    road.Plate(kesto::Side::Left, 3.5, 2);
     const kesto::FrozenRoad frozen(road);
     const kesto::Location expected = road.Locate(7, 3).value();
     const kesto::Location alone = frozen.Locate(7, 3).value();
@@ -163,6 +164,11 @@ TEST(RoadWrapper, AnswersManyPointsAndFreezes) {
     EXPECT_TRUE(frozen.LocateBetween(7, 3, {5, 0, 0}, {9, 0, 0}));
     EXPECT_EQ(frozen.Height(50), road.Height(50));
     EXPECT_FALSE(frozen.At(-5));
+    EXPECT_EQ(frozen.ContinuousMileage(50), road.ContinuousMileage(50));
+    EXPECT_EQ(frozen.Stakes().size(), road.Stakes().size());
+    EXPECT_EQ(frozen.NearestStake(7, 3).has_value(), road.NearestStake(7, 3).has_value());
+    EXPECT_NEAR(frozen.RoadSide(50, kesto::Side::Left).value().at(0).height, 50.57, 1e-12);
+    EXPECT_FALSE(frozen.RoadSide(50, kesto::Side::Right));
 
     const double xy[] = {7, 3, 7, std::numeric_limits<double>::quiet_NaN()};
     constexpr std::size_t pair = 2 * sizeof(double);

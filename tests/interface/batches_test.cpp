@@ -1,5 +1,8 @@
 // Batches and frozen roads give what the functions for one point give, to the bit, row by row.
 #include <algorithm>
+#include <array>
+#include <cmath>
+#include <string>
 
 #include "random_road.hpp"
 
@@ -128,6 +131,88 @@ TEST(FrozenRoads, SearchBetweenLimitsAsTheRoadDoes) {
         }
         ReleaseFrozenRoad(frozen);
     }
+}
+
+/// Room for the plates of one side, more or fewer, and all that else an answer about stakes and sections writes.
+struct Around {
+    explicit Around(std::int32_t room) : plates(static_cast<std::size_t>(room)), array{plates.data(), -7, room} {}
+
+    std::vector<SectionPlate> plates;
+    SectionPlateArray array;
+    StakeCoordinate stake{};
+    double mileage = -7;
+    std::int32_t occurrence = -7, index = -7;
+    std::vector<std::int32_t> statuses;
+
+    std::string Bytes() const {
+        std::string bytes(reinterpret_cast<const char*>(plates.data()), plates.size() * sizeof(SectionPlate));
+        bytes.append(reinterpret_cast<const char*>(&stake), sizeof stake);
+        return bytes + std::to_string(array.count) + ' ' + std::to_string(occurrence);
+    }
+};
+
+TEST(FrozenRoads, TellStakesAndSectionsAsTheRoadDoes) {
+    Dice dice(13);
+    std::size_t succeeded = 0;
+    std::size_t failed = 0;
+    for (int roads = 0; roads < 10; ++roads) {
+        const Road road = RandomRoad(dice);
+        const FrozenRoad* const frozen = FreezeRoad(road);
+        for (const Question& q : RandomQuestions(road, dice, 200)) {
+            const std::int32_t side = dice.In(9) ? 5 : static_cast<std::int32_t>(dice.In(2));
+            Around one(dice.In(9) ? 1 : 3);
+            Around other(one.array.capacity);
+            one.mileage = other.mileage = q.mileage;
+            const auto ask = [&](bool done) { one.statuses.push_back(done ? 0 : LastFailure(road).status); };
+            ask(GetSrcMileage(road, &one.mileage, q.occurrence));
+            ask(GetNearbyStakeCoordinate(road, q.x, q.y, &one.stake, &one.occurrence));
+            ask(GetRoadSide(road, q.mileage, q.occurrence, side, &one.array));
+            other.statuses = {FrozenGetSrcMileage(frozen, &other.mileage, q.occurrence),
+                              FrozenGetNearbyStakeCoordinate(frozen, q.x, q.y, &other.stake, &other.occurrence),
+                              FrozenGetRoadSide(frozen, q.mileage, q.occurrence, side, &other.array)};
+            EXPECT_EQ(other.Bytes(), one.Bytes());
+            ask(GetRoadSideNoHeight(road, q.mileage, q.occurrence, side, &one.array));
+            other.statuses.push_back(FrozenGetRoadSideNoHeight(frozen, q.mileage, q.occurrence, side, &other.array));
+            EXPECT_EQ(other.Bytes(), one.Bytes());
+            EXPECT_EQ(other.statuses, one.statuses);
+            EXPECT_TRUE(other.mileage == one.mileage || std::isnan(q.mileage));
+            for (const std::int32_t status : other.statuses) ++(status == 0 ? succeeded : failed);
+        }
+        ASSERT_EQ(FrozenGetStakeCoordinateCount(frozen), GetStakeCoordinateCount(road));
+        for (std::int32_t i = -1; i <= GetStakeCoordinateCount(road); ++i) {
+            Around one(0);
+            Around other(0);
+            const std::int32_t found = FrozenGetStakeCoordinate(frozen, i, &other.stake);
+            EXPECT_EQ(found, GetStakeCoordinate(road, i, &one.stake) ? 0 : KESTO_INDEX_OUT_OF_RANGE) << i;
+            EXPECT_EQ(other.Bytes(), one.Bytes()) << i;
+        }
+        ReleaseFrozenRoad(frozen);
+    }
+    EXPECT_GT(succeeded, 4000U);
+    EXPECT_GT(failed, 1000U);
+}
+
+// Two tangents of 300 m at a right angle, a curve of radius 200 m between them: from 100 to 100 + 100 pi.
+TEST(FrozenRoads, KnowTheirIntersections) {
+    const Road road;
+    for (const auto& [x, y, radius] : {std::array{0.0, 0.0, 0.0}, {300.0, 0.0, 200.0}, {300.0, 300.0, 0.0}}) {
+        Intersection point{};
+        point.x = x;
+        point.y = y;
+        point.radius = radius;
+        ASSERT_TRUE(AddIntersection(road, &point, -1));
+    }
+    ASSERT_TRUE(DesignRoad(road));
+    const FrozenRoad* const frozen = FreezeRoad(road);
+    std::int32_t index = -7;
+    for (const auto& [mileage, expected] : {std::pair{99.9, -1}, {100.1, 1}, {414.0, 1}, {414.3, -1}}) {
+        EXPECT_EQ(FrozenGetIntersectionIndex(frozen, mileage, 0, &index), KESTO_SUCCESS);
+        EXPECT_EQ(index, expected) << mileage;
+    }
+    index = -7;
+    EXPECT_EQ(FrozenGetIntersectionIndex(frozen, 5000, 0, &index), KESTO_MILEAGE_OFF_ROAD);
+    EXPECT_EQ(index, -7);
+    ReleaseFrozenRoad(frozen);
 }
 
 // Straight of 1000 m heading north: the point at mileage m and offset o is (m, o).

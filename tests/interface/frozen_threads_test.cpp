@@ -1,5 +1,6 @@
 // Threads that ask one frozen road at once: each gets the answers that one thread gets. Run under ThreadSanitizer too.
 #include <algorithm>
+#include <cmath>
 #include <thread>
 
 #include "random_road.hpp"
@@ -20,14 +21,23 @@ Answers Ask(const FrozenRoad* road, const std::vector<Question>& questions) {
     std::int32_t k = 0;
     for (const Question q : questions) {
         double a[9] = {};
+        a[8] = q.mileage;
+        StakeCoordinate stake{};
+        SectionPlate plates[2] = {};
+        SectionPlateArray side{plates, 0, 2};
         for (const std::int32_t status :
              {FrozenGetMileageAndOffset(road, q.x, q.y, &a[0], &a[1], &k),
               FrozenGetMileAndOffsetInLim(road, q.x, q.y, 300, 0, 2500, 0, &a[2], &a[3], &k),
               FrozenGetPositionAndAzimuth(road, q.mileage, q.offset, q.angle, &a[4], &a[5], &a[6], q.occurrence),
-              FrozenGetHeight(road, q.mileage, q.occurrence, q.offset, &a[7])}) {
+              FrozenGetHeight(road, q.mileage, q.occurrence, q.offset, &a[7]),
+              FrozenGetSrcMileage(road, &a[8], q.occurrence),
+              FrozenGetNearbyStakeCoordinate(road, q.x, q.y, &stake, &k),
+              FrozenGetRoadSide(road, q.mileage, q.occurrence, left, &side)}) {
             all.statuses.push_back(static_cast<std::uint8_t>(status));
         }
+        if (std::isnan(a[8])) a[8] = 0;
         all.numbers.insert(all.numbers.end(), a, a + 9);
+        all.numbers.insert(all.numbers.end(), {stake.mileage, plates[0].height, plates[1].height});
         x.push_back(double{q.x});  // a copy: the packed field itself may not be bound to a reference
         y.push_back(double{q.y});
         mileage.push_back(double{q.mileage});

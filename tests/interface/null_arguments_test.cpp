@@ -270,6 +270,14 @@ void WalkManyPoints(NullTable& table, Outputs& out) {
                       &out.k);
     table.NeedsFrozen("FrozenGetPositionAndAzimuth", FrozenGetPositionAndAzimuth, 10, 0, 90, &out.a, &out.b, &out.c, 0);
     table.NeedsFrozen("FrozenGetHeight", FrozenGetHeight, 10, 0, 0, &out.a);
+    table.NeedsFrozen("FrozenGetSrcMileage", FrozenGetSrcMileage, &out.a, 0);
+    table.NeedsFrozen("FrozenGetRoadSide", FrozenGetRoadSide, 10, 0, right, &out.plates);
+    table.NeedsFrozen("FrozenGetRoadSideNoHeight", FrozenGetRoadSideNoHeight, 10, 0, right, &out.plates);
+    table.NeedsFrozen("FrozenGetNearbyStakeCoordinate", FrozenGetNearbyStakeCoordinate, 10, 1, &out.stake, &out.k);
+    table.NeedsFrozen("FrozenGetStakeCoordinate", FrozenGetStakeCoordinate, 0, &out.stake);
+    table.NeedsFrozen("FrozenGetIntersectionIndex", FrozenGetIntersectionIndex, 10, 0, &out.k);
+    table.Named("FrozenGetStakeCoordinateCount");
+    EXPECT_EQ(FrozenGetStakeCoordinateCount(nullptr), 0);
     table.NeedsFrozen("FrozenGetMileageAndOffsetBatch", FrozenGetMileageAndOffsetBatch, 1, &out.a, 8, &out.b, 8, &out.c,
                       8, &out.d, 8, &out.k, 4, &status, 1);
     table.NeedsFrozen("FrozenGetPositionAndAzimuthBatch", FrozenGetPositionAndAzimuthBatch, 1, &out.a, 8, nullptr, 0,

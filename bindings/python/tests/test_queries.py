@@ -7,7 +7,7 @@ import pytest
 from conftest import DATA, published_road, rows
 from numpy.testing import assert_array_equal
 
-from kesto_road import KestoError, Status
+from kesto_road import KestoError, Road, Side, Status
 
 SETS = sorted(each.parent.name for each in DATA.glob("*/elements.csv")
               if rows(each.parent / "start.csv")[0]["chained"] == 1)
@@ -142,6 +142,23 @@ def test_limits(road):
         x, y, _ = road.at(mileage, 1, occurrence)
         place = road.locate_between(x, y, (28000.0, occurrence), (28000.6, occurrence))
         assert place.occurrence == occurrence and place.mileage == pytest.approx(mileage, abs=1e-6)
+
+
+def test_a_frozen_road_has_stakes_and_sections(road):
+    for width in range(1, 12):
+        road.add_plate(Side.LEFT, width / 10, 2)
+    frozen = road.freeze()
+    assert_array_equal(frozen.stakes, road.stakes)
+    assert len(frozen.road_side(27300, Side.LEFT)) == 11
+    for ask in (lambda it: it.road_side(27300, Side.LEFT), lambda it: it.road_side(27300, Side.LEFT, profile=False),
+                lambda it: it.nearest_stake(6721759.67, 160888.19), lambda it: it.continuous_mileage(28000.3, 1),
+                lambda it: it.intersection_at(27300)):
+        assert ask(frozen) == ask(road)
+    undesigned = Road().start(0, 0, 0).straight(9).add_plate(Side.LEFT, 1, 1).freeze()
+    for fails in (lambda: frozen.road_side(27300, Side.RIGHT), lambda: frozen.continuous_mileage(MISSING),
+                  lambda: undesigned.road_side(5, Side.LEFT)):
+        with pytest.raises(KestoError):
+            fails()
 
 
 def test_a_frozen_road_answers_the_same(road):

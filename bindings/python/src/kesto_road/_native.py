@@ -132,8 +132,11 @@ for _name in ("Intersection", "Element", "Coordinate", "BrokenChain", "VerticalC
 for _name in ("Intersection", "Element", "Coordinate"):
     SIGNATURES[f"Add{_name}"] = [c_bool, _RECORD, _INDEX]
 for _name in ("GetMileageAndOffset", "GetMileAndOffsetInLim", "GetPositionAndAzimuth", "GetHeight",
-              "GetMileageAndOffsetBatch", "GetPositionAndAzimuthBatch", "GetHeightBatch"):
+              "GetMileageAndOffsetBatch", "GetPositionAndAzimuthBatch", "GetHeightBatch", "GetSrcMileage",
+              "GetNearbyStakeCoordinate", "GetStakeCoordinate", "GetRoadSide", "GetRoadSideNoHeight"):
     SIGNATURES[f"Frozen{_name}"] = [c_int32, *SIGNATURES[_name][1:]]
+SIGNATURES["FrozenGetStakeCoordinateCount"] = [c_int32]
+SIGNATURES["FrozenGetIntersectionIndex"] = [c_int32, *SIGNATURES["GetIntersectionIndex"][1:], _OUT]
 
 
 def _load() -> Any:
@@ -153,7 +156,7 @@ def _load() -> Any:
 
 
 def call(name: str, *arguments: Any) -> Any:
-    """Calls a function of the library. Raises TypeError, ValueError or OverflowError for an argument that is not one."""
+    """Calls a function of the library. Raises TypeError, ValueError or OverflowError for what is no argument of it."""
     function = getattr(library, name)
     try:
         return function(*arguments)

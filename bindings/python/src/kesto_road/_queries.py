@@ -5,16 +5,28 @@ from __future__ import annotations
 from abc import ABC, abstractmethod
 from contextlib import AbstractContextManager
 from ctypes import byref, c_double, c_int32
+from enum import IntEnum
 from typing import Any, NamedTuple, Sequence, Union, overload
 
 import numpy as np
 from numpy.typing import ArrayLike, NDArray
 
 from ._arrays import Array, coordinates, numbers, run, whole_numbers
+from ._failures import KestoError, Status
+from ._native import PlateArray
+from ._records import Plate, Stake
 
+USUAL_PLATES = 8  # of one side; sections with more are asked for twice
 Number = Union[float, "np.floating[Any]", "np.integer[Any]"]
 Whole = Union[int, "np.integer[Any]"]
 SQUARE = 90.0  # degrees
+
+
+class Side(IntEnum):
+    """Side of the road, looking towards increasing mileage."""
+
+    LEFT = 0
+    RIGHT = 1
 
 
 class Place(NamedTuple):
@@ -190,3 +202,36 @@ class Queries(ABC):
         heights, status = self._run("GetHeightBatch", given, [np.float64, np.uint8])
         _blank(status, heights)
         return Heights(heights, status)
+
+    def continuous_mileage(self, mileage: Number, occurrence: Whole = 0) -> float:
+        """Start mileage plus distance along the road (m) of a stake mileage."""
+        found = c_double(float(mileage))
+        self._call("GetSrcMileage", byref(found), occurrence)
+        return found.value
+
+    def nearest_stake(self, x: Number, y: Number) -> Stake:
+        """The stake nearest to a point's foot on the road."""
+        row, occurrence = np.zeros((), Stake.dtype), c_int32()
+        self._call("GetNearbyStakeCoordinate", x, y, row.ctypes.data, byref(occurrence))
+        return Stake.of(row)
+
+    def road_side(self, mileage: Number, side: Side, occurrence: Whole = 0, profile: bool = True) -> list[Plate]:
+        """The cross section of one side: every plate with offset, point and height of its outer edge.
+
+        Args:
+            mileage:    stake mileage (m)
+            occurrence: which of the equal stake mileages, 0-based
+            profile:    False counts heights from the centre line
+        """
+        name, room = "GetRoadSide" if profile else "GetRoadSideNoHeight", USUAL_PLATES
+        with self._alone():
+            while True:
+                rows = np.zeros(room, Plate.dtype)
+                array = PlateArray(rows.ctypes.data, 0, room)
+                try:
+                    self._call(name, mileage, occurrence, side, byref(array))
+                    return [Plate.of(row) for row in rows[:array.count]]
+                except KestoError as error:
+                    if error.status != Status.ARRAY_TOO_SMALL:
+                        raise
+                room = array.count

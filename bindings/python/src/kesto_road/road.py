@@ -16,8 +16,8 @@ from numpy.typing import NDArray
 
 from ._failures import KestoError, Status, warn_of_skipped_records
 from ._lists import RecordList, SortedRecordList, whole_call
-from ._native import DoubleArray, Int32Array, PlateArray, call, library
-from ._queries import Number, Queries, Whole
+from ._native import DoubleArray, Int32Array, call, library
+from ._queries import Number, Queries, Side, Whole
 from ._records import (BrokenChain, Coordinate, EaseParameters, Element, Failure, Intersection, Plate, SectionMileage,
                        Stake, VerticalCurve, whole)
 
@@ -33,13 +33,6 @@ class DesignMode(IntEnum):
 
 class Turn(IntEnum):
     """Side to which an arc or a spiral turns, looking along it."""
-
-    LEFT = 0
-    RIGHT = 1
-
-
-class Side(IntEnum):
-    """Side of the road, looking towards increasing mileage."""
 
     LEFT = 0
     RIGHT = 1
@@ -177,18 +170,6 @@ class Road(Queries):
     def stakes(self) -> NDArray[Any]:
         """The stakes of the last design run, as a structured array with the fields of Stake."""
         return np.asarray(RecordList(self, Stake, "StakeCoordinate"))
-
-    def nearest_stake(self, x: Number, y: Number) -> Stake:
-        """The stake nearest to a point's foot on the road."""
-        row, occurrence = np.zeros((), Stake.dtype), c_int32()
-        self._call("GetNearbyStakeCoordinate", x, y, row.ctypes.data, byref(occurrence))
-        return Stake.of(row)
-
-    def continuous_mileage(self, mileage: Number, occurrence: Whole = 0) -> float:
-        """Start mileage plus distance along the road (m) of a stake mileage."""
-        found = c_double(float(mileage))
-        self._call("GetSrcMileage", byref(found), occurrence)
-        return found.value
 
     @whole_call
     def intersection_at(self, mileage: Number, occurrence: Whole = 0) -> int | None:
@@ -385,20 +366,6 @@ class Road(Queries):
         """Changes the transition at an index of the type table."""
         self._call("SetChangeSectionType", side, kind, index, transition)
 
-    @whole_call
-    def road_side(self, mileage: Number, side: Side, occurrence: Whole = 0, profile: bool = True) -> list[Plate]:
-        """The cross section of one side: every plate with offset, point and height of its outer edge.
-
-        Args:
-            mileage:    stake mileage (m)
-            occurrence: which of the equal stake mileages, 0-based
-            profile:    False counts heights from the centre line
-        """
-        rows = np.zeros(len(self._plates(side)), Plate.dtype)
-        array = PlateArray(rows.ctypes.data, 0, len(rows))
-        self._call("GetRoadSide" if profile else "GetRoadSideNoHeight", mileage, occurrence, side, byref(array))
-        return [Plate.of(row) for row in rows[:array.count]]
-
     # -------------------------------------------------------------------------------------------------------- settings
 
     @property
@@ -568,6 +535,20 @@ class FrozenRoad(Queries):
 
     def _make_current(self) -> None:
         """A frozen road is."""
+
+    @property
+    def stakes(self) -> NDArray[Any]:
+        """The stakes that the road had when it was frozen, as a structured array with the fields of Stake."""
+        rows = np.zeros(call("FrozenGetStakeCoordinateCount", self._handle), Stake.dtype)
+        for index in range(len(rows)):
+            self._call("GetStakeCoordinate", index, rows.ctypes.data + index * rows.itemsize)
+        return rows
+
+    def intersection_at(self, mileage: Number, occurrence: Whole = 0) -> int | None:
+        """As `Road.intersection_at()`."""
+        index = c_int32()
+        self._call("GetIntersectionIndex", mileage, occurrence, byref(index))
+        return index.value if index.value >= 0 else None
 
     def _call(self, name: str, *arguments: Any) -> None:
         status = call(f"Frozen{name}", self._handle, *arguments)
