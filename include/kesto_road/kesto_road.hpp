@@ -83,7 +83,7 @@ struct Column {
     /** No column: for inputs that need not be given. */
     Column() = default;
     /** @param values   the first row's value
-     *  @param byteStep distance from one row to the next (bytes); 0 repeats an input */
+     *  @param byteStep distance from one row to the next (bytes); 0 repeats an input. To walk backwards, set `step` */
     Column(Value* values, std::size_t byteStep = sizeof(Value))  // NOLINT(google-explicit-constructor)
         : first(values), step(static_cast<std::int32_t>(byteStep)) {}
 
@@ -547,8 +547,9 @@ private:
 };
 
 /** A copy of a road that any number of threads may ask at once. Moves but does not copy; the destructor ends it. A
- * query without an answer gives an empty optional and leaves no reason: the functions of kesto_road.h that it stands on
- *  return it as a status, and so do the columns of the batches. */
+ *  query without an answer gives an empty optional and leaves no reason: the functions of kesto_road.h that it stands
+ * on return it as a status, and so do the columns of the batches. Write kesto::FrozenRoad: behind `using namespace
+ * kesto` the bare name could be the handle of kesto_road.h too. */
 class FrozenRoad {
 public:
     /** Freezes a road as it stands; see FreezeRoad(). @throws Error when no road can be built or memory runs out */
