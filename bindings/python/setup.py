@@ -31,7 +31,8 @@ def version() -> str:
 def built_library(folder: Path) -> Path:
     """Builds the library alone. Returns its file."""
     options = [f"-DKESTO_BUILD_{each}=OFF" for each in ("HOST", "EXAMPLES", "TESTS", "BENCH")]
-    subprocess.run(["cmake", "-S", ROOT, "-B", folder, "-DCMAKE_BUILD_TYPE=Release", *options], check=True)
+    options += ["-DCMAKE_BUILD_TYPE=Release", "-DKESTO_STATIC_TINYXML=ON"]
+    subprocess.run(["cmake", "-S", ROOT, "-B", folder, *options], check=True)
     subprocess.run(["cmake", "--build", folder, "--config", "Release", "--target", "kesto_road", "--parallel"],
                    check=True)
     return next(path for path in (folder / LIBRARY, folder / "Release" / LIBRARY) if path.exists())
