@@ -3,6 +3,7 @@
 #include <algorithm>
 #include <array>
 
+#include "core/result.hpp"
 #include "core/road_design.hpp"
 #include "temporary_folder.hpp"
 
@@ -174,6 +175,19 @@ const FrozenRoad* Frozen() {
     return frozen.get();
 }
 
+/// The same with curves at intersections.
+const FrozenRoad* FrozenCurves() {
+    static const std::unique_ptr<const FrozenRoad, decltype(&ReleaseFrozenRoad)> frozen(FreezeRoad(SmallRoad()),
+                                                                                        ReleaseFrozenRoad);
+    return frozen.get();
+}
+
+/// A frozen road keeps no failure: its status is put where a road keeps it.
+bool Told(RoadDesign* h, std::int32_t status) {
+    if (status != KESTO_SUCCESS) h->lastFailure = Fail(static_cast<KestoStatus>(status));
+    return status == KESTO_SUCCESS;
+}
+
 /// Asks more often than a road is walked along before an index is made.
 template <class Ask>
 bool Repeatedly(Ask ask) {
@@ -186,6 +200,13 @@ bool TakeSide(bool (*get)(RoadDesign*, double, std::int32_t, std::int32_t, Secti
               Answer& a) {
     SectionPlateArray side{a.plates, 0, 8};
     const bool taken = get(h, 70, 0, right, &side);
+    a.count = side.count;
+    return taken;
+}
+
+bool TakeFrozenSide(decltype(&FrozenGetRoadSide) get, RoadDesign* h, Answer& a) {
+    SectionPlateArray side{a.plates, 0, 8};
+    const bool taken = Told(h, get(Frozen(), 70, 0, right, &side));
     a.count = side.count;
     return taken;
 }
@@ -251,6 +272,9 @@ const Operation queries[] = {
 const Operation sections[] = {
     {"GetRoadSide", RoadWithSections, [](auto* h, auto& a) { return TakeSide(GetRoadSide, h, a); }},
     {"GetRoadSideNoHeight", RoadWithSections, [](auto* h, auto& a) { return TakeSide(GetRoadSideNoHeight, h, a); }},
+    {"FrozenGetRoadSide", EmptyRoad, [](auto* h, auto& a) { return TakeFrozenSide(FrozenGetRoadSide, h, a); }},
+    {"FrozenGetRoadSideNoHeight", EmptyRoad, [](auto* h, auto& a) { return TakeFrozenSide(FrozenGetRoadSideNoHeight, h, a); }},
+    {"FrozenGetIntersectionIndex", EmptyRoad, [](auto* h, auto& a) { return Told(h, FrozenGetIntersectionIndex(FrozenCurves(), 400, 0, &a.k)); }},
     {"AddStandardSectionPlate", RoadWithSections, [](auto* h, auto&) { return AddStandardSectionPlate(h, plates, right, 2); }},
     {"AddStandardSectionPlate unbuilt", UnbuiltRoadWithSections, [](auto* h, auto&) { return AddStandardSectionPlate(h, plates, right, 2); }},
     {"AddStandardSectionPlateList", RoadWithSections, [](auto* h, auto&) { return AddStandardSectionPlateList(h, plates, 4, right); }},
@@ -341,6 +365,10 @@ const Operation others[] = {
     {"FrozenGetMileAndOffsetInLim", EmptyRoad, [](auto*, auto& a) { return FrozenGetMileAndOffsetInLim(Frozen(), 70, 1, 0, 0, 900, 0, &a.x, &a.y, &a.k) == 0; }},
     {"FrozenGetPositionAndAzimuth", EmptyRoad, [](auto*, auto& a) { return FrozenGetPositionAndAzimuth(Frozen(), 70, 1, 90, &a.x, &a.y, &a.z, 0) == 0; }},
     {"FrozenGetHeight", EmptyRoad, [](auto*, auto& a) { return FrozenGetHeight(Frozen(), 70, 0, 1, &a.x) == 0; }},
+    {"FrozenGetSrcMileage", EmptyRoad, [](auto*, auto& a) { a.x = 70; return FrozenGetSrcMileage(Frozen(), &a.x, 0) == 0; }},
+    {"FrozenGetNearbyStakeCoordinate", EmptyRoad, [](auto*, auto& a) { return FrozenGetNearbyStakeCoordinate(Frozen(), 70, 1, &a.stake, &a.k) == 0; }},
+    {"FrozenGetStakeCoordinateCount", EmptyRoad, [](auto*, auto&) { return FrozenGetStakeCoordinateCount(Frozen()) > 0; }},
+    {"FrozenGetStakeCoordinate", EmptyRoad, [](auto*, auto& a) { return FrozenGetStakeCoordinate(Frozen(), 0, &a.stake) == 0; }},
     {"FrozenGetMileageAndOffsetBatch", EmptyRoad, [](auto*, auto& a) { return FrozenGetMileageAndOffsetBatch(Frozen(), 20, &seventy, 0, &one, 0, &a.x, 0, &a.y, 0, &a.k, 0, a.row, 0) == 0; }},
     {"FrozenGetPositionAndAzimuthBatch", EmptyRoad, [](auto*, auto& a) { return FrozenGetPositionAndAzimuthBatch(Frozen(), 20, &seventy, 0, nullptr, 0, &one, 0, nullptr, 0, &a.x, 0, &a.y, 0, &a.z, 0, a.row, 0) == 0; }},
     {"FrozenGetHeightBatch", EmptyRoad, [](auto*, auto& a) { return FrozenGetHeightBatch(Frozen(), 20, &seventy, 0, nullptr, 0, &one, 0, &a.x, 0, a.row, 0) == 0; }},
