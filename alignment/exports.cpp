@@ -73,9 +73,9 @@ Outcome IndexInto(const FrozenRoad& frozen, kesto::StakeMileage stake, std::int3
 }
 
 template <class Road>
-Outcome StakeInto(Road& road, kesto::Point point, StakeCoordinate* stake, std::int32_t* occurrence) {
+Outcome StakeInto(Road& road, kesto::Point point, StakeCoordinate& stake, std::int32_t& occurrence) {
     if (Outcome finite = RequireFinite({point.x, point.y}); !finite) return finite;
-    return kesto::NearestStake(road, point, *stake, *occurrence);
+    return kesto::NearestStake(road, point, stake, occurrence);
 }
 
 Outcome EaseInto(double startRadius, double endRadius, double length, EaseParam* out) noexcept {
@@ -154,7 +154,7 @@ bool KESTO_CALL GetPositionAndAzimuth(RoadDesign* h, double m, double offset, do
 
 bool KESTO_CALL GetMileageAndOffset(RoadDesign* h, double x, double y, double* m, double* offset, int32_t* k) { return GuardBool(h, [&](RoadDesign& road) { return LocateInto(road, {x, y}, {m, offset, k}); }, m, offset, k); }
 bool KESTO_CALL GetMileAndOffsetInLim(RoadDesign* h, double x, double y, double lower, int32_t lowerK, double upper, int32_t upperK, double* m, double* offset, int32_t* k) { return GuardBool(h, [&](RoadDesign& road) { return LocateBetweenInto(road, {x, y}, {lower, lowerK}, {upper, upperK}, {m, offset, k}); }, m, offset, k); }
-bool KESTO_CALL GetNearbyStakeCoordinate(RoadDesign* h, double x, double y, StakeCoordinate* stake, int32_t* k) { return GuardBool(h, [&](RoadDesign& road) { return StakeInto(road, {x, y}, stake, k); }, stake, k); }
+bool KESTO_CALL GetNearbyStakeCoordinate(RoadDesign* h, double x, double y, StakeCoordinate* stake, int32_t* k) { return GuardBool(h, [&](RoadDesign& road) { return StakeInto(road, {x, y}, *stake, *k); }, stake, k); }
 
 bool KESTO_CALL GetMileageAndOffsetBatch(RoadDesign* h, int32_t n, const double* x, int32_t xStep, const double* y, int32_t yStep, double* m, int32_t mStep, double* offset, int32_t offsetStep, int32_t* k, int32_t kStep, uint8_t* status, int32_t statusStep) {
     return GuardBool(h, [&](RoadDesign& road) { return kesto::RunBatch(road, PointRows{n, {x, xStep}, {y, yStep}, {m, mStep}, {offset, offsetStep}, {k, kStep}, {status, statusStep}}); });
@@ -165,7 +165,7 @@ bool KESTO_CALL GetPositionAndAzimuthBatch(RoadDesign* h, int32_t n, const doubl
 
 int32_t KESTO_CALL FrozenGetIntersectionIndex(const FrozenRoad* f, double m, int32_t k, int32_t* index) { return GuardFrozen(f, [&](const FrozenRoad& frozen) { return IndexInto(frozen, {m, k}, index); }, index); }
 int32_t KESTO_CALL FrozenGetSrcMileage(const FrozenRoad* f, double* m, int32_t k) { return GuardFrozen(f, [&](const FrozenRoad& frozen) { return MileageInto(frozen, m, k); }, m); }
-int32_t KESTO_CALL FrozenGetNearbyStakeCoordinate(const FrozenRoad* f, double x, double y, StakeCoordinate* stake, int32_t* k) { return GuardFrozen(f, [&](const FrozenRoad& frozen) { return StakeInto(frozen, {x, y}, stake, k); }, stake, k); }
+int32_t KESTO_CALL FrozenGetNearbyStakeCoordinate(const FrozenRoad* f, double x, double y, StakeCoordinate* stake, int32_t* k) { return GuardFrozen(f, [&](const FrozenRoad& frozen) { return StakeInto(frozen, {x, y}, *stake, *k); }, stake, k); }
 int32_t KESTO_CALL FrozenGetMileageAndOffset(const FrozenRoad* f, double x, double y, double* m, double* offset, int32_t* k) { return GuardFrozen(f, [&](const FrozenRoad& frozen) { return LocateInto(frozen, {x, y}, {m, offset, k}); }, m, offset, k); }
 int32_t KESTO_CALL FrozenGetMileAndOffsetInLim(const FrozenRoad* f, double x, double y, double lower, int32_t lowerK, double upper, int32_t upperK, double* m, double* offset, int32_t* k) { return GuardFrozen(f, [&](const FrozenRoad& frozen) { return LocateBetweenInto(frozen, {x, y}, {lower, lowerK}, {upper, upperK}, {m, offset, k}); }, m, offset, k); }
 int32_t KESTO_CALL FrozenGetPositionAndAzimuth(const FrozenRoad* f, double m, double offset, double angle, double* x, double* y, double* a, int32_t k) { return GuardFrozen(f, [&](const FrozenRoad& frozen) { return PositionInto(frozen.road, {m, k}, {offset, angle}, x, y, a); }, x, y, a); }
