@@ -1,6 +1,7 @@
 // The calls for many points and for frozen roads. Each row and each frozen answer is compared, to the bit, with what
 // the function for one point says.
 
+#include <array>
 #include <cstdlib>
 #include <memory>
 #include <vector>
@@ -308,6 +309,87 @@ void AskFrozenHeight(Session& it) {
         [&](RoadDesign* road, Row& row) { return GetHeight(road, mileage, occurrence, offset, &row.a); });
 }
 
+void AskFrozenContinuous(Session& it) {
+    const double mileage = it.in.Number();
+    const std::int32_t occurrence = it.in.Whole();
+    AskBoth(
+        it,
+        [&](const FrozenRoad* road, Row& row) {
+            row.a = mileage;
+            return KESTO_NAMED(FrozenGetSrcMileage)(road, &row.a, occurrence);
+        },
+        [&](RoadDesign* road, Row& row) {
+            row.a = mileage;
+            return GetSrcMileage(road, &row.a, occurrence);
+        });
+}
+
+/// Asks both roads for a record or records; those of the road stay as they are where it is not asked.
+template <class Records, class AskFrozen, class AskRoad>
+void AskBothRecords(Session& it, AskFrozen&& askFrozen, AskRoad&& askRoad) {
+    Records frozen{}, live{};
+    bool asked = false;
+    AskBoth(
+        it, [&](const FrozenRoad* road, Row& row) { return askFrozen(road, frozen, row); },
+        [&](RoadDesign* road, Row& row) {
+            asked = true;
+            return askRoad(road, live, row);
+        });
+    Require(!asked || SameBits(frozen, live), "a frozen road has the records of its road");
+}
+
+template <class Frozen, class Live>
+void AskFrozenSide(Session& it, const Frozen& ofFrozen, Live ofRoad) {
+    constexpr std::int32_t room = 12;
+    using Plates = std::array<SectionPlate, room>;
+    const double mileage = it.in.Number();
+    const std::int32_t occurrence = it.in.Whole(), side = it.in.Byte() % 3, capacity = it.in.Byte() % (room + 1);
+    const auto ask = [&](const auto& function, auto* road, Plates& plates, Row& row) {
+        SectionPlateArray array{plates.data(), 0, capacity};
+        const auto answer = function(road, mileage, occurrence, side, &array);
+        row.k = array.count;
+        return answer;
+    };
+    AskBothRecords<Plates>(
+        it, [&](const FrozenRoad* road, Plates& plates, Row& row) { return ask(ofFrozen, road, plates, row); },
+        [&](RoadDesign* road, Plates& plates, Row& row) { return ask(ofRoad, road, plates, row); });
+}
+
+void AskFrozenStakeNearby(Session& it) {
+    const double x = it.in.Number() * 4, y = it.in.Number() * 4;
+    AskBothRecords<StakeCoordinate>(
+        it,
+        [&](const FrozenRoad* road, StakeCoordinate& stake, Row& row) {
+            return KESTO_NAMED(FrozenGetNearbyStakeCoordinate)(road, x, y, &stake, &row.k);
+        },
+        [&](RoadDesign* road, StakeCoordinate& stake, Row& row) {
+            return GetNearbyStakeCoordinate(road, x, y, &stake, &row.k);
+        });
+}
+
+void AskFrozenStake(Session& it) {
+    const std::int32_t count = KESTO_NAMED(FrozenGetStakeCoordinateCount)(FrozenFrom(it).road);
+    const std::int32_t index = it.in.Index(count);
+    AskBothRecords<StakeCoordinate>(
+        it,
+        [&](const FrozenRoad* road, StakeCoordinate& stake, Row&) {
+            return KESTO_NAMED(FrozenGetStakeCoordinate)(road, index, &stake);
+        },
+        [&](RoadDesign* road, StakeCoordinate& stake, Row&) { return GetStakeCoordinate(road, index, &stake); });
+}
+
+void AskFrozenIntersection(Session& it) {
+    const double mileage = it.in.Number();
+    const std::int32_t occurrence = it.in.Whole();
+    const FrozenSlot& slot = FrozenFrom(it);
+    std::int32_t index = -1;
+    const std::int32_t status = KESTO_NAMED(FrozenGetIntersectionIndex)(slot.road, mileage, occurrence, &index);
+    const RoadSlot& origin = it.roads[slot.origin];
+    if (slot.road == nullptr || origin.edits != slot.edits || origin.road == nullptr) return;
+    Require(index == GetIntersectionIndex(origin.road, mileage, occurrence), "a frozen road has its road's curves");
+    Require(status == KESTO_SUCCESS || index == -1, "no curve where there is no answer");
+}
+
 /// A batch as a callable without its road. Rows that fail leave no last failure.
 template <class Function>
 auto OfRoad(Session& it, const Named<Function>& function) {
@@ -368,8 +450,25 @@ void OverlapRoad(Session& it) {
 }  // namespace
 
 const CallGroup batchCalls{
-    LocateRoad,        PlaceRoad,       HeightRoad,   Freeze,      Release,      AskFrozenFoot, AskFrozenFootBetween,
-    AskFrozenPosition, AskFrozenHeight, LocateFrozen, PlaceFrozen, HeightFrozen, OverlapRoad,
+    LocateRoad,
+    PlaceRoad,
+    HeightRoad,
+    Freeze,
+    Release,
+    AskFrozenFoot,
+    AskFrozenFootBetween,
+    AskFrozenPosition,
+    AskFrozenHeight,
+    LocateFrozen,
+    PlaceFrozen,
+    HeightFrozen,
+    OverlapRoad,
+    AskFrozenContinuous,
+    [](Session& it) { AskFrozenSide(it, KESTO_NAMED(FrozenGetRoadSide), GetRoadSide); },
+    [](Session& it) { AskFrozenSide(it, KESTO_NAMED(FrozenGetRoadSideNoHeight), GetRoadSideNoHeight); },
+    AskFrozenStakeNearby,
+    AskFrozenStake,
+    AskFrozenIntersection,
 };
 
 }  // namespace kesto::fuzz
