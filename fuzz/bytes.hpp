@@ -54,11 +54,13 @@ public:
     }
 
     double Number() noexcept {
+        constexpr std::uint8_t firstPlace = 80, firstFloat = 208, firstDouble = 224;
         const std::uint8_t kind = Byte();
         if (kind < std::size(special)) return special[kind];
-        if (kind < 80) return usual[kind % std::size(usual)];
-        if (kind < 208) return Raw<std::uint16_t>() * 0.02 - 100;  // a place or an offset at a road of some 1200 m
-        if (kind < 224) return Raw<float>();
+        if (kind < firstPlace) return usual[kind % std::size(usual)];
+        if (kind < firstFloat)
+            return Raw<std::uint16_t>() * 0.02 - 100;  // a place or an offset at a road of some 1200 m
+        if (kind < firstDouble) return Raw<float>();
         return Raw<double>();
     }
 

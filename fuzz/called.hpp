@@ -1,38 +1,64 @@
-/// Exported functions under their names, and which of them have been called.
+/// Exported functions under their names, and which of them have answered.
 #pragma once
 
+#include <cstdint>
 #include <set>
 #include <string>
+#include <string_view>
+#include <type_traits>
 
 namespace kesto::fuzz {
 
+/// Those that have been called with success.
 inline std::set<std::string>& CalledNames() {
     static std::set<std::string> names;
     return names;
 }
 
-/// An exported function that leaves its name when it is called.
+/// Whether the integer that a function returns is a status rather than a number that was asked for.
+constexpr bool ReturnsStatus(std::string_view name) {
+    for (const std::string_view beginning : {"Open", "Save", "Export", "Frozen"}) {
+        if (name.starts_with(beginning)) return !name.ends_with("Count");
+    }
+    return false;
+}
+
+/// An exported function that leaves its name when it is called and does not fail.
 template <class Function>
 struct Named {
     const char* name;
     Function* function;
-    bool* called;
+    bool* answered;
 
     template <class... Arguments>
     auto operator()(Arguments... arguments) const {
-        if (!*called) {
-            *called = true;
-            CalledNames().insert(name);
+        if constexpr (std::is_void_v<decltype(function(arguments...))>) {
+            function(arguments...);
+            Note(true);
+        } else {
+            const auto result = function(arguments...);
+            if constexpr (std::is_same_v<decltype(result), const std::int32_t>) {
+                Note(!ReturnsStatus(name) || result == 0);
+            } else {
+                Note(result != decltype(result){});
+            }
+            return result;
         }
-        return function(arguments...);
+    }
+
+private:
+    void Note(bool success) const {
+        if (*answered || !success) return;
+        *answered = true;
+        CalledNames().insert(name);
     }
 };
 
 }  // namespace kesto::fuzz
 
 /// The exported function of this name as a Named.
-#define KESTO_NAMED(function)                                               \
-    (kesto::fuzz::Named<decltype(function)>{#function, &(function), []() {  \
-                                                static bool called = false; \
-                                                return &called;             \
+#define KESTO_NAMED(function)                                                 \
+    (kesto::fuzz::Named<decltype(function)>{#function, &(function), []() {    \
+                                                static bool answered = false; \
+                                                return &answered;             \
                                             }()})

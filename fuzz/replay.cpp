@@ -1,5 +1,6 @@
 // Runs a target over files and folders of files, in any build: the corpus and the findings of earlier runs.
-// Usage: TARGET [--exports LIST] FILE_OR_FOLDER...   With --exports, every name in the list must have been called.
+// Usage: TARGET [--exports LIST] FILE_OR_FOLDER...   With --exports, every function in the list must have been called
+// with success.
 
 #include <cstddef>
 #include <cstdint>
@@ -40,7 +41,7 @@ int CountMissing(const char* list) {
     int missing = 0;
     for (std::string name; std::getline(exports, name); ++names) {
         if (kesto::fuzz::CalledNames().count(name) > 0) continue;
-        std::printf("never called: %s\n", name.c_str());
+        std::printf("never called with success: %s\n", name.c_str());
         ++missing;
     }
     if (names == 0) std::printf("no names in %s\n", list);

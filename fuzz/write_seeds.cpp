@@ -13,7 +13,7 @@
 #include "calls/ready_roads.hpp"
 #include "kesto_road/kesto_road.h"
 
-#include "calls/session.hpp"
+#include "calls/call_run.hpp"
 
 namespace {
 
@@ -21,7 +21,8 @@ namespace fs = std::filesystem;
 using kesto::fuzz::CodeOf;
 
 constexpr std::size_t settingsGroup = 0, batchGroup = 4, fileGroup = 5;
-constexpr std::size_t ready = 1, freeze = 3, saveToMemory = 7;  // places in their groups
+constexpr std::size_t ready = 1, freeze = 3, save = 0, saveWater = 5, saveToMemory = 7;  // places in their groups
+constexpr std::uint32_t roadFile = 0, waterFile = 1, files = 4;                          // bytes that stand for paths
 
 void Write(const fs::path& path, const std::vector<char>& bytes) {
     std::ofstream(path, std::ios::binary).write(bytes.data(), static_cast<std::streamsize>(bytes.size()));
@@ -29,18 +30,24 @@ void Write(const fs::path& path, const std::vector<char>& bytes) {
 
 /// A ready road, frozen and saved, then one kind of call some times with any arguments.
 std::vector<char> RunOf(std::uint8_t call, int road, std::mt19937& random) {
-    constexpr int times = 4, arguments = 60;
+    constexpr std::uint32_t times = 4, arguments = 60;
     std::vector<char> bytes;
     const auto add = [&](std::uint32_t byte) { bytes.push_back(static_cast<char>(byte)); };
     for (const std::uint32_t byte :
          {std::uint32_t{CodeOf(settingsGroup, ready)}, static_cast<std::uint32_t>(road),
-          std::uint32_t{CodeOf(batchGroup, freeze)}, 0U, std::uint32_t{CodeOf(fileGroup, saveToMemory)}, 0U}) {
+          std::uint32_t{CodeOf(batchGroup, freeze)}, 0U, std::uint32_t{CodeOf(fileGroup, save)}, roadFile, 0U,
+          std::uint32_t{CodeOf(fileGroup, saveWater)}, waterFile, 0U, std::uint32_t{CodeOf(fileGroup, saveToMemory)},
+          0U}) {
         add(byte);
     }
-    for (int i = 0; i < times; ++i) {
+    for (std::uint32_t i = 0; i < times; ++i) {
         add(call);
+        if (call >= CodeOf(fileGroup, save)) {
+            add(i % files);
+            add(0);  // no null pointer
+        }
         // Mostly bytes that stand for ordinary arguments.
-        for (int k = 0; k < arguments; ++k)
+        for (std::uint32_t k = 0; k < arguments; ++k)
             add(static_cast<std::uint32_t>(random() % 8 == 0 ? random() % 256 : 16 + random() % 180));
     }
     return bytes;

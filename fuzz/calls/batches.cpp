@@ -6,7 +6,7 @@
 #include <memory>
 #include <vector>
 
-#include "session.hpp"
+#include "call_run.hpp"
 
 namespace kesto::fuzz {
 
@@ -111,7 +111,7 @@ std::uint8_t StatusOf(const FrozenRoad* /*road*/, std::int32_t status) { return 
 /// @param ran   what the call returned: true or 0 when it ran through
 /// @param rowAt what stands in a row; ask: what the single question gives
 template <class RowAt, class Ask>
-void RequireRows(Session& it, bool ofFrozen, bool complete, bool ran, std::int32_t count, RowAt&& rowAt, Ask&& ask) {
+void RequireRows(CallRun& it, bool ofFrozen, bool complete, bool ran, std::int32_t count, RowAt&& rowAt, Ask&& ask) {
     Require(!ran || count == 0 || (complete && count > 0), "rows without what they need fail");
     if (count <= 0 || !complete) {
         for (std::int32_t i = 0; i < count; ++i) Require(IsUnwritten(rowAt(i)), "a refused batch writes nothing");
@@ -137,7 +137,7 @@ bool Ran(Result result) {
 
 /// Points to mileages and offsets, by a road or by a frozen one.
 template <class Road, class Batch, class One>
-void LocateRows(Session& it, Road* road, Batch&& batch, One&& one) {
+void LocateRows(CallRun& it, Road* road, Batch&& batch, One&& one) {
     const std::int32_t count = RowsFrom(it.in);
     const Column<double> x = Numbers(it.in, count), y = Numbers(it.in, count);
     const Column<double> mileage(it.in, count, false), offset(it.in, count, false);
@@ -168,7 +168,7 @@ void LocateRows(Session& it, Road* road, Batch&& batch, One&& one) {
 
 /// Mileages and offsets to points.
 template <class Road, class Batch, class One>
-void PlaceRows(Session& it, Road* road, Batch&& batch, One&& one) {
+void PlaceRows(CallRun& it, Road* road, Batch&& batch, One&& one) {
     const std::int32_t count = RowsFrom(it.in);
     const Column<double> mileage = Numbers(it.in, count), offset = Numbers(it.in, count);
     const Column<double> angle = Numbers(it.in, count);
@@ -203,7 +203,7 @@ void PlaceRows(Session& it, Road* road, Batch&& batch, One&& one) {
 
 /// Mileages and offsets to heights.
 template <class Road, class Batch, class One>
-void HeightRows(Session& it, Road* road, Batch&& batch, One&& one) {
+void HeightRows(CallRun& it, Road* road, Batch&& batch, One&& one) {
     const std::int32_t count = RowsFrom(it.in);
     const Column<double> mileage = Numbers(it.in, count), offset = Numbers(it.in, count);
     const Column<std::int32_t> occurrence = Wholes(it.in, count);
@@ -231,15 +231,15 @@ void HeightRows(Session& it, Road* road, Batch&& batch, One&& one) {
 
 // ------------------------------------------------------------------------------------------------------- frozen roads
 
-FrozenSlot& FrozenFrom(Session& it) { return it.frozen[it.in.Byte() % it.frozen.size()]; }
+FrozenSlot& FrozenFrom(CallRun& it) { return it.frozen[it.in.Byte() % it.frozen.size()]; }
 
-void Freeze(Session& it) {
+void Freeze(CallRun& it) {
     FrozenSlot& slot = FrozenFrom(it);
     KESTO_NAMED(ReleaseFrozenRoad)(slot.road);
     slot = {it.Ask(KESTO_NAMED(FreezeRoad)), it.current, it.Slot().edits};
 }
 
-void Release(Session& it) {
+void Release(CallRun& it) {
     FrozenSlot& slot = FrozenFrom(it);
     KESTO_NAMED(ReleaseFrozenRoad)(slot.road);
     slot = {};
@@ -247,7 +247,7 @@ void Release(Session& it) {
 
 /// Asks a frozen road and, if it has not been edited since, the road that it was frozen from.
 template <class AskFrozen, class AskRoad>
-void AskBoth(Session& it, AskFrozen&& askFrozen, AskRoad&& askRoad) {
+void AskBoth(CallRun& it, AskFrozen&& askFrozen, AskRoad&& askRoad) {
     const FrozenSlot& slot = FrozenFrom(it);
     Row frozen;
     frozen.status = static_cast<std::uint8_t>(askFrozen(slot.road, frozen));
@@ -259,7 +259,7 @@ void AskBoth(Session& it, AskFrozen&& askFrozen, AskRoad&& askRoad) {
     RequireSameRow(frozen, live);
 }
 
-void AskFrozenFoot(Session& it) {
+void AskFrozenFoot(CallRun& it) {
     const double x = it.in.Number() * 4, y = it.in.Number() * 4;
     AskBoth(
         it,
@@ -269,7 +269,7 @@ void AskFrozenFoot(Session& it) {
         [&](RoadDesign* road, Row& row) { return GetMileageAndOffset(road, x, y, &row.a, &row.b, &row.k); });
 }
 
-void AskFrozenFootBetween(Session& it) {
+void AskFrozenFootBetween(CallRun& it) {
     const double x = it.in.Number() * 4, y = it.in.Number() * 4, lower = it.in.Number(), upper = it.in.Number();
     const std::int32_t lowerOccurrence = it.in.Whole(), upperOccurrence = it.in.Whole();
     AskBoth(
@@ -284,7 +284,7 @@ void AskFrozenFootBetween(Session& it) {
         });
 }
 
-void AskFrozenPosition(Session& it) {
+void AskFrozenPosition(CallRun& it) {
     const double mileage = it.in.Number(), offset = it.in.Number(), angle = it.in.Number();
     const std::int32_t occurrence = it.in.Whole();
     AskBoth(
@@ -298,7 +298,7 @@ void AskFrozenPosition(Session& it) {
         });
 }
 
-void AskFrozenHeight(Session& it) {
+void AskFrozenHeight(CallRun& it) {
     const double mileage = it.in.Number(), offset = it.in.Number();
     const std::int32_t occurrence = it.in.Whole();
     AskBoth(
@@ -309,7 +309,7 @@ void AskFrozenHeight(Session& it) {
         [&](RoadDesign* road, Row& row) { return GetHeight(road, mileage, occurrence, offset, &row.a); });
 }
 
-void AskFrozenContinuous(Session& it) {
+void AskFrozenContinuous(CallRun& it) {
     const double mileage = it.in.Number();
     const std::int32_t occurrence = it.in.Whole();
     AskBoth(
@@ -326,7 +326,7 @@ void AskFrozenContinuous(Session& it) {
 
 /// Asks both roads for a record or records; those of the road stay as they are where it is not asked.
 template <class Records, class AskFrozen, class AskRoad>
-void AskBothRecords(Session& it, AskFrozen&& askFrozen, AskRoad&& askRoad) {
+void AskBothRecords(CallRun& it, AskFrozen&& askFrozen, AskRoad&& askRoad) {
     Records frozen{}, live{};
     bool asked = false;
     AskBoth(
@@ -339,11 +339,12 @@ void AskBothRecords(Session& it, AskFrozen&& askFrozen, AskRoad&& askRoad) {
 }
 
 template <class Frozen, class Live>
-void AskFrozenSide(Session& it, const Frozen& ofFrozen, Live ofRoad) {
+void AskFrozenSide(CallRun& it, const Frozen& ofFrozen, Live ofRoad) {
     constexpr std::int32_t room = 12;
     using Plates = std::array<SectionPlate, room>;
     const double mileage = it.in.Number();
-    const std::int32_t occurrence = it.in.Whole(), side = it.in.Byte() % 3, capacity = it.in.Byte() % (room + 1);
+    const std::int32_t occurrence = it.in.Rarely() ? it.in.Whole() : it.in.Byte() % 2;
+    const std::int32_t side = it.in.Byte() % 3, capacity = it.in.Byte() % (room + 1);
     const auto ask = [&](const auto& function, auto* road, Plates& plates, Row& row) {
         SectionPlateArray array{plates.data(), 0, capacity};
         const auto answer = function(road, mileage, occurrence, side, &array);
@@ -355,7 +356,7 @@ void AskFrozenSide(Session& it, const Frozen& ofFrozen, Live ofRoad) {
         [&](RoadDesign* road, Plates& plates, Row& row) { return ask(ofRoad, road, plates, row); });
 }
 
-void AskFrozenStakeNearby(Session& it) {
+void AskFrozenStakeNearby(CallRun& it) {
     const double x = it.in.Number() * 4, y = it.in.Number() * 4;
     AskBothRecords<StakeCoordinate>(
         it,
@@ -367,7 +368,7 @@ void AskFrozenStakeNearby(Session& it) {
         });
 }
 
-void AskFrozenStake(Session& it) {
+void AskFrozenStake(CallRun& it) {
     const std::int32_t count = KESTO_NAMED(FrozenGetStakeCoordinateCount)(FrozenFrom(it).road);
     const std::int32_t index = it.in.Index(count);
     AskBothRecords<StakeCoordinate>(
@@ -378,7 +379,7 @@ void AskFrozenStake(Session& it) {
         [&](RoadDesign* road, StakeCoordinate& stake, Row&) { return GetStakeCoordinate(road, index, &stake); });
 }
 
-void AskFrozenIntersection(Session& it) {
+void AskFrozenIntersection(CallRun& it) {
     const double mileage = it.in.Number();
     const std::int32_t occurrence = it.in.Whole();
     const FrozenSlot& slot = FrozenFrom(it);
@@ -392,7 +393,7 @@ void AskFrozenIntersection(Session& it) {
 
 /// A batch as a callable without its road. Rows that fail leave no last failure.
 template <class Function>
-auto OfRoad(Session& it, const Named<Function>& function) {
+auto OfRoad(CallRun& it, const Named<Function>& function) {
     return [&it, function](auto... arguments) { return function(it.Road(), arguments...); };
 }
 
@@ -401,33 +402,33 @@ auto OfFrozen(const FrozenRoad* road, const Named<Function>& function) {
     return [road, function](auto... arguments) { return function(road, arguments...); };
 }
 
-void LocateRoad(Session& it) {
+void LocateRoad(CallRun& it) {
     LocateRows(it, it.Road(), OfRoad(it, KESTO_NAMED(GetMileageAndOffsetBatch)), GetMileageAndOffset);
 }
 
-void PlaceRoad(Session& it) {
+void PlaceRoad(CallRun& it) {
     PlaceRows(it, it.Road(), OfRoad(it, KESTO_NAMED(GetPositionAndAzimuthBatch)), GetPositionAndAzimuth);
 }
 
-void HeightRoad(Session& it) { HeightRows(it, it.Road(), OfRoad(it, KESTO_NAMED(GetHeightBatch)), GetHeight); }
+void HeightRoad(CallRun& it) { HeightRows(it, it.Road(), OfRoad(it, KESTO_NAMED(GetHeightBatch)), GetHeight); }
 
-void LocateFrozen(Session& it) {
+void LocateFrozen(CallRun& it) {
     const FrozenRoad* const road = FrozenFrom(it).road;
     LocateRows(it, road, OfFrozen(road, KESTO_NAMED(FrozenGetMileageAndOffsetBatch)), FrozenGetMileageAndOffset);
 }
 
-void PlaceFrozen(Session& it) {
+void PlaceFrozen(CallRun& it) {
     const FrozenRoad* const road = FrozenFrom(it).road;
     PlaceRows(it, road, OfFrozen(road, KESTO_NAMED(FrozenGetPositionAndAzimuthBatch)), FrozenGetPositionAndAzimuth);
 }
 
-void HeightFrozen(Session& it) {
+void HeightFrozen(CallRun& it) {
     const FrozenRoad* const road = FrozenFrom(it).road;
     HeightRows(it, road, OfFrozen(road, KESTO_NAMED(FrozenGetHeightBatch)), FrozenGetHeight);
 }
 
 /// Rows whose columns lie over each other: no answers are expected, only that nothing outside is touched.
-void OverlapRoad(Session& it) {
+void OverlapRoad(CallRun& it) {
     constexpr std::size_t room = 512;  // bytes
     constexpr std::int32_t rows = 16, widest = 16;
     std::vector<std::uint8_t> bytes(room);
@@ -464,8 +465,8 @@ const CallGroup batchCalls{
     HeightFrozen,
     OverlapRoad,
     AskFrozenContinuous,
-    [](Session& it) { AskFrozenSide(it, KESTO_NAMED(FrozenGetRoadSide), GetRoadSide); },
-    [](Session& it) { AskFrozenSide(it, KESTO_NAMED(FrozenGetRoadSideNoHeight), GetRoadSideNoHeight); },
+    [](CallRun& it) { AskFrozenSide(it, KESTO_NAMED(FrozenGetRoadSide), GetRoadSide); },
+    [](CallRun& it) { AskFrozenSide(it, KESTO_NAMED(FrozenGetRoadSideNoHeight), GetRoadSideNoHeight); },
     AskFrozenStakeNearby,
     AskFrozenStake,
     AskFrozenIntersection,

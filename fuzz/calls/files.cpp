@@ -2,8 +2,8 @@
 
 #include <algorithm>
 
+#include "call_run.hpp"
 #include "saved_road.hpp"
-#include "session.hpp"
 #include "temporary_folder.hpp"
 
 namespace kesto::fuzz {
@@ -39,21 +39,21 @@ std::string PathFrom(Bytes& in) {
 }
 
 template <class Function>
-void WithPath(Session& it, const Named<Function>& function) {
+void WithPath(CallRun& it, const Named<Function>& function) {
     const std::string path = PathFrom(it.in);
     it.File(function, it.OrNull(path.c_str()));
 }
 
-void Save(Session& it) { WithPath(it, KESTO_NAMED(SaveProject)); }
-void Open(Session& it) { WithPath(it, KESTO_NAMED(OpenProject)); }
-void OpenAndDesign(Session& it) { WithPath(it, KESTO_NAMED(OpenProject2)); }
-void SaveWater(Session& it) { WithPath(it, KESTO_NAMED(SaveWaterProject)); }
-void OpenWater(Session& it) { WithPath(it, KESTO_NAMED(OpenWaterProject)); }
-void ExportXml(Session& it) { WithPath(it, KESTO_NAMED(ExportLandXMLFile)); }
+void Save(CallRun& it) { WithPath(it, KESTO_NAMED(SaveProject)); }
+void Open(CallRun& it) { WithPath(it, KESTO_NAMED(OpenProject)); }
+void OpenAndDesign(CallRun& it) { WithPath(it, KESTO_NAMED(OpenProject2)); }
+void SaveWater(CallRun& it) { WithPath(it, KESTO_NAMED(SaveWaterProject)); }
+void OpenWater(CallRun& it) { WithPath(it, KESTO_NAMED(OpenWaterProject)); }
+void ExportXml(CallRun& it) { WithPath(it, KESTO_NAMED(ExportLandXMLFile)); }
 
 /// What is saved of a part is a road that can be built. It has the settings of the whole, a wrong stake type as well,
 /// so not every one can be designed.
-void SavePart(Session& it) {
+void SavePart(CallRun& it) {
     const double start = it.in.Number(), end = it.in.Number();
     const std::int32_t startOccurrence = it.in.Whole(), endOccurrence = it.in.Whole();
     const std::string path = Folder().File("part.road");
@@ -65,7 +65,7 @@ void SavePart(Session& it) {
     EndRoadDesign(part);
 }
 
-void SaveToMemory(Session& it) {
+void SaveToMemory(CallRun& it) {
     std::int64_t size = -1;
     if (it.in.Rarely()) {
         const std::int64_t capacity = it.in.Whole();
@@ -73,13 +73,17 @@ void SaveToMemory(Session& it) {
         it.Ask(KESTO_NAMED(SaveProjectToMemory), it.OrNull(few), std::min<std::int64_t>(capacity, sizeof few),
                it.OrNull(&size));
     } else if (it.Road() != nullptr) {
-        KESTO_NAMED(SaveProjectToMemory)(it.Road(), nullptr, 0, &size);
-        it.savedText = SavedText(it.Road());
+        SaveProjectToMemory(it.Road(), nullptr, 0, &size);
+        if (size < 0) return;
+        it.savedText.assign(static_cast<std::size_t>(size), '\0');
+        Require(KESTO_NAMED(SaveProjectToMemory)(it.Road(), it.savedText.data(), size, &size) == KESTO_SUCCESS,
+                "what fits is saved");
+        Require(it.savedText == SavedText(it.Road()), "a road saved twice gives one text");
     }
 }
 
 /// The text saved last, with some bytes changed.
-void OpenFromMemory(Session& it) {
+void OpenFromMemory(CallRun& it) {
     std::string text = it.savedText.empty() ? "0 50 0 K\n\nElement\n" : it.savedText;
     for (int changes = it.in.Byte() % 4; changes > 0; --changes) {
         const std::size_t at = it.in.Raw<std::uint16_t>() % text.size();

@@ -2,7 +2,7 @@
 
 #include <memory>
 
-#include "session.hpp"
+#include "call_run.hpp"
 
 namespace kesto::fuzz {
 
@@ -82,7 +82,7 @@ List<VerticalCurve, decltype(AddVerticalCurve)> VerticalCurves() {
 }
 
 template <auto listOf>
-void CountRecords(Session& it) {
+void CountRecords(CallRun& it) {
     Require(it.Ask(listOf().count) >= 0, "a count is never negative");
 }
 
@@ -94,7 +94,7 @@ Record RecordFor(const List<Record, AddOne>& /*list*/, Bytes& in) {
 }
 
 template <auto listOf>
-void AddRecord(Session& it) {
+void AddRecord(CallRun& it) {
     const auto list = listOf();
     const auto record = RecordFor(list, it.in);
     const auto* const given = it.OrNull(&record);
@@ -109,7 +109,7 @@ void AddRecord(Session& it) {
 }
 
 template <auto listOf>
-void AddRecords(Session& it) {
+void AddRecords(CallRun& it) {
     const auto list = listOf();
     const std::int32_t mostGiven = 20;  // some more than the most that most lists take
     const std::int32_t count = it.in.Byte() % (mostGiven + 1);
@@ -124,7 +124,7 @@ void AddRecords(Session& it) {
 }
 
 template <auto listOf>
-void DeleteRecord(Session& it) {
+void DeleteRecord(CallRun& it) {
     const auto list = listOf();
     const std::int32_t before = list.count(it.Road());
     const std::int32_t index = it.in.Index(before);
@@ -134,7 +134,7 @@ void DeleteRecord(Session& it) {
 }
 
 template <auto listOf>
-void ReadRecord(Session& it) {
+void ReadRecord(CallRun& it) {
     const auto list = listOf();
     const std::int32_t count = list.count(it.Road());
     const std::int32_t index = it.in.Index(count);
@@ -145,7 +145,7 @@ void ReadRecord(Session& it) {
 }
 
 template <auto listOf>
-void WriteRecord(Session& it) {
+void WriteRecord(CallRun& it) {
     const auto list = listOf();
     const std::int32_t before = list.count(it.Road());
     const std::int32_t index = it.in.Index(before);

@@ -1,7 +1,7 @@
 // The calls that ask for mileages, positions and heights, and those that make the road current.
 
 #include "alignment/inverse_index.hpp"
-#include "session.hpp"
+#include "call_run.hpp"
 
 namespace kesto::fuzz {
 
@@ -15,13 +15,13 @@ struct Place {
     std::int32_t padding = 0;
 };
 
-void AskIntersectionIndex(Session& it) {
+void AskIntersectionIndex(CallRun& it) {
     const double mileage = it.in.Number();
     const std::int32_t found = it.Ask(KESTO_NAMED(GetIntersectionIndex), mileage, it.in.Whole());
     Require(found < std::max(GetIntersectionCount(it.Road()), 1), "an intersection that is found is there");
 }
 
-void AskElement(Session& it) {
+void AskElement(CallRun& it) {
     Element element{};
     element.type = it.in.Whole();
     element.turnDirection = it.in.Byte();
@@ -37,7 +37,7 @@ void AskElement(Session& it) {
     }
 }
 
-void AskEase(Session& it) {
+void AskEase(CallRun& it) {
     const double startRadius = it.in.Number(), endRadius = it.in.Number(), length = it.in.Number();
     EaseParam out{};
     if (it.Ask(KESTO_NAMED(CalcEaseParam), startRadius, endRadius, length, it.OrNull(&out))) {
@@ -45,7 +45,7 @@ void AskEase(Session& it) {
     }
 }
 
-void AskContinuous(Session& it) {
+void AskContinuous(CallRun& it) {
     const double given = it.in.Number();
     double mileage = given;
     if (it.Ask(KESTO_NAMED(GetSrcMileage), it.OrNull(&mileage), it.in.Whole())) {
@@ -55,12 +55,12 @@ void AskContinuous(Session& it) {
     }
 }
 
-void AskRoadMileage(Session& it) {
+void AskRoadMileage(CallRun& it) {
     double start = 0;
     RequireFiniteNumbers(it.Ask(KESTO_NAMED(GetRoadMileage), it.OrNull(&start)));
 }
 
-void AskPosition(Session& it) {
+void AskPosition(CallRun& it) {
     const double mileage = it.in.Number(), offset = it.in.Number(), angle = it.in.Number();
     const std::int32_t occurrence = it.in.Whole();
     Place out;
@@ -79,7 +79,7 @@ void RequireSameAsWalk(RoadDesign& road, kesto::Point point, const kesto::Stretc
             "the index finds what the walk finds");
 }
 
-void AskFoot(Session& it) {
+void AskFoot(CallRun& it) {
     const double x = it.in.Number() + 1000, y = it.in.Number() * 4 + 2000;
     const bool nearOrigin = it.in.Byte() % 2 == 0;
     const kesto::Point point = nearOrigin ? kesto::Point{x - 1000, y - 2000} : kesto::Point{x, y};
@@ -94,7 +94,7 @@ void AskFoot(Session& it) {
     RequireSameAsWalk(*it.Road(), point, {start, start + it.Road()->totalLength});
 }
 
-void AskFootBetween(Session& it) {
+void AskFootBetween(CallRun& it) {
     const double x = it.in.Number(), y = it.in.Number(), lower = it.in.Number(), upper = it.in.Number();
     const std::int32_t lowerOccurrence = it.in.Whole(), upperOccurrence = it.in.Whole();
     Place first, second;
@@ -107,21 +107,21 @@ void AskFootBetween(Session& it) {
     Require(SameBits(first, second), "a question asked twice has one answer");
 }
 
-void AskStakeNearby(Session& it) {
+void AskStakeNearby(CallRun& it) {
     const double x = it.in.Number(), y = it.in.Number();
     StakeCoordinate stake{};
     std::int32_t occurrence = 0;
     it.Ask(KESTO_NAMED(GetNearbyStakeCoordinate), x, y, it.OrNull(&stake), &occurrence);
 }
 
-void Design(Session& it) {
+void Design(CallRun& it) {
     constexpr std::int32_t manyStakes = 30000;
     it.Edit(KESTO_NAMED(DesignRoad));
     const std::int32_t count = it.Ask(KESTO_NAMED(GetStakeCoordinateCount));
     Require(count >= 0 && count < manyStakes, "the interval keeps the list of stakes short");
 }
 
-void AskStake(Session& it) {
+void AskStake(CallRun& it) {
     const std::int32_t count = it.Ask(KESTO_NAMED(GetStakeCoordinateCount));
     const std::int32_t index = it.in.Index(count);
     StakeCoordinate stake{};
@@ -130,7 +130,7 @@ void AskStake(Session& it) {
             "a stake is read by its index");
 }
 
-void AskHeight(Session& it) {
+void AskHeight(CallRun& it) {
     const double mileage = it.in.Number();
     const std::int32_t occurrence = it.in.Whole();
     const double offset = it.in.Number();
@@ -150,7 +150,7 @@ const CallGroup queryCalls{
     AskFoot,
     AskFootBetween,
     AskStakeNearby,
-    [](Session& it) { it.Edit(KESTO_NAMED(UpdateData)); },
+    [](CallRun& it) { it.Edit(KESTO_NAMED(UpdateData)); },
     Design,
     AskStake,
     AskHeight,

@@ -2,7 +2,7 @@
 
 #include <memory>
 
-#include "session.hpp"
+#include "call_run.hpp"
 
 namespace kesto::fuzz {
 
@@ -47,11 +47,11 @@ void Fill(Bytes& in, SectionPlate& plate) {
     for (double* number : {&plate.width, &plate.crossSlope, &plate.step, &plate.extra}) *number = in.Number();
 }
 
-void CountPlates(Session& it) {
+void CountPlates(CallRun& it) {
     Require(it.Ask(KESTO_NAMED(GetStandardSectionPlateCount), it.in.Whole()) >= 0, "a count is never negative");
 }
 
-void AddPlate(Session& it) {
+void AddPlate(CallRun& it) {
     SectionPlate plate{};
     Fill(it.in, plate);
     const std::int32_t side = it.in.Whole();
@@ -60,7 +60,7 @@ void AddPlate(Session& it) {
     Require(GetStandardSectionPlateCount(it.Road(), side) == before + (added ? 1 : 0), "an added plate counts");
 }
 
-void AddPlates(Session& it) {
+void AddPlates(CallRun& it) {
     const std::int32_t count = it.in.Byte() % someValues;
     Room<SectionPlate> plates(count);
     for (std::int32_t i = 0; i < count; ++i) Fill(it.in, plates[i]);
@@ -70,21 +70,21 @@ void AddPlates(Session& it) {
     Require(GetStandardSectionPlateCount(it.Road(), side) == before + (added ? count : 0), "added plates count");
 }
 
-void DeletePlate(Session& it) {
+void DeletePlate(CallRun& it) {
     const std::int32_t side = it.in.Whole();
     const std::int32_t before = GetStandardSectionPlateCount(it.Road(), side);
     const bool deleted = it.Edit(KESTO_NAMED(DeleteStandardSectionPlate), side, it.in.Index(before));
     Require(GetStandardSectionPlateCount(it.Road(), side) == before - (deleted ? 1 : 0), "a deleted plate is gone");
 }
 
-void ReadPlate(Session& it) {
+void ReadPlate(CallRun& it) {
     const std::int32_t side = it.in.Whole();
     const std::int32_t count = GetStandardSectionPlateCount(it.Road(), side);
     SectionPlate plate{};
     it.Ask(KESTO_NAMED(GetStandardSectionPlate), side, it.in.Index(count), it.OrNull(&plate));
 }
 
-void WritePlate(Session& it) {
+void WritePlate(CallRun& it) {
     const std::int32_t side = it.in.Whole();
     SectionPlate plate{};
     Fill(it.in, plate);
@@ -92,7 +92,7 @@ void WritePlate(Session& it) {
     it.Edit(KESTO_NAMED(SetStandardSectionPlate), side, it.in.Index(count), it.OrNull(&plate));
 }
 
-void ReadPlates(Session& it) {
+void ReadPlates(CallRun& it) {
     const std::int32_t side = it.in.Whole();
     const std::int32_t count = GetStandardSectionPlateCount(it.Road(), side);
     OutArray<SectionPlateArray, SectionPlate> plates(it.in, count);
@@ -108,18 +108,18 @@ SectionMileageIndex EntryFrom(Bytes& in) {
     return entry;
 }
 
-void AddEntry(Session& it) {
+void AddEntry(CallRun& it) {
     const SectionMileageIndex entry = EntryFrom(it.in);
     const std::int32_t before = it.Ask(KESTO_NAMED(GetSectionMileageIndexCount));
     const bool added = it.Edit(KESTO_NAMED(AddSectionMileageIndex), it.OrNull(&entry));
     Require(GetSectionMileageIndexCount(it.Road()) == before + (added ? 1 : 0), "an added entry counts");
 }
 
-void DeleteEntry(Session& it) {
+void DeleteEntry(CallRun& it) {
     it.Edit(KESTO_NAMED(DeleteSectionMileageIndex), it.in.Index(GetSectionMileageIndexCount(it.Road())));
 }
 
-void ReadEntry(Session& it) {
+void ReadEntry(CallRun& it) {
     SectionMileageIndex entry{};
     const std::int32_t index = it.in.Index(GetSectionMileageIndexCount(it.Road()));
     if (it.Ask(KESTO_NAMED(GetSectionMileageIndex), index, it.OrNull(&entry))) {
@@ -127,7 +127,7 @@ void ReadEntry(Session& it) {
     }
 }
 
-void WriteEntry(Session& it) {
+void WriteEntry(CallRun& it) {
     const SectionMileageIndex entry = EntryFrom(it.in);
     const std::int32_t index = it.in.Index(GetSectionMileageIndexCount(it.Road()));
     it.Edit(KESTO_NAMED(SetSectionMileageIndex), index, it.OrNull(&entry));
@@ -137,7 +137,7 @@ void WriteEntry(Session& it) {
 
 /// The arguments of the calls that add or set a change section: mostly one value for each plate.
 struct Change {
-    explicit Change(Session& it)
+    explicit Change(CallRun& it)
         : side(it.in.Whole()),
           kind(it.in.Whole()),
           count(it.in.Rarely() ? it.in.Byte() % someValues : GetStandardSectionPlateCount(it.Road(), side)),
@@ -153,7 +153,7 @@ struct Change {
         before = GetChangeSectionCount(it.Road(), side, kind);
     }
 
-    void RequireCounted(Session& it, bool added) const {
+    void RequireCounted(CallRun& it, bool added) const {
         Require(GetChangeSectionCount(it.Road(), side, kind) == before + (added ? 1 : 0), "an added section counts");
     }
 
@@ -166,53 +166,53 @@ struct Change {
     Int32Array flagArray;
 };
 
-void AddChange(Session& it) {
+void AddChange(CallRun& it) {
     const Change its(it);
     its.RequireCounted(it, it.Edit(KESTO_NAMED(AddChangeSection), its.mileage, its.side, its.kind,
                                    it.OrNull(&its.valueArray), its.occurrence, its.type));
 }
 
-void AddChange2(Session& it) {
+void AddChange2(CallRun& it) {
     const Change its(it);
     its.RequireCounted(it, it.Edit(KESTO_NAMED(AddChangeSection2), its.mileage, its.side, its.kind, &its.valueArray,
                                    it.OrNull(&its.flagArray), its.occurrence, its.type));
 }
 
-void AddChangeList(Session& it) {
+void AddChangeList(CallRun& it) {
     Change its(it);
     its.RequireCounted(it, it.Edit(KESTO_NAMED(AddChangeSectionList), its.mileage, its.side, its.kind,
                                    it.OrNull(its.values.Data()), its.count, its.occurrence, its.type));
 }
 
-void AddChangeList2(Session& it) {
+void AddChangeList2(CallRun& it) {
     Change its(it);
     its.RequireCounted(it,
                        it.Edit(KESTO_NAMED(AddChangeSectionList2), its.mileage, its.side, its.kind, its.values.Data(),
                                it.OrNull(its.flags.Data()), its.count, its.occurrence, its.type));
 }
 
-void WriteChange(Session& it) {
+void WriteChange(CallRun& it) {
     const Change its(it);
     it.Edit(KESTO_NAMED(SetChangeSection), its.side, its.kind, it.in.Index(its.before), its.mileage,
             it.OrNull(&its.valueArray), its.occurrence, its.type);
     its.RequireCounted(it, false);
 }
 
-void WriteChange2(Session& it) {
+void WriteChange2(CallRun& it) {
     const Change its(it);
     it.Edit(KESTO_NAMED(SetChangeSection2), its.side, its.kind, it.in.Index(its.before), its.mileage, &its.valueArray,
             it.OrNull(&its.flagArray), its.occurrence, its.type);
     its.RequireCounted(it, false);
 }
 
-void DeleteChange(Session& it) {
+void DeleteChange(CallRun& it) {
     const std::int32_t side = it.in.Whole(), kind = it.in.Whole();
     const std::int32_t before = it.Ask(KESTO_NAMED(GetChangeSectionCount), side, kind);
     const bool deleted = it.Edit(KESTO_NAMED(DeleteChangeSection), side, kind, it.in.Index(before));
     Require(GetChangeSectionCount(it.Road(), side, kind) == before - (deleted ? 1 : 0), "a deleted section is gone");
 }
 
-void ReadChange(Session& it) {
+void ReadChange(CallRun& it) {
     const std::int32_t side = it.in.Whole(), kind = it.in.Whole();
     const std::int32_t index = it.in.Index(GetChangeSectionCount(it.Road(), side, kind));
     OutArray<DoubleArray, double> values(it.in, someValues);
@@ -221,7 +221,7 @@ void ReadChange(Session& it) {
     it.Ask(KESTO_NAMED(GetChangeSection), side, kind, index, &mileage, it.OrNull(&values.array), &occurrence);
 }
 
-void ReadChange2(Session& it) {
+void ReadChange2(CallRun& it) {
     const std::int32_t side = it.in.Whole(), kind = it.in.Whole();
     const std::int32_t index = it.in.Index(GetChangeSectionCount(it.Road(), side, kind));
     OutArray<DoubleArray, double> values(it.in, someValues);
@@ -234,13 +234,13 @@ void ReadChange2(Session& it) {
     }
 }
 
-void ReadType(Session& it) {
+void ReadType(CallRun& it) {
     const std::int32_t side = it.in.Whole(), kind = it.in.Whole(), index = it.in.Index(someValues);
     std::int32_t type = 0;
     it.Ask(KESTO_NAMED(GetChangeSectionType), side, kind, index, it.OrNull(&type));
 }
 
-void WriteType(Session& it) {
+void WriteType(CallRun& it) {
     const std::int32_t side = it.in.Whole(), kind = it.in.Whole(), index = it.in.Index(someValues);
     it.Edit(KESTO_NAMED(SetChangeSectionType), side, kind, index, it.in.Whole());
 }
@@ -248,7 +248,7 @@ void WriteType(Session& it) {
 // ------------------------------------------------------------------------------------------------------ the road side
 
 template <class Function>
-void ReadSide(Session& it, const Named<Function>& function) {
+void ReadSide(CallRun& it, const Named<Function>& function) {
     const double mileage = it.in.Number();
     const std::int32_t occurrence = it.in.Whole(), side = it.in.Whole();
     const std::int32_t count = GetStandardSectionPlateCount(it.Road(), side);
@@ -286,8 +286,8 @@ const CallGroup sectionCalls{
     ReadChange2,
     ReadType,
     WriteType,
-    [](Session& it) { ReadSide(it, KESTO_NAMED(GetRoadSide)); },
-    [](Session& it) { ReadSide(it, KESTO_NAMED(GetRoadSideNoHeight)); },
+    [](CallRun& it) { ReadSide(it, KESTO_NAMED(GetRoadSide)); },
+    [](CallRun& it) { ReadSide(it, KESTO_NAMED(GetRoadSideNoHeight)); },
 };
 
 }  // namespace kesto::fuzz

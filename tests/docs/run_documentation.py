@@ -52,7 +52,7 @@ class Wrong(Exception):
     """What a block does is not what the document says."""
 
 
-class Session:
+class DocumentRun:
     """The folder in which the blocks of one document run."""
 
     def __init__(self, root: Path, folder: Path, environment: dict, builds: bool):
@@ -237,15 +237,15 @@ def main() -> int:
             blocks = [each for each in blocks if each.kind == "sh build"]
         if not blocks:
             continue
-        session = Session(root, folder / str(document).replace("/", "_"), environment, given.builds)
-        before = {each: each.stat().st_mtime_ns for each in (session.folder / "docs/images").iterdir()}
+        run = DocumentRun(root, folder / str(document).replace("/", "_"), environment, given.builds)
+        before = {each: each.stat().st_mtime_ns for each in (run.folder / "docs/images").iterdir()}
         for block in blocks:
             try:
-                print(f"{block.place}: {block.kind}: {session.run(block)}", flush=True)
+                print(f"{block.place}: {block.kind}: {run.run(block)}", flush=True)
             except Wrong as wrong:
                 faults.append(f"{block.place}: {wrong}")
-        faults += [f"{document}: {each}" for each in session.changed_samples()]
-        drawn |= {os.path.join("docs/images", each.name): each for each in (session.folder / "docs/images").iterdir()
+        faults += [f"{document}: {each}" for each in run.changed_samples()]
+        drawn |= {os.path.join("docs/images", each.name): each for each in (run.folder / "docs/images").iterdir()
                   if before.get(each) != each.stat().st_mtime_ns}
     if not given.builds:
         faults += [f"{document} shows {each}, which no printed command draws" for document, each in shown
