@@ -103,6 +103,7 @@ std::optional<double> SpiralLength(const Piece& spiral, double chord) noexcept {
     double atLower = lower < least ? -chord : ChordExcess(spiral, lower, chord).value_or(-chord);
     double before = lower;
     double atBefore = -std::numeric_limits<double>::infinity();
+    bool even = true;  // whether the next tried length is as far away as the one before
     for (int i = 0; i < mostTriedLengths && step > chord * shortestStep; ++i) {
         const double upper = lower + step;
         if (upper < least) {
@@ -112,10 +113,11 @@ std::optional<double> SpiralLength(const Piece& spiral, double chord) noexcept {
         const std::optional<double> atUpper = ChordExcess(spiral, upper, chord);
         if (!atUpper) {
             step /= 2;
+            even = false;
             continue;
         }
         if (*atUpper >= 0) return NarrowLength(spiral, chord, lower, upper);
-        if (atLower > atBefore && atLower > *atUpper && MayReach(atBefore, atLower, *atUpper)) {
+        if (atLower > atBefore && atLower > *atUpper && (!even || MayReach(atBefore, atLower, *atUpper))) {
             const double longest = LongestChord(spiral, chord, before, upper);
             if (ChordExcess(spiral, longest, chord).value_or(-chord) >= -tolerance::meetsPoint) {
                 return NarrowLength(spiral, chord, before, longest);
@@ -125,6 +127,7 @@ std::optional<double> SpiralLength(const Piece& spiral, double chord) noexcept {
         atBefore = atLower;
         lower = upper;
         atLower = *atUpper;
+        even = true;
     }
     return std::nullopt;
 }

@@ -38,6 +38,8 @@ TEST(Accuracy, AWrongAnswerIsFound) {
         {"side 30 0 1", nullptr, "4.00000002 1 4 30 4 7.54"},
         {"side 30 0 1", nullptr, "4 1.00000002 4 30 4 7.54"},
         {"side 30 0 1", nullptr, "4 1 4 30 4.00000002 7.54"},
+        {"side 30 0 1", nullptr, "nan 1 4 30 4 7.54"},  // no number on either side is infinitely wrong
+        {"side 30 0 1", nullptr, "4 1 4 30 nan 7.54"},
     };
     for (const auto& it : cases) {
         for (const char* const answer : {it.answer, it.wrong}) {

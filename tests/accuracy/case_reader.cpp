@@ -27,10 +27,13 @@ constexpr int spiralType = 3;
 
 constexpr double none = std::numeric_limits<double>::infinity();
 
-double Difference(double answer, long double exact) { return static_cast<double>(std::fabs(answer - exact)); }
+/// An error, or infinitely much where an answer is no number.
+double ErrorOf(long double error) { return std::isnan(error) ? none : static_cast<double>(error); }
+
+double Difference(double answer, long double exact) { return ErrorOf(std::fabs(answer - exact)); }
 
 double Apart(double x, double y, long double exactX, long double exactY) {
-    return static_cast<double>(std::hypot(x - exactX, y - exactY));
+    return std::isnan(x) || std::isnan(y) ? none : ErrorOf(std::hypot(x - exactX, y - exactY));
 }
 
 void Require(bool done, const char* what) {
@@ -197,7 +200,7 @@ void CaseReader::NotePosition(Words& words, bool found, double x, double y, doub
     const long double exactX = words.Exact();
     const long double exactY = words.Exact();
     const long double exactAzimuth = words.Exact();
-    const auto turned = static_cast<double>(std::fabs(std::remainder(azimuth - exactAzimuth, 360.0L)));
+    const double turned = ErrorOf(std::fabs(std::remainder(azimuth - exactAzimuth, 360.0L)));
     table.Of(kind, "10 nm").Add(found ? Apart(x, y, exactX, exactY) : none, forwardBar);
     table.Of("azimuth of all these positions (degrees)", "1e-9").Add(found ? turned : none, azimuthBar);
 }
