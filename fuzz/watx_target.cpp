@@ -40,9 +40,9 @@ Road SavedAndOpened(RoadDesign* road, const std::string& path) {
 }  // namespace
 
 extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size) {
-    static const kesto::fuzz::TemporaryFolder folder;
-    const std::string given = folder.File("given.watx");
-    const std::string saved = folder.File("saved.watx");
+    static const kesto::test::TemporaryFolder folder{"kesto_fuzz_"};
+    const std::string given = folder.At("given.watx");
+    const std::string saved = folder.At("saved.watx");
     std::ofstream(given, std::ios::binary)
         .write(reinterpret_cast<const char*>(data), static_cast<std::streamsize>(size));
 

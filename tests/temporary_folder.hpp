@@ -27,6 +27,14 @@ public:
     operator const std::filesystem::path&() const { return path; }  // NOLINT(google-explicit-constructor)
     std::string At(const std::string& name) const { return (path / name).string(); }
 
+    /// Removes what is in it.
+    void Empty() const {
+        std::error_code ignored;
+        for (const auto& entry : std::filesystem::directory_iterator(path, ignored)) {
+            std::filesystem::remove_all(entry.path(), ignored);
+        }
+    }
+
 private:
     std::filesystem::path path;
 };

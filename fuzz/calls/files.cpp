@@ -12,8 +12,8 @@ namespace {
 
 constexpr std::size_t longestName = 300;  // characters: more than a file system takes
 
-const TemporaryFolder& Folder() {
-    static const TemporaryFolder folder;
+const test::TemporaryFolder& Folder() {
+    static const test::TemporaryFolder folder("kesto_fuzz_");
     return folder;
 }
 
@@ -21,21 +21,21 @@ const TemporaryFolder& Folder() {
 std::string PathFrom(Bytes& in) {
     const std::uint8_t kind = in.Byte();
     switch (kind < 200 ? kind % 4 : kind) {
-        case 0: return Folder().File("road.road");
-        case 1: return Folder().File("road.watx");
-        case 2: return Folder().File("other.ROAD");
-        case 3: return Folder().File("road.xml");
-        case 200: return Folder().File("");
-        case 201: return Folder().File("missing/road.road");
-        case 202: return Folder().File(std::string(longestName, 'x'));
-        case 203: return Folder().File("missing.road");
+        case 0: return Folder().At("road.road");
+        case 1: return Folder().At("road.watx");
+        case 2: return Folder().At("other.ROAD");
+        case 3: return Folder().At("road.xml");
+        case 200: return Folder().At("");
+        case 201: return Folder().At("missing/road.road");
+        case 202: return Folder().At(std::string(longestName, 'x'));
+        case 203: return Folder().At("missing.road");
         default: break;
     }
     std::string name = in.Text();
     name.insert(name.begin(), 'x');  // never the folder's parent
     std::replace(name.begin(), name.end(), '/', '_');
     std::replace(name.begin(), name.end(), '\0', '_');
-    return Folder().File(name + (kind % 2 == 0 ? ".road" : ""));
+    return Folder().At(name + (kind % 2 == 0 ? ".road" : ""));
 }
 
 template <class Function>
@@ -56,7 +56,7 @@ void ExportXml(CallRun& it) { WithPath(it, KESTO_NAMED(ExportLandXMLFile)); }
 void SavePart(CallRun& it) {
     const double start = it.in.Number(), end = it.in.Number();
     const std::int32_t startOccurrence = it.in.Whole(), endOccurrence = it.in.Whole();
-    const std::string path = Folder().File("part.road");
+    const std::string path = Folder().At("part.road");
     const std::int32_t status =
         it.File(KESTO_NAMED(SavePartProject), it.OrNull(path.c_str()), start, end, startOccurrence, endOccurrence);
     if (status != KESTO_SUCCESS) return;
