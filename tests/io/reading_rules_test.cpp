@@ -244,5 +244,20 @@ TEST(ReadingRules, ExtInfoSetsItsModes) {
     EXPECT_EQ(opened.road.settings.sideSlopeMode, 3);
 }
 
+// Lists in the worst order, of more records than any road has.
+TEST(ReadingRules, LongListsBackwards) {
+    constexpr int count = 30000;
+    std::string points, chains;
+    for (int i = count; i > 0; --i) {
+        points += std::to_string(i).append(" 5 0 0\n");
+        chains += std::to_string(i).append(" 0\n");
+    }
+    const Opened opened("0 20 0 K\n\nVerticalCurve\n" + points + "\nBrokenChain\n" + chains);
+    EXPECT_TRUE(opened.outcome);
+    EXPECT_EQ(opened.road.verticalCurves.Count(), count);
+    EXPECT_EQ(opened.road.verticalCurves[0].mileage, 1);
+    EXPECT_EQ(opened.road.brokenChains.Count(), count);
+}
+
 }  // namespace
 }  // namespace kesto
