@@ -1,9 +1,12 @@
 /// Roads of every design mode from a seed, with all that a project file holds.
 #pragma once
 
+#include <cmath>
 #include <cstdint>
 #include <memory>
+#include <optional>
 #include <random>
+#include <utility>
 
 #include "alignment/broken_chains.hpp"
 #include "alignment/chain_builder.hpp"
@@ -18,9 +21,20 @@
 
 namespace kesto::test {
 
+/// Appends an element where and as the one before it ends.
+inline void Join(RoadDesign& road, Element element, std::optional<double> azimuth = {}) {
+    const Element& last = road.elements[road.elements.Count() - 1];
+    const Position end = *Evaluate(last, last.length);
+    element.startX = end.x;
+    element.startY = end.y;
+    element.startAzimuth = azimuth.value_or(end.azimuth);
+    road.elements.Insert(element);
+}
+
 class RoadMaker {
 public:
-    explicit RoadMaker(unsigned seed) : random(seed) {}
+    /// @param isWinding a road of elements of any kind, some of negative length, with kinks: it may meet itself
+    explicit RoadMaker(unsigned seed, bool isWinding = false) : random(seed), winding(isWinding) {}
 
     /// A designed road of about 1 km. Modes of the alignment and of the curves, and the tables, are drawn.
     std::unique_ptr<RoadDesign> Make() {
@@ -30,10 +44,10 @@ public:
         road->settings.makeStakeType = Draw(2);
         road->settings.sectionMode = Draw(2);
         road->settings.sideSlopeMode = Draw(2);
-        road->settings.roadDesignMode = Draw(4);
+        road->settings.roadDesignMode = winding ? 1 : Draw(4);
         road->settings.verticalCurveMode = Draw(2);
-        MakeAlignment();
-        for (int i = Draw(3); i > 0; --i) {
+        winding ? MakeWindingAlignment() : MakeAlignment();
+        for (int i = winding ? 0 : Draw(3); i > 0; --i) {
             const double back = road->settings.startMileage + Between(100, 700);
             static_cast<void>(InsertBrokenChain(*road, {back, back + Between(-60, 60)}));
         }
@@ -46,6 +60,7 @@ public:
 
     double Between(double lower, double upper) { return std::uniform_real_distribution<double>(lower, upper)(random); }
     int Draw(int choices) { return std::uniform_int_distribution<int>(0, choices - 1)(random); }
+    bool In(int sides) { return Draw(sides) == 0; }
 
 private:
     static std::string Numbered(const char* name, int number) {
@@ -68,32 +83,57 @@ private:
                 element.turnDirection = static_cast<std::uint8_t>(Draw(2));
                 element.startRadius = i % 3 == 0 ? 0 : Between(200, 900);
                 element.endRadius = i % 3 == 2 ? 0 : element.startRadius;
-                const std::span<const Element> before = road->elements.Records();
-                element.startAzimuth = Evaluate(before.back(), before.back().length)->azimuth;
-                road->elements.Insert(element);
+                Join(*road, element);
             } else {
                 road->coordinates.Insert(Polygon(Numbered("P", i), x, y));
             }
         }
     }
 
-    StakeMileage Stake(double continuous) { return StakeMileageAt(*road, continuous); }
-
-    void MakeProfile() {
-        const int count = Draw(6);
-        const double spacing = road->totalLength / (count + 1);
+    void MakeWindingAlignment() {
+        SetStart(*road, Between(1e5, 4e6), Between(1e5, 5e5), Between(0, 360));
+        double mileage = road->settings.startMileage;
+        const int count = 2 + Draw(10);
         for (int i = 0; i < count; ++i) {
-            const double place = road->settings.startMileage + (i + Between(0.2, 0.8)) * spacing;
-            const StakeMileage stake = Stake(place);
-            VerticalCurve point = GradePoint(stake.mileage, Between(100, 130));
-            point.occurrence = stake.occurrence;
-            point.radius = Between(100, 500);
-            const StakeMileage start = Stake(place - 0.1 * spacing), end = Stake(place + 0.1 * spacing);
-            point.startMileage = start.mileage;
-            point.startOccurrence = start.occurrence;
-            point.endMileage = end.mileage;
-            point.endOccurrence = end.occurrence;
+            Element element = Piece(1 + Draw(3), Between(20, 250));
+            element.turnDirection = static_cast<std::uint8_t>(Draw(2));
+            element.startRadius = element.type == 1 ? 0 : std::exp(Between(4.5, 8));
+            element.endRadius = element.startRadius;
+            if (element.type == 3) {
+                element.endRadius = In(2) ? 0 : element.startRadius * Between(1.1, 4);
+                if (In(2)) std::swap(element.startRadius, element.endRadius);
+            }
+            if (i > 0 && In(10)) element.length *= -0.3;
+            Join(*road, element, In(5) ? std::optional(Between(0, 360)) : std::nullopt);
+            if (element.length > 0 && In(3)) {
+                const double back = mileage + Between(0.1, 1) * element.length;
+                static_cast<void>(InsertBrokenChain(*road, {back, back + Between(-60, 60)}));
+            }
+            mileage += element.length;
+        }
+    }
+
+    /// The stake of a place; its continuous mileage where no stake leads back to it, as off the road.
+    void Put(double place, double& mileage, std::int32_t& occurrence) {
+        const StakeMileage stake = StakeMileageAt(*road, place);
+        const auto back = FindContinuous(*road, stake);
+        const bool staked = back && std::fabs(*back - place) < 1e-9;
+        mileage = staked ? stake.mileage : place;
+        occurrence = staked ? stake.occurrence : noOccurrence;
+    }
+
+    /// Grade points whose curves keep apart where their ends count; some lie off the road.
+    void MakeProfile() {
+        double place = road->settings.startMileage + Between(-100, 400);
+        for (int i = Draw(8); i > 0; --i) {
+            VerticalCurve point = GradePoint(0, Between(90, 110));
+            Put(place, point.mileage, point.occurrence);
+            Put(place - Between(5, 40), point.startMileage, point.startOccurrence);
+            Put(place + Between(5, 40), point.endMileage, point.endOccurrence);
+            if (In(10)) point.startOccurrence = noOccurrence;
+            point.radius = In(5) ? 0 : Between(50, 400);
             static_cast<void>(InsertVerticalCurve(*road, point));
+            place += Between(82, 200);
         }
     }
 
@@ -122,6 +162,7 @@ private:
     }
 
     std::mt19937 random;
+    bool winding;
     std::unique_ptr<RoadDesign> road;
 };
 
