@@ -68,13 +68,6 @@ TEST(InverseSearch, SpiralWithoutAFootGivesItsStart) {
     EXPECT_GT(beyond.offset, 0);
 }
 
-TEST(InverseSearch, BackwardBreakTellsTheOccurrence) {
-    ExpectFeet(BrokenRoad(350), {{"first", 380, 5, 380, 5, 0},
-                                 {"second", 430, 5, 380, 5, 1},
-                                 {"behind", 470, -5, 420, -5, 0},
-                                 {"the end", 1003, 4, 950, 5, 0}});
-}
-
 struct LimitedSearch {
     const char* name;
     double x, y, lower, upper;
@@ -105,19 +98,6 @@ TEST(InverseSearch, BetweenLimits) {
         EXPECT_NEAR(foot.offset, each.offset, rounding);
         EXPECT_EQ(foot.occurrence, 0);
     }
-}
-
-TEST(InverseSearch, LimitsCarryTheirOccurrence) {
-    const Road road = BrokenRoad(350);
-    Foot foot;
-    // Second 360 to second 390 is 410 to 440 along the road; the break at 400 is not between them.
-    EXPECT_TRUE(GetMileAndOffsetInLim(road, 430, 3, 360, 1, 390, 1, &foot.mileage, &foot.offset, &foot.occurrence));
-    EXPECT_NEAR(foot.mileage, 380, rounding);
-    EXPECT_EQ(foot.occurrence, 1);
-    EXPECT_FALSE(GetMileAndOffsetInLim(road, 445, 3, 360, 1, 390, 1, &foot.mileage, &foot.offset, &foot.occurrence));
-    EXPECT_EQ(foot.mileage, 390);
-    EXPECT_EQ(foot.occurrence, 1);
-    EXPECT_NEAR(foot.offset, std::hypot(5, 3), rounding);
 }
 
 TEST(NearestStake, BetweenTiedAndBeyondTheList) {

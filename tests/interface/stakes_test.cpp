@@ -40,19 +40,6 @@ TEST(Stakes, RegularOnesGiveWayToMainPoints) {
               "K0+450.000@450 ZD@460 ");
 }
 
-TEST(Stakes, CarryPointsAndFollowTheOrderOfTravel) {
-    const Road road = CurvedRoad(0, 7);
-    for (const StakeCoordinate& stake : Stakes(road)) {
-        const Point point = PointAt(road, stake.mileage, 0, stake.occurrence);
-        ASSERT_TRUE(point.found) << stake.name;
-        EXPECT_NEAR(stake.x, point.x, 1e-10) << stake.name;
-        EXPECT_NEAR(stake.y, point.y, 1e-10) << stake.name;
-    }
-    StakeCoordinate beyond{};
-    EXPECT_FALSE(GetStakeCoordinate(road, GetStakeCoordinateCount(road), &beyond));
-    EXPECT_FALSE(GetStakeCoordinate(road, -1, &beyond));
-}
-
 TEST(Stakes, FallingMileages) {
     for (const std::int32_t type : {0, 1}) {
         const Road road = MakeRoad({Straight(-250)}, {.mileage = 1010});
