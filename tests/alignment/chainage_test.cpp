@@ -126,20 +126,4 @@ TEST(Chainage, LookupsFollowTheirDefinitions) {
     }
 }
 
-TEST(Chainage, IndexFollowsEdits) {
-    RoadDesign road;
-    road.settings.roadDesignMode = 1;
-    kesto::SetStart(road, 0, 0, 0);
-    road.elements.Insert(MakeElement(1, false, 0, 0, 100));
-    road.elements.Insert(MakeElement(1, false, 0, 0, 100));
-    ASSERT_TRUE(kesto::EnsureCurrent(road));
-    EXPECT_EQ(kesto::CoveringElement(road, {150, 0}), 2);
-    road.elements.Edit()[2].startMileage = 500;
-    EXPECT_EQ(kesto::CoveringElement(road, {150, 0}), std::nullopt);
-    EXPECT_EQ(kesto::CoveringElement(road, {550, 0}), 2);
-    road.elements.Edit()[2].length = std::nan("");
-    EXPECT_EQ(kesto::StakeMileageAt(road, 50).mileage, 50);
-    EXPECT_EQ(kesto::StakeMileageAt(road, 50).occurrence, 0);
-}
-
 }  // namespace

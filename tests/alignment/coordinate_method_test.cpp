@@ -5,7 +5,6 @@
 #include <cmath>
 #include <limits>
 
-#include "core/angles.hpp"
 #include "quadrature.hpp"
 
 using kesto_test::Integrate;
@@ -91,17 +90,6 @@ TEST(CoordinateMethod, TheShortestSpiralCounts) {
             EXPECT_NEAR(ChordOf(road.elements[1]), longest + it.excess, 1.1e-9) << "1e-9, and 1e-10 of quadrature";
         }
     }
-}
-
-TEST(CoordinateMethod, BrokenLineKeepsItsKinks) {
-    RoadDesign road;
-    road.settings.roadDesignMode = 3;
-    for (const auto& [x, y] : {std::pair{0.0, 0.0}, {30.0, 40.0}, {30.0, 100.0}}) road.coordinates.Insert(At(x, y, 9));
-    ASSERT_TRUE(kesto::GenerateFromCoordinates(road, road.elements));
-    ASSERT_EQ(road.elements.Count(), 3);
-    EXPECT_DOUBLE_EQ(road.elements[1].length, 50);
-    EXPECT_DOUBLE_EQ(road.elements[2].startAzimuth, 90);
-    EXPECT_DOUBLE_EQ(road.elements[2].startMileage, 50);
 }
 
 TEST(CoordinateMethod, Refusals) {

@@ -6,7 +6,6 @@
 #include <map>
 #include <random>
 
-#include "alignment/coordinate_method.hpp"
 #include "core/angles.hpp"
 #include "core/text.hpp"
 #include "csv.hpp"
@@ -32,6 +31,26 @@ Intersection At(double x, double y, double radius = 0, double spiralIn = 0, doub
 
 void Fill(RoadDesign& road, const std::vector<Intersection>& points) {
     for (const Intersection& point : points) road.intersections.Insert(point);
+}
+
+/// The curves are those that the points ask for: an arc each, and before and behind it a spiral to its outer radius.
+void ExpectAskedCurves(const RoadDesign& road) {
+    struct Curve {
+        std::int32_t type;
+        double startRadius, endRadius, length;  // an arc's length is not asked for
+        bool operator==(const Curve&) const = default;
+    };
+    std::vector<Curve> asked, made;
+    for (const Intersection& it : road.intersections.Records()) {
+        if (it.radius == 0) continue;
+        if (it.spiralIn > 0) asked.push_back({3, it.radiusIn, it.radius, it.spiralIn});
+        asked.push_back({2, it.radius, it.radius, 0});
+        if (it.spiralOut > 0) asked.push_back({3, it.radius, it.radiusOut, it.spiralOut});
+    }
+    for (const Element& it : road.elements.Records().subspan(1)) {
+        if (it.type != 1) made.push_back({it.type, it.startRadius, it.endRadius, it.type == 3 ? it.length : 0});
+    }
+    EXPECT_EQ(made, asked);
 }
 
 /// Every element begins where the one before ends, in place and direction, and the last one ends at the last point.
@@ -76,6 +95,7 @@ TEST(IntersectionMethod, RandomPolygonsClose) {
         road.intersections.Insert(At(x + 1200 * std::cos(heading), y + 1200 * std::sin(heading)));
         ASSERT_TRUE(kesto::GenerateFromIntersections(road, road.elements)) << round;
         ExpectClosed(road, 1e-9, 1e-9);
+        ExpectAskedCurves(road);
         if (HasFailure()) FAIL() << "round " << round;
     }
 }
@@ -232,124 +252,6 @@ void ExpectPublished(const std::string& folder) {
 
 TEST(IntersectionMethod, PublishedTables) {
     for (const char* folder : {"instrument-manual", "mountain-road", "two-arcs"}) ExpectPublished(folder);
-}
-
-Element Follow(Element next, const kesto_test::Integrated& end) {
-    next.startX = static_cast<double>(end.x);
-    next.startY = static_cast<double>(end.y);
-    next.startAzimuth = kesto::ToDegrees(static_cast<double>(end.azimuth));
-    return next;
-}
-
-/// Where the tangents at the two ends of a curve meet, by plane geometry.
-kesto::Point TangentsMeet(const Element& first, const Element& last) {
-    const kesto_test::Integrated end = kesto_test::Integrate(last, last.length);
-    const double start = kesto::ToRadians(first.startAzimuth);
-    const double turn = static_cast<double>(end.azimuth) - start;
-    const double dx = static_cast<double>(end.x) - first.startX;
-    const double dy = static_cast<double>(end.y) - first.startY;
-    const double out = (dy * std::cos(start) - dx * std::sin(start)) / std::sin(turn);
-    const double in = dx * std::cos(start) + dy * std::sin(start) - out * std::cos(turn);
-    return {first.startX + in * std::cos(start), first.startY + in * std::sin(start)};
-}
-
-using Elements = kesto::CountedList<Element>;
-
-/// The intersections whose curves some elements are: every arc with its spirals is one.
-void AsIntersections(RoadDesign& road, const Elements& elements) {
-    road.intersections.Insert(At(elements[0].startX, elements[0].startY));
-    for (std::int32_t i = 1; i < elements.Count(); ++i) {
-        if (elements[i].type == 1) continue;
-        const Element& first = elements[i];
-        const bool enters = first.type == 3;
-        const Element& arc = enters ? elements[++i] : first;
-        const bool exits = elements[i + 1].type == 3 && elements[i + 2].type != 2;
-        const Element& last = exits ? elements[++i] : arc;
-        const kesto::Point point = TangentsMeet(first, last);
-        road.intersections.Insert(At(point.x, point.y, arc.startRadius, enters ? first.length : 0,
-                                     exits ? last.length : 0, enters ? first.startRadius : 0,
-                                     exits ? last.endRadius : 0));
-    }
-    const Element& last = elements[elements.Count() - 1];
-    const kesto_test::Integrated end = kesto_test::Integrate(last, last.length);
-    road.intersections.Insert(At(static_cast<double>(end.x), static_cast<double>(end.y)));
-}
-
-/// The main points of some elements. The radius of a point is the one that both elements at it know.
-void AsCoordinates(RoadDesign& road, const Elements& elements) {
-    Coordinate point{};
-    for (std::int32_t i = 1; i < elements.Count(); ++i) {
-        const Element& element = elements[i];
-        point.type = element.type;
-        point.turnDirection = element.turnDirection;
-        point.x = element.startX;
-        point.y = element.startY;
-        const Element& before = elements[i - 1];
-        point.radius = element.startRadius > 0 ? element.startRadius : (before.type == 3 ? before.endRadius : 0);
-        road.coordinates.Insert(point);
-    }
-    const Element& last = elements[elements.Count() - 1];
-    const kesto_test::Integrated end = kesto_test::Integrate(last, last.length);
-    point.x = static_cast<double>(end.x);
-    point.y = static_cast<double>(end.y);
-    road.coordinates.Insert(point);
-}
-
-void AsElements(RoadDesign& road, const Elements& elements) {
-    for (const Element& element : elements.Records()) road.elements.Insert(element);
-}
-
-TEST(IntersectionMethod, ModesBuiltFromOneAnotherAgree) {
-    // An egg between two arcs, spirals on outer radii, arcs that touch to the same and to the other side.
-    const auto make = [](int type, bool right, double from, double to, double length) {
-        return kesto_test::MakeElement(type, right, from, to, length);
-    };
-    Elements pieces;
-    for (const Element& piece : {make(1, false, 0, 0, 150), make(3, true, 0, 300, 60), make(2, true, 300, 300, 120),
-                                 make(3, true, 300, 100, 50), make(2, true, 100, 100, 40), make(3, true, 100, 0, 45),
-                                 make(3, false, 0, 80, 40), make(2, false, 80, 80, 30), make(1, false, 0, 0, 70),
-                                 make(2, false, 200, 200, 90), make(2, false, 120, 120, 50), make(2, true, 90, 90, 60),
-                                 make(3, true, 90, 0, 40), make(1, false, 0, 0, 55), make(3, true, 900, 250, 60),
-                                 make(2, true, 250, 250, 80), make(3, true, 250, 150, 40), make(1, false, 0, 0, 100)}) {
-        kesto_test::Integrated end{100, 200, 0.7L};
-        if (pieces.Count() > 0) {
-            const Element& before = pieces[pieces.Count() - 1];
-            end = kesto_test::Integrate(before, before.length);
-        } else {
-            pieces.Insert(Follow(make(0, false, 0, 0, 0), end));
-        }
-        pieces.Insert(Follow(piece, end));
-    }
-    RoadDesign first;
-    first.settings.roadDesignMode = 1;
-    AsElements(first, pieces);
-    ASSERT_TRUE(kesto::RunDesign(first));
-    // Every mode from every other one, each from the result of the step before.
-    Elements result = first.elements;
-    for (const std::int32_t mode : {0, 1, 2, 0, 2, 1, 0}) {
-        SCOPED_TRACE(mode);
-        RoadDesign road;
-        road.settings.roadDesignMode = mode;
-        const auto fill = mode == 0 ? AsIntersections : mode == 1 ? AsElements : AsCoordinates;
-        fill(road, result);
-        ASSERT_TRUE(kesto::RunDesign(road));
-        ASSERT_EQ(road.elements.Count(), pieces.Count());
-        for (std::int32_t i = 1; i < pieces.Count(); ++i) {
-            const Element& element = road.elements[i];
-            EXPECT_EQ(element.type, pieces[i].type) << i;
-            EXPECT_EQ(element.turnDirection, pieces[i].turnDirection) << i;
-            EXPECT_EQ(element.startRadius, pieces[i].startRadius) << i;
-            EXPECT_EQ(element.endRadius, pieces[i].endRadius) << i;
-            EXPECT_NEAR(element.length, pieces[i].length, 1e-6) << i;
-        }
-        ASSERT_EQ(road.stakes.Count(), first.stakes.Count());
-        for (std::int32_t i = 0; i < first.stakes.Count(); ++i) {
-            EXPECT_NEAR(road.stakes[i].x, first.stakes[i].x, 1e-6) << i;
-            EXPECT_NEAR(road.stakes[i].y, first.stakes[i].y, 1e-6) << i;
-            EXPECT_NEAR(road.stakes[i].mileage, first.stakes[i].mileage, 1e-6) << i;
-        }
-        result.Swap(road.elements);
-    }
 }
 
 }  // namespace

@@ -45,55 +45,6 @@ void MakeRoad(RoadDesign& road) {
     ASSERT_TRUE(kesto::EnsureCurrent(road));
 }
 
-struct Parabola {
-    double point, elevation, radius;  // continuous mileage
-};
-
-const std::vector<Parabola> profile = {{150, 20, 0},     {620, 30, 8000},  {1180, 12, 5000},
-                                       {1900, 12, 9000}, {2300, 25, 4000}, {3000, 8, 0}};
-
-/// Height by integrating the grade, which changes evenly along every curve: no formula in common with the library.
-double IntegratedHeight(double s) {
-    const auto grade = [](std::size_t i) {
-        return (profile[i + 1].elevation - profile[i].elevation) / (profile[i + 1].point - profile[i].point);
-    };
-    const auto gradeAt = [&](double x) {
-        for (std::size_t i = 1; i + 1 < profile.size(); ++i) {
-            const double half = std::fabs(grade(i) - grade(i - 1)) * profile[i].radius / 2;
-            const double t = (x - profile[i].point + half) / (2 * half);
-            if (x < profile[i].point - half) return grade(i - 1);
-            if (x < profile[i].point + half) return grade(i - 1) + (grade(i) - grade(i - 1)) * t;
-        }
-        return grade(profile.size() - 2);
-    };
-    constexpr int steps = 200000;
-    const double from = profile.front().point;
-    const double h = (s - from) / steps;
-    double sum = 0;
-    for (int i = 0; i < steps; ++i) sum += gradeAt(from + h * (i + 0.5)) * h;
-    return profile.front().elevation + sum;
-}
-
-TEST(Height, AgreesWithTheIntegratedGrade) {
-    RoadDesign road;
-    MakeRoad(road);
-    for (const Parabola& it : profile) {
-        ASSERT_TRUE(
-            kesto::InsertVerticalCurve(road, PointAt(kesto::StakeMileageAt(road, it.point), it.elevation, it.radius)));
-    }
-    for (double s = 150; s <= 3000; s += 47.3) EXPECT_NEAR(HeightAt(road, s), IntegratedHeight(s), 1e-6) << s;
-    EXPECT_EQ(HeightAt(road, 120), 20) << "level before the first point";
-    EXPECT_EQ(HeightAt(road, 3050), 8) << "level after the last point";
-
-    // The derived curve ends, given as such, make the same profile in the mode that reads them.
-    std::vector<double> before;
-    for (double s = 100; s <= 3100; s += 31.7) before.push_back(HeightAt(road, s));
-    road.settings.verticalCurveMode = 1;
-    for (std::size_t i = 0; i < before.size(); ++i) {
-        EXPECT_NEAR(HeightAt(road, 100 + 31.7 * static_cast<double>(i)), before[i], 1e-9) << i;
-    }
-}
-
 TEST(Height, FollowsEveryEdit) {
     RoadDesign road;
     MakeRoad(road);
