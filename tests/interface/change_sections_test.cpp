@@ -41,24 +41,6 @@ std::string Listed(RoadDesign* road, std::int32_t kind, std::int32_t index = 0) 
     return text;
 }
 
-TEST(ChangeSections, WorkedTransitions) {
-    struct Case {
-        std::int32_t type;
-        double mileage, slope;
-    };
-    for (const Case& each : {Case{0, 50, 1}, Case{1, 25, -1.0625}, Case{2, 25, -1.6953125}, Case{7, 25, -2},
-                             Case{1, 100, 4}, Case{0, 150, 5}, Case{0, 200, 6}, Case{2, 250, 6}}) {
-        SCOPED_TRACE(std::to_string(each.type) + " at " + std::to_string(each.mileage));
-        const Road road = RoadWithPlates({Plate(5, -2)});
-        ASSERT_TRUE(AddChange(road, 100, heightening, {4}, each.type));
-        ASSERT_TRUE(AddChange(road, 200, heightening, {6}, 0));
-        const std::vector<SectionPlate> plates = SideAt(road, each.mileage, left);
-        ASSERT_EQ(plates.size(), 1U);
-        EXPECT_NEAR(plates[0].crossSlope, each.slope, 1e-12);
-        EXPECT_NEAR(HeightAt(road, each.mileage, 0, -5).value_or(-7), each.slope * 0.05, 1e-12);
-    }
-}
-
 TEST(ChangeSections, EveryWayToAddAndSet) {
     double given[] = {3, 1};
     std::int32_t givenFlags[] = {8, 9};
@@ -167,7 +149,7 @@ TEST(ChangeSections, FollowThePlates) {
     EXPECT_EQ(GetChangeSectionCount(road, left, widening), 0) << "even when nothing is appended";
 }
 
-TEST(ChangeSections, TypesAreLookedUpInTheirOwnTable) {
+TEST(ChangeSections, TypesOutliveTheirSections) {
     const Road road = RoadWithPlates({Plate(5, -2)});
     ASSERT_TRUE(AddChange(road, 100, widening, {6}, 1));
     ASSERT_TRUE(AddChange(road, 200, widening, {7}, 2));
@@ -180,7 +162,16 @@ TEST(ChangeSections, TypesAreLookedUpInTheirOwnTable) {
         return GetChangeSectionType(road, side, kind, index, &found) ? found : -99;
     };
     EXPECT_EQ(type(left, widening, 0), 1) << "the type of the section that is gone";
-    EXPECT_EQ(type(left, widening, 2), 0) << "past the table";
+    EXPECT_EQ(type(left, widening, 1), 7);
+    double moved = 7;
+    const DoubleArray values{&moved, 1, 0};
+    ASSERT_TRUE(SetChangeSection(road, left, widening, 0, 300, &values, 0, 5));
+    EXPECT_EQ(GetChangeSectionCount(road, left, widening), 1);
+    EXPECT_EQ(type(left, widening, 1), 7) << "the place that it left";
+    ASSERT_TRUE(DeleteStandardSectionPlate(road, left, 0));
+    EXPECT_EQ(GetChangeSectionCount(road, left, widening), 0) << "they go with the last plate";
+    EXPECT_EQ(type(left, widening, 2), 5);
+    EXPECT_EQ(type(left, widening, 3), 0) << "past the table";
     EXPECT_EQ(type(5, widening, -1), 55) << "an unknown side";
     EXPECT_EQ(type(left, 5, 0), -99);
     EXPECT_EQ(type(left, widening, -1), -99);

@@ -6,7 +6,6 @@
 #include <random>
 #include <vector>
 
-#include "alignment/broken_chains.hpp"
 #include "alignment/chain_builder.hpp"
 #include "section/plates.hpp"
 #include "section/roads.hpp"
@@ -47,21 +46,6 @@ TEST(SectionAtMileage, WorkedTransitions) {
     }
 }
 
-TEST(SectionAtMileage, WideningAndHeighteningAreIndependent) {
-    RoadDesign road;
-    MakeStraightRoad(road, 500);
-    ASSERT_TRUE(kesto::InsertPlate(road, MakePlate(3, -2), right, -1));
-    ASSERT_TRUE(kesto::InsertPlate(road, MakePlate(1, -4), right, -1));
-    AddChange(road, {right, heightening}, 600, {2, -4}, 0);
-    AddChange(road, {right, widening}, 700, {5, 1}, 0);
-    const auto plates = kesto::GetSectionAtMileage(road, {600, 0}, right);
-    ASSERT_TRUE(plates);
-    EXPECT_DOUBLE_EQ((*plates)[0].crossSlope, 2);
-    EXPECT_DOUBLE_EQ((*plates)[0].width, 4);
-    EXPECT_DOUBLE_EQ((*plates)[1].crossSlope, -4);
-    EXPECT_DOUBLE_EQ((*plates)[1].width, 1);
-}
-
 TEST(SectionAtMileage, WhereThereIsNone) {
     RoadDesign road;
     MakeStraightRoad(road);
@@ -79,17 +63,6 @@ TEST(SectionAtMileage, WhereThereIsNone) {
     road.settings.sectionMode = 0;
     road.stakes.Clear();
     EXPECT_EQ(kesto::GetSectionAtMileage(road, {5, 0}, left).failure().status, KESTO_NO_STAKES);
-}
-
-TEST(SectionAtMileage, TransitionRunsThroughABrokenChain) {
-    RoadDesign road;
-    ASSERT_TRUE(kesto::InsertBrokenChain(road, {400, 350}));
-    MakeStraightRoad(road);
-    ASSERT_TRUE(kesto::InsertPlate(road, MakePlate(3, -2), left, -1));
-    AddChange(road, {left, heightening}, 300, {-2}, 0);
-    AddChange(road, {left, heightening}, 450, {6}, 0);  // 200 m farther along the road
-    EXPECT_DOUBLE_EQ(SlopeAt(road, 390, 0), -2 + 8 * 0.45);
-    EXPECT_DOUBLE_EQ(SlopeAt(road, 390, 1), -2 + 8 * 0.70);
 }
 
 TEST(ChangeSections, Refusals) {
@@ -113,36 +86,6 @@ TEST(ChangeSections, Refusals) {
     EXPECT_EQ(kesto::ReplaceChange(road, {left, widening}, 0, {{300, 0}, {{9}, {1}}}, 0).failure().status,
               KESTO_DUPLICATE_MILEAGE);
     EXPECT_EQ(kesto::ChangeAt(road, {left, widening}, 0)->section.values, std::vector<double>{4});
-}
-
-TEST(ChangeSections, TypesOutliveTheirSections) {
-    RoadDesign road;
-    MakeStraightRoad(road);
-    ASSERT_TRUE(kesto::InsertPlate(road, MakePlate(3, -2), left, -1));
-    AddChange(road, {left, heightening}, 100, {4}, 1);
-    AddChange(road, {left, heightening}, 200, {6}, 2);
-    const auto type = [&](std::int32_t side, std::int32_t kind, std::int32_t index) {
-        std::int32_t found = 55;
-        return kesto::FindTransitionType(road, {side, kind}, index, found) ? found : -99;
-    };
-    ASSERT_TRUE(kesto::RemoveChange(road, {left, heightening}, 0));
-    EXPECT_EQ(type(left, heightening, 0), 1);
-    ASSERT_TRUE(kesto::ReplaceChange(road, {left, heightening}, 0, {{300, 0}, {{7}, {1}}}, 5));
-    EXPECT_EQ(kesto::CountChanges(road, {left, heightening}), 1);
-    EXPECT_EQ(type(left, heightening, 1), 2) << "the place that it left";
-    EXPECT_EQ(type(left, heightening, 2), 5);
-    EXPECT_EQ(type(left, heightening, 3), 0) << "past the table";
-    EXPECT_EQ(type(7, heightening, 0), 55) << "an unknown side succeeds and writes nothing";
-    EXPECT_EQ(type(left, 7, 0), -99);
-    EXPECT_EQ(type(left, heightening, -1), -99);
-    ASSERT_TRUE(kesto::SetTransitionType(road, {left, heightening}, 0, 0));
-    EXPECT_FALSE(kesto::SetTransitionType(road, {left, heightening}, 3, 0));
-    EXPECT_EQ(type(left, heightening, 0), 0);
-    ASSERT_TRUE(kesto::RemovePlate(road, left, 0));
-    EXPECT_EQ(kesto::CountChanges(road, {left, heightening}), 0);
-    EXPECT_EQ(type(left, heightening, 2), 5);
-    kesto::Clear(road);
-    EXPECT_EQ(type(left, heightening, 2), 5);
 }
 
 TEST(Plates, ChangeSectionOffTheRoadIsLeftAlone) {
