@@ -4,7 +4,8 @@ import numpy as np
 import pytest
 
 from kesto_road import (ChangeOf, DesignMode, Element, KestoError, Road, Side, Status, Transition, VerticalCurve,
-                        _native, _records)
+                        _records)
+from kesto_road._native import _check_records, library
 
 BEYOND = 2**32  # 0 in the 32 bits of C
 
@@ -101,7 +102,7 @@ def swapped(record, one, other):
                                                 (_records.Plate, "cross_slope", "width"),
                                                 (_records.Failure, "value", "bound")])
 def test_exchanged_fields_are_told_on_import(monkeypatch, record, one, other):
-    _native._check_records(_native.library)
+    _check_records(library)
     monkeypatch.setattr(record, "dtype", swapped(record, one, other))
     with pytest.raises(ImportError, match=record.__name__):
-        _native._check_records(_native.library)
+        _check_records(library)
