@@ -31,11 +31,19 @@ Coordinate EndOf(const Element& element, std::int32_t type, double radius) {
 
 TEST(CoordinateMethod, FindsTheElementThatThePointsWereMadeFrom) {
     const Element originals[] = {
-        MakeElement(1, false, 0, 0, 120, 10, 20, 77),     MakeElement(2, true, 80, 80, 90, 10, 20, 355),
-        MakeElement(2, false, 80, 80, 250, 10, 20, 5),    MakeElement(3, true, 0, 60, 70, 10, 20, 300),
-        MakeElement(3, false, 60, 0, 70, 10, 20, 1),      MakeElement(3, true, 400, 90, 50, 10, 20, 200),
-        MakeElement(3, false, 90, 400, 50, 10, 20, 200),  MakeElement(3, true, 1000, 990, 60, 10, 20, 12),
-        MakeElement(3, true, 0, 5000, 12, 10, 20, 335.9), MakeElement(3, true, 1000, 999.3, 100, 10, 20, 12),
+        MakeElement(1, false, 0, 0, 120, 10, 20, 77),
+        MakeElement(2, true, 80, 80, 90, 10, 20, 355),
+        MakeElement(2, false, 80, 80, 250, 10, 20, 5),
+        MakeElement(3, true, 0, 60, 70, 10, 20, 300),
+        MakeElement(3, false, 60, 0, 70, 10, 20, 1),
+        MakeElement(3, true, 400, 90, 50, 10, 20, 200),
+        MakeElement(3, false, 90, 400, 50, 10, 20, 200),
+        MakeElement(3, true, 1000, 990, 60, 10, 20, 12),
+        MakeElement(3, true, 0, 5000, 12, 10, 20, 335.9),
+        MakeElement(3, true, 1000, 999.3, 100, 10, 20, 12),
+        // Chords near the diameter of the circles of curvature: the last one little below the longest there is.
+        MakeElement(3, true, 100, 80, 220, 10, 20, 12),
+        MakeElement(3, true, 100, 80, 270, 10, 20, 12),
     };
     for (const Element& original : originals) {
         SCOPED_TRACE(testing::Message() << original.type << " " << original.startRadius << " " << original.endRadius);
