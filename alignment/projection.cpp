@@ -31,7 +31,7 @@ inline constexpr int mostHalvings = 100;
 Probe MakeProbe(double along, const Position& place, Point point) noexcept {
     const Heading heading = HeadingOf(place.azimuth);
     const Look look = LookFrom({place.x, place.y}, heading, LengthOf(heading), point);
-    return {along, place, heading, look.distance, static_cast<double>(std::acos(look.cosine))};
+    return {along, place, heading, look.distance, static_cast<double>(ArcCosine(look.cosine))};
 }
 
 bool IsAtPoint(const Probe& probe) noexcept { return probe.distance < tolerance::footDistance; }

@@ -14,13 +14,16 @@ namespace kesto {
 
 namespace {
 
+/// A larger cosine leaves no doubt: the angles that count as right ones, in single precision and 1e-7 rad around it,
+/// have cosines from -1.04e-7 to 1.36e-7.
+inline constexpr float noRightAngle = 1.4e-7F;
+
 /// The angle between the tangent and the vector to the point, less a right angle (rad) - or, where the cosine is far
 /// enough from 0 to leave no doubt, just a number of its sign that is not small.
 double AngleExcess(float cosine) noexcept {
-    constexpr float doubtful = 4e-7F;  // the angles that count as right ones end at a cosine of 1.4e-7
-    if (cosine > doubtful) return -1;
-    if (cosine < -doubtful) return 1;
-    return static_cast<double>(std::acos(cosine)) - rightAngle;
+    if (cosine > noRightAngle) return -1;
+    if (cosine < -noRightAngle) return 1;
+    return static_cast<double>(ArcCosine(cosine)) - rightAngle;
 }
 
 bool IsAtPoint(const Look& look) noexcept { return look.distance < tolerance::footDistance; }
@@ -90,8 +93,7 @@ std::optional<Neighbourhood> FindNeighbourhood(const SpiralSight& spiral, double
     constexpr int mostSteps = 5;
     constexpr double settled = 2e-4;  // m: a step after which one more changes nothing that counts
     constexpr double leastSlope = 0.1;
-    constexpr double noRightAngle = 4.1e-7;  // a larger cosine leaves no doubt, see AngleExcess()
-    constexpr double rounding = 2.2e-7;      // m: what counts as the start, what as the point, and some 1e-8
+    constexpr double rounding = 2.2e-7;  // m: what counts as the start, what as the point, and some 1e-8
     const ClothoidStretch& stretch = spiral.clothoid.stretch;
     const Heading& heading = spiral.start.heading;
     const Heading& tangent = spiral.clothoid.tangent;
@@ -128,7 +130,7 @@ std::optional<Neighbourhood> FindNeighbourhood(const SpiralSight& spiral, double
     const double curving = stretch.rate * farthest + k * k * steepest * length;  // of g, at most
     const double before = std::fabs(step) * steepest / slope;                    // m: error before the last step
     const double unsettled = curving / (2 * slope) * before * before;
-    const double doubt = noRightAngle * std::fabs(towards) + rounding;
+    const double doubt = static_cast<double>(noRightAngle) * std::fabs(towards) + rounding;
     const double slopeNear = std::max(slope, slopeHere - curving * (doubt / slope + settled));
     // The stretch that counts as the start is that long whatever the slope: on tight spirals the slope exceeds 2.
     return Neighbourhood{along, doubt / slopeNear + unsettled + tolerance::distance};
@@ -151,65 +153,57 @@ Middle EvaluateMiddle(const SpiralSight& spiral, double along, Point point) noex
     return middle;
 }
 
-/// The bracket of a bisection (m from the spiral's start).
-struct Bracket {
-    double lower;
-    double upper;
-    int halvings;
-};
-
 inline constexpr int mostHalvings = 100;
 
-double MiddleOf(double one, double other) noexcept { return (one + other) * 0.5; }
+/// The bracket of a bisection (m from the spiral's start).
+struct Bracket {
+    std::array<double, 2> ends;  // lower, upper
+    int halvings = 0;
 
-/// Either number, without a branch: which one is as good as random, and a wrong guess of the processor costs more than
-/// the halving.
-double Choose(bool first, double one, double other) noexcept {
-    const std::uint64_t mask = std::uint64_t{0} - static_cast<std::uint64_t>(first);
-    return std::bit_cast<double>((std::bit_cast<std::uint64_t>(one) & mask) |
-                                 (std::bit_cast<std::uint64_t>(other) & ~mask));
+    double Middle() const noexcept { return (ends[0] + ends[1]) * 0.5; }
+    /// Goes on in the half behind the middle or before it.
+    void Halve(double middle, bool behind) noexcept { ends[behind ? 0 : 1] = middle, ++halvings; }
+};
+
+bool IsNear(const Neighbourhood& near, double along) noexcept {
+    return !(std::fabs(along - near.along) > near.halfWidth);
 }
 
-/// Halves as long as the middle is far from the foot, where comparison tells on which side it lies. Two halvings at a
-/// time: both middles of the second are computed while the first is decided.
-/// @return the middle that must be evaluated
+/// Halves as long as the middle is far from the foot. Which half holds the foot need not be found by comparing with
+/// each middle: the binary digits of its share of the length tell it beforehand, and no processor has to wait or guess.
+/// @return the middle that comes near it
 double HalveFarFromFoot(Bracket& bracket, const Neighbourhood& near) noexcept {
-    const auto isNear = [&](double along) { return std::fabs(along - near.along) <= near.halfWidth; };
-    for (;;) {
-        const double middle = MiddleOf(bracket.lower, bracket.upper);
-        if (isNear(middle) || bracket.halvings + 2 >= mostHalvings) return middle;
-        const double below = MiddleOf(bracket.lower, middle);
-        const double above = MiddleOf(middle, bracket.upper);
-        const bool isBefore = middle < near.along;
-        const double next = Choose(isBefore, above, below);
-        if (isNear(next)) {
-            ++bracket.halvings;
-            (isBefore ? bracket.lower : bracket.upper) = middle;
-            return next;
-        }
-        const bool isBelowBefore = below < near.along;
-        const bool isAboveBefore = above < near.along;
-        bracket.halvings += 2;
-        bracket.lower =
-            Choose(isBefore, Choose(isAboveBefore, above, middle), Choose(isBelowBefore, below, bracket.lower));
-        bracket.upper =
-            Choose(isBefore, Choose(isAboveBefore, bracket.upper, above), Choose(isBelowBefore, middle, below));
+    constexpr int digits = 62;
+    constexpr double lessThanWhole = 1 - std::numeric_limits<double>::epsilon();
+    double middle = bracket.Middle();
+    if (IsNear(near, middle)) return middle;
+    auto share = static_cast<std::uint64_t>(std::min(near.along / bracket.ends[1], lessThanWhole) * 0x1p62);
+    while (!IsNear(near, middle) && bracket.halvings < digits) {
+        const std::uint64_t behind = (share >> (digits - 1)) & 1U;
+        share <<= 1U;
+        bracket.ends[1 - behind] = middle;
+        middle = (middle + bracket.ends[behind]) * 0.5;
+        ++bracket.halvings;
     }
+    return middle;
 }
 
 /// The bisection, evaluated as written only near the foot.
 /// @param startsAhead whether the start has the point ahead and the end behind, or the other way round
 Foot Halve(const SpiralSight& spiral, double length, const Neighbourhood& near, bool startsAhead,
            Point point) noexcept {
-    Bracket bracket{0, length, 0};
-    for (;;) {
-        const double along = HalveFarFromFoot(bracket, near);
+    Bracket bracket{{0, length}};
+    for (double along = HalveFarFromFoot(bracket, near);; along = bracket.Middle()) {
+        if (!IsNear(near, along) && bracket.halvings + 1 < mostHalvings) {
+            bracket.Halve(along, along < near.along);
+            continue;
+        }
         const Middle middle = EvaluateMiddle(spiral, along, point);
         const double excess = AngleExcess(middle.look.cosine);
-        if (IsAtPoint(middle.look) || IsSquare(excess) || ++bracket.halvings == mostHalvings) {
+        if (IsAtPoint(middle.look) || IsSquare(excess) || bracket.halvings + 1 == mostHalvings) {
             return FootAt(along, middle.place, middle.heading, point);
         }
-        ((excess < 0) == startsAhead ? bracket.lower : bracket.upper) = along;
+        bracket.Halve(along, (excess < 0) == startsAhead);
     }
 }
 
