@@ -13,8 +13,9 @@ namespace {
 /// Point of a circular arc at arc length s from its start (route surveying, circular curves).
 LocalPoint ArcPoint(double radius, double distance) noexcept {
     const double turn = distance / radius;
-    const double half = std::sin(turn / 2);
-    return {radius * std::sin(turn), 2 * radius * half * half, turn};  // R (1 - cos) would cancel on flat arcs
+    // Of half the turn: R (1 - cos) would cancel on flat arcs, and sine and cosine come from one evaluation.
+    const double chord = 2 * radius * std::sin(turn / 2);
+    return {chord * std::cos(turn / 2), chord * std::sin(turn / 2), turn};
 }
 
 /// Azimuth after a turn, brought back to the circle by one subtraction: exactly 360 stays 360.
