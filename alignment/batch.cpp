@@ -12,7 +12,7 @@ namespace kesto {
 namespace {
 
 /// A search begins where the row before ended: rows often come in road order.
-void LocateEach(RoadSearch& search, const PointRows& rows) noexcept {
+void LocateEach(const RoadSearch& search, const PointRows& rows) noexcept {
     for (std::int32_t row = 0; row < rows.count; ++row) {
         const Point point{rows.x[row], rows.y[row]};
         std::optional<Located> located;
@@ -47,9 +47,7 @@ void PlaceEach(const ChainView& chain, const PlaceRows& rows) noexcept {
 
 Outcome AnswerRows(RoadDesign& road, const PointRows& rows) {
     if (Outcome current = EnsureCurrent(road); !current) return current;
-    RoadSearch search(road, rows.count);
-    LocateEach(search, rows);
-    road.lastNearest = search.begin;
+    LocateEach(RoadSearch(road, rows.count), rows);
     return {};
 }
 
@@ -60,8 +58,7 @@ Outcome AnswerRows(RoadDesign& road, const PlaceRows& rows) {
 }
 
 Outcome AnswerRows(const FrozenRoad& frozen, const PointRows& rows) noexcept {
-    RoadSearch search(frozen);
-    LocateEach(search, rows);
+    LocateEach(RoadSearch(frozen), rows);
     return {};
 }
 

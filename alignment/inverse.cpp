@@ -79,9 +79,10 @@ Failure NoFoot(const Located& limit) noexcept {
     return failure;
 }
 
-Outcome Search(RoadSearch& search, Point point, const SearchLimits& limits, std::optional<Located>& located) noexcept {
-    const Candidate best = NearestOnRoad(search.chain.road, search.index, point,
-                                         {limits.lower.continuous, limits.upper.continuous}, search.begin);
+Outcome Search(const RoadSearch& search, Point point, const SearchLimits& limits,
+               std::optional<Located>& located) noexcept {
+    const Candidate best =
+        NearestOnRoad(search.chain.road, search.index, point, {limits.lower.continuous, limits.upper.continuous});
     const double toLower = DistanceTo(limits.lower, point);
     const double toUpper = DistanceTo(limits.upper, point);
     // Lopsided on purpose: the upper limit wins ties against the best element, which wins ties against the lower limit.
@@ -105,10 +106,7 @@ Outcome Search(RoadSearch& search, Point point, const SearchLimits& limits, std:
 }  // namespace
 
 RoadSearch::RoadSearch(RoadDesign& ours, std::int32_t points) noexcept
-    : chain(ours, points),
-      index(CurrentInverseIndex(ours)),
-      wholeRoad(CurrentRoadLimits(ours)),
-      begin(ours.lastNearest) {}
+    : chain(ours, points), index(CurrentInverseIndex(ours)), wholeRoad(CurrentRoadLimits(ours)) {}
 
 RoadSearch::RoadSearch(const FrozenRoad& shared) noexcept
     : chain(shared.road), index(shared.road.inverseIndex), wholeRoad(shared.road.roadLimits) {}
@@ -119,38 +117,31 @@ void BuildSearch(RoadDesign& road) {
     CurrentRoadLimits(road);
 }
 
-Outcome Locate(RoadSearch& search, Point point, std::optional<Located>& located) noexcept {
+Outcome Locate(const RoadSearch& search, Point point, std::optional<Located>& located) noexcept {
     if (search.wholeRoad.upper.occurrence == noOccurrence) return Fail(KESTO_NO_FOOT);
     return Search(search, point, search.wholeRoad, located);
 }
 
 Outcome Locate(const FrozenRoad& frozen, Point point, std::optional<Located>& located) noexcept {
-    RoadSearch search(frozen);
-    return Locate(search, point, located);
+    return Locate(RoadSearch(frozen), point, located);
 }
 
 Outcome LocateBetween(const FrozenRoad& frozen, Point point, StakeMileage lower, StakeMileage upper,
                       std::optional<Located>& located) noexcept {
-    RoadSearch search(frozen);
+    const RoadSearch search(frozen);
     return Search(search, point, LimitsOf(search.chain, lower, upper), located);
 }
 
 Outcome Locate(RoadDesign& road, Point point, std::optional<Located>& located) {
     if (Outcome current = EnsureCurrent(road); !current) return current;
-    RoadSearch search(road);
-    Outcome found = Locate(search, point, located);
-    road.lastNearest = search.begin;
-    return found;
+    return Locate(RoadSearch(road), point, located);
 }
 
 Outcome LocateBetween(RoadDesign& road, Point point, StakeMileage lower, StakeMileage upper,
                       std::optional<Located>& located) {
     if (Outcome current = EnsureCurrent(road); !current) return current;
     const SearchLimits& limits = CurrentLimits(road, lower, upper);
-    RoadSearch search(road);
-    Outcome found = Search(search, point, limits, located);
-    road.lastNearest = search.begin;
-    return found;
+    return Search(RoadSearch(road), point, limits, located);
 }
 
 namespace {

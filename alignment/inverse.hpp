@@ -14,7 +14,7 @@ struct Located {
     double offset = 0;  // m, positive to the right; at kinks and limits the plain distance
 };
 
-/// What searches of one reader read, and where its next one begins.
+/// What searches read.
 struct RoadSearch {
     /// Brings what searches keep up to date.
     /// @param ours   a current road
@@ -26,7 +26,6 @@ struct RoadSearch {
     ChainView chain;
     const InverseIndex& index;
     const SearchLimits& wholeRoad;
-    std::int32_t begin = noElement;  // element that won last
 };
 
 /// Builds everything that searches read of a current road.
@@ -36,7 +35,7 @@ void BuildSearch(RoadDesign& road);
 /// Searches the whole road.
 /// @param located out: the foot; the road's end with its distance where no element admits the point
 /// @return fails where the road's end has no stake mileage (nothing written), and where no element admits the point
-Outcome Locate(RoadSearch& search, Point point, std::optional<Located>& located) noexcept;
+Outcome Locate(const RoadSearch& search, Point point, std::optional<Located>& located) noexcept;
 
 /// The same on a road that is only read, each search on its own.
 Outcome Locate(const FrozenRoad& frozen, Point point, std::optional<Located>& located) noexcept;

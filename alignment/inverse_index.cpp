@@ -266,19 +266,16 @@ const InverseIndex& CurrentInverseIndex(RoadDesign& road) noexcept {
     return index;
 }
 
-Candidate NearestOnRoad(const RoadDesign& road, const InverseIndex& index, Point point, const Stretch& stretch,
-                        std::int32_t& begin) noexcept {
+Candidate NearestOnRoad(const RoadDesign& road, const InverseIndex& index, Point point,
+                        const Stretch& stretch) noexcept {
     if (index.usable) {
-        if (const std::optional<Candidate> found = SearchIndex(road, index, point, stretch, begin)) {
-            if (found->element >= 0) begin = found->element;
-            return *found;
-        }
+        if (const std::optional<Candidate> found = SearchIndex(road, index, point, stretch)) return *found;
     }
     return WalkElements(road, point, stretch);
 }
 
 Candidate NearestOnRoad(RoadDesign& road, Point point, const Stretch& stretch) noexcept {
-    return NearestOnRoad(road, CurrentInverseIndex(road), point, stretch, road.lastNearest);
+    return NearestOnRoad(road, CurrentInverseIndex(road), point, stretch);
 }
 
 }  // namespace kesto

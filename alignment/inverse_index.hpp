@@ -16,18 +16,15 @@ const InverseIndex& CurrentInverseIndex(RoadDesign& road) noexcept;
 void BuildInverseIndex(RoadDesign& road);
 
 /// The nearest place on the stretch as the index tells it.
-/// @param begin element with which the search begins, best one that won for a point nearby; any other number: none. It
-///              makes no difference to the result.
 /// @return nothing where it cannot tell: the point is too far away, or too many elements are about equally near
 std::optional<Candidate> SearchIndex(const RoadDesign& road, const InverseIndex& index, Point point,
-                                     const Stretch& stretch, std::int32_t begin) noexcept;
+                                     const Stretch& stretch) noexcept;
 
 /// The nearest place on the stretch: by the index of the chain where it can tell, else by the walk.
-/// @param begin in: as above; out: the element that has won
-Candidate NearestOnRoad(const RoadDesign& road, const InverseIndex& index, Point point, const Stretch& stretch,
-                        std::int32_t& begin) noexcept;
+Candidate NearestOnRoad(const RoadDesign& road, const InverseIndex& index, Point point,
+                        const Stretch& stretch) noexcept;
 
-/// The same by the road's own index, made current, from the last search on.
+/// The same by the road's own index, made current.
 Candidate NearestOnRoad(RoadDesign& road, Point point, const Stretch& stretch) noexcept;
 
 }  // namespace kesto

@@ -7,6 +7,7 @@
 #include <cmath>
 #include <limits>
 
+#include "alignment/box_keys.hpp"
 #include "alignment/inverse_index.hpp"
 #include "alignment/spiral_foot.hpp"
 #include "core/tolerances.hpp"
@@ -93,28 +94,49 @@ public:
           index(its),
           point(target),
           stretch(wanted),
-          x(static_cast<float>(target.x - its.originX)),
-          y(static_cast<float>(target.y - its.originY)),
-          roundingX(std::fabs(x) * epsilon),
-          roundingY(std::fabs(y) * epsilon) {
+          boxPoint(target.x - its.originX, target.y - its.originY) {
         const ElementSight& end = index.elements.back();
         narrow = !(stretch.lower <= index.elements[1].running && stretch.upper >= end.running);
     }
 
+    /// Goes down to the elements, always into the nearest box first: what it holds often rules out the others.
     /// @return false where too many elements are about equally near
-    bool Run(std::int32_t begin) noexcept {
-        BeginAt(begin);
-        return Descend();
+    bool Descend() noexcept {
+        std::array<Open, mostLevels> way;
+        const std::size_t top = index.levels.size() - 1;
+        std::size_t level = top;
+        OpenNode(way[level], level, 0);
+        for (;;) {
+            Open& at = way[level];
+            if (at.least > limitKey) {
+                if (level == 0) AskSpirals();
+                if (level == top) return true;
+                ++level;
+                continue;
+            }
+            const std::int32_t lane = at.least & laneBits;
+            const std::int32_t nearest = at.node * boxLanes + lane;
+            at.keys[static_cast<std::size_t>(lane)] = seenBox;
+            at.least = LeastOf(at.keys);
+            if (level == 0) {
+                if (!SeeLane(nearest)) return false;
+            } else if (!(narrow && !MayBeOnNode(level - 1, nearest))) {
+                --level;
+                OpenNode(way[level], level, nearest);
+            }
+        }
     }
 
     /// The kept elements meet in chain order. From a place on the line on, the walk goes on element by element.
     Candidate Meeting() noexcept {
-        std::sort(kept.begin(), kept.begin() + count,
-                  [](const Kept& one, const Kept& other) { return one.element < other.element; });
+        DropFar();
+        if (count > 1) {
+            std::sort(kept.begin(), kept.begin() + count,
+                      [](const Kept& one, const Kept& other) { return one.element < other.element; });
+        }
         Candidate best;
         for (std::size_t i = 0; i < count; ++i) {
             Kept& it = kept[i];
-            if (it.lower > limit) continue;
             if (!Meet(best, CandidateOf(it), stretch)) return best;
             if (std::fabs(best.offset) < tolerance::onTheLine) return GoOn(best, it.element);
         }
@@ -122,7 +144,6 @@ public:
     }
 
 private:
-    static constexpr float epsilon = std::numeric_limits<float>::epsilon();
     static constexpr std::size_t room = 48;        // kept elements
     static constexpr std::size_t mostLevels = 11;  // of nodes, for 2^31 elements
 
@@ -201,21 +222,23 @@ private:
         constexpr double rounding = 1 + 1e-6;  // of single precision
         if (!(distance < limit)) return;
         limit = std::max(distance, tolerance::onTheLine);
-        limitKey = BitsOf(static_cast<float>(limit * limit * rounding)) | laneBits;
+        limitKey = BoxKey(static_cast<float>(limit * limit * rounding)) | laneBits;
     }
 
     void LowerTo(const Candidate& candidate) noexcept {
         if (IsOn(stretch, candidate)) Lower(std::fabs(candidate.offset));
     }
 
+    void DropFar() noexcept {
+        const Kept* const end =
+            std::remove_if(kept.data(), kept.data() + count, [&](const Kept& it) { return it.lower > limit; });
+        count = static_cast<std::size_t>(end - kept.data());
+    }
+
     /// @return false where there is no room
     bool Keep(std::int32_t i, double lower) noexcept {
-        if (count == room) {
-            const Kept* const end =
-                std::remove_if(kept.data(), kept.data() + count, [&](const Kept& it) { return it.lower > limit; });
-            count = static_cast<std::size_t>(end - kept.data());
-            if (count == room) return false;
-        }
+        if (count == room) DropFar();
+        if (count == room) return false;
         kept[count++] = {lower, i, Kept::Known::Nothing, 0, 0};
         return true;
     }
@@ -243,78 +266,18 @@ private:
         }
     }
 
-    /// Points often come in road order: the element that won last gives a first limit.
-    void BeginAt(std::int32_t last) noexcept {
-        if (last < 1 || last >= road.elements.Count()) return;
-        if (narrow && !MayBeOn(last, last)) return;
-        See(last);
-        begun = last;
-        if (count > 0 && kept[0].lower <= std::fabs(Sight(last).frame.length)) AskSpirals();
-    }
-
-    /// Squared distances (m2) to the boxes of a node as integers in the same order, to within the last bits: these hold
-    /// the lane.
-    using Keys = std::array<std::int32_t, boxLanes>;
-    static constexpr std::int32_t laneBits = boxLanes - 1;
-    static constexpr std::int32_t seen = std::numeric_limits<std::int32_t>::max();  // beyond every limit
-
-    static std::int32_t BitsOf(float squared) noexcept { return std::bit_cast<std::int32_t>(squared); }
-
-    /// By operations that compilers do four at a time.
-    Keys KeysOf(const BoxNode& node) const noexcept {
-        Keys keys;
-        for (std::int32_t i = 0; i < boxLanes; ++i) {
-            const auto lane = static_cast<std::size_t>(i);
-            const float awayX = std::fabs(node.centreX[lane] - x) - node.halfX[lane] - roundingX;
-            const float awayY = std::fabs(node.centreY[lane] - y) - node.halfY[lane] - roundingY;
-            const float twiceX = awayX + std::fabs(awayX);  // 0 inside
-            const float twiceY = awayY + std::fabs(awayY);
-            keys[lane] = (BitsOf((twiceX * twiceX + twiceY * twiceY) * 0.25F) & ~laneBits) | i;
-        }
-        return keys;
-    }
-
-    static std::int32_t Least(const Keys& keys) noexcept {
-        std::array<std::int32_t, boxLanes / 2> least;
-        for (std::size_t lane = 0; lane < least.size(); ++lane) {
-            least[lane] = std::min(keys[lane], keys[lane + least.size()]);
-        }
-        return std::min(std::min(least[0], least[1]), std::min(least[2], least[3]));
-    }
-
-    bool SeeLane(std::int32_t i) noexcept { return i == begun || (narrow && !MayBeOn(i, i)) || See(i); }
+    bool SeeLane(std::int32_t i) noexcept { return (narrow && !MayBeOn(i, i)) || See(i); }
 
     /// A node on the way down, and the keys of its boxes that are still to be seen.
     struct Open {
-        std::int32_t node;  // of its level
-        Keys keys;
+        std::int32_t node;   // of its level
+        std::int32_t least;  // of the keys
+        BoxKeys keys;
     };
 
-    /// Always the nearest box first: what it holds often rules out the others.
-    bool Descend() noexcept {
-        std::array<Open, mostLevels> way;
-        const std::size_t top = index.levels.size() - 1;
-        std::size_t level = top;
-        way[level] = {0, KeysOf(NodeOf(level, 0))};
-        for (;;) {
-            Open& at = way[level];
-            const std::int32_t least = Least(at.keys);
-            if (least > limitKey) {
-                if (level == 0) AskSpirals();
-                if (level == top) return true;
-                ++level;
-                continue;
-            }
-            const std::int32_t lane = least & laneBits;
-            const std::int32_t nearest = at.node * boxLanes + lane;
-            at.keys[static_cast<std::size_t>(lane)] = seen;
-            if (level == 0) {
-                if (!SeeLane(nearest)) return false;
-            } else if (!(narrow && !MayBeOnNode(level - 1, nearest))) {
-                --level;
-                way[level] = {nearest, KeysOf(NodeOf(level, nearest))};
-            }
-        }
+    void OpenNode(Open& open, std::size_t level, std::int32_t node) const noexcept {
+        open.node = node;
+        open.least = FindKeys(NodeOf(level, node), boxPoint, open.keys);
     }
 
     const BoxNode& NodeOf(std::size_t level, std::int32_t node) const noexcept {
@@ -332,14 +295,10 @@ private:
     const InverseIndex& index;
     Point point;
     Stretch stretch;
-    float x;  // m: the point from the index's origin, in single precision, and how far off that may be
-    float y;
-    float roundingX;
-    float roundingY;
+    BoxPoint boxPoint;
     bool narrow = false;                                                // the stretch leaves out elements
     double limit = farAway;                                             // m: elements farther away cannot win
-    std::int32_t limitKey = BitsOf(std::numeric_limits<float>::max());  // the same, squared, as a key
-    std::int32_t begun = -1;                                            // element that was seen first
+    std::int32_t limitKey = BoxKey(std::numeric_limits<float>::max());  // the same, squared, as a key
     std::size_t count = 0;
     std::array<Kept, room> kept;
 };
@@ -347,13 +306,13 @@ private:
 }  // namespace
 
 std::optional<Candidate> SearchIndex(const RoadDesign& road, const InverseIndex& index, Point point,
-                                     const Stretch& stretch, std::int32_t begin) noexcept {
+                                     const Stretch& stretch) noexcept {
     if (!(std::fabs(point.x - index.originX) <= tolerance::indexCoordinate &&
           std::fabs(point.y - index.originY) <= tolerance::indexCoordinate)) {
         return std::nullopt;
     }
     Search search(road, index, point, stretch);
-    if (!search.Run(begin)) return std::nullopt;
+    if (!search.Descend()) return std::nullopt;
     return search.Meeting();
 }
 

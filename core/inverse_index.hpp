@@ -67,8 +67,6 @@ struct InverseIndex {
     std::vector<SpiralSight> spirals;    // in chain order
 };
 
-inline constexpr std::int32_t noElement = -1;
-
 /// One end of the stretch that is searched.
 struct SearchLimit {
     double mileage = 0;           // m, stake mileage

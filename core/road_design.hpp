@@ -68,15 +68,14 @@ struct RoadDesign {
     kesto::SectionData sections;
 
     // Derived
-    double totalLength = 0;            // m: sum of the absolute element lengths; below 1e-7: the chain is not built
-    kesto::ChainIndex chainIndex;      // valid while its key equals the chain's
-    kesto::InverseIndex inverseIndex;  // valid while its key equals the chain's
-    std::int32_t lastNearest = kesto::noElement;  // element that won the last search: chooses where the next one begins
-    kesto::SearchLimits roadLimits;               // of the whole road; valid while their key equals the chain's
-    kesto::SearchLimits searchLimits;             // of the last search between limits; likewise
-    kesto::StakeOrder stakeOrder;                 // valid while its revision equals the stakes'
-    kesto::ProfileCache profileCache;             // valid while its key equals the profile's
-    std::optional<Failure> lastFailure;           // kept by the boundary guard
+    double totalLength = 0;              // m: sum of the absolute element lengths; below 1e-7: the chain is not built
+    kesto::ChainIndex chainIndex;        // valid while its key equals the chain's
+    kesto::InverseIndex inverseIndex;    // valid while its key equals the chain's
+    kesto::SearchLimits roadLimits;      // of the whole road; valid while their key equals the chain's
+    kesto::SearchLimits searchLimits;    // of the last search between limits; likewise
+    kesto::StakeOrder stakeOrder;        // valid while its revision equals the stakes'
+    kesto::ProfileCache profileCache;    // valid while its key equals the profile's
+    std::optional<Failure> lastFailure;  // kept by the boundary guard
 };
 
 namespace kesto {
