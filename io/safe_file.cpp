@@ -92,7 +92,8 @@ Result<std::string> ReadWholeFile(const char* path, std::size_t limit) {
     std::string text;
     std::error_code unknown;
     const std::uintmax_t size = fs::file_size(path, unknown);
-    if (!unknown && size <= limit) text.reserve(size);  // only what it is likely to need: it may grow, or be no file
+    if (!unknown && size <= limit)
+        text.reserve(static_cast<std::size_t>(size));  // only what it is likely to need: it may grow, or be no file
     std::string piece(readPiece, '\0');
     std::size_t count = 0;
     while ((count = std::fread(piece.data(), 1, piece.size(), file.get())) > 0) {
