@@ -17,12 +17,10 @@
 
 namespace {
 
-constexpr double forwardBound = 1e-9;    // m, degrees
-constexpr double heightBound = 1e-9;     // m
-constexpr double plainFootBound = 1e-9;  // m: straights and arcs
-constexpr double spiralAngle = 3e-7;     // rad: two neighbouring steps of the search, which compares single precision
-constexpr double spiralBound = 1e-8;     // m
-constexpr double gridX = 3412345.678;    // m: coordinates of a national grid
+constexpr double forwardBound = 1e-9;  // m, degrees
+constexpr double heightBound = 1e-9;   // m
+constexpr double footBound = 1e-9;     // m
+constexpr double gridX = 3412345.678;  // m: coordinates of a national grid
 constexpr double gridY = 512345.678;
 
 /// Numbers that look random, from a fixed seed.
@@ -102,20 +100,14 @@ kesto::Road Highway(Random& random) {
     return road;
 }
 
-double Curvature(double radius) { return radius > 0 ? 1 / radius : 0; }
-
-/// How far feet may lie apart (m) where the point has this mileage and offset, on a road without breaks.
-double FootBound(RoadDesign* road, double mileage, double offset) {
+/// Whether a mileage (m) lies on a spiral, on a road without breaks.
+bool IsOnSpiral(RoadDesign* road, double mileage) {
     Element element{};
     for (int i = 0; GetElement(road, i, &element); ++i) {
         const double along = mileage - element.startMileage;
-        if (element.type != 3 || along < 0 || along > element.length) continue;
-        const double share = along / element.length;
-        const double here = (1 - share) * Curvature(element.startRadius) + share * Curvature(element.endRadius);
-        const double towardsCentre = element.turnDirection == 0 ? -offset : offset;
-        return spiralAngle * std::fabs(offset) / std::fabs(1 - here * towardsCentre) + spiralBound;
+        if (element.type == 3 && along >= 0 && along <= element.length) return true;
     }
-    return plainFootBound;
+    return false;
 }
 
 void PrintFeet(Figures& figures) {
@@ -140,10 +132,9 @@ void PrintFeet(Figures& figures) {
         std::int32_t occurrence = -1;
         GetMileageAndOffset(road, std::round(x * steps) / steps, std::round(y * steps) / steps, &foundMileage,
                             &foundOffset, &occurrence);
-        const double bound = FootBound(road, mileage, offset);
-        const char* const group = bound > plainFootBound ? "feet on spirals" : "feet on straights, arcs";
-        figures.Number(group, bound, foundMileage);
-        figures.Number(group, bound, foundOffset);
+        const char* const group = IsOnSpiral(road, mileage) ? "feet on spirals" : "feet on straights, arcs";
+        figures.Number(group, footBound, foundMileage);
+        figures.Number(group, footBound, foundOffset);
         figures.Text("occurrences", std::to_string(occurrence));
     }
 }
