@@ -85,25 +85,43 @@ ClothoidLook LookFromClothoid(double rate, double l, double x, double y) noexcep
     return {dx * cosine + dy * angle * sine, dy * cosine - dx * angle * sine};
 }
 
-/// The neighbourhood of the foot by Newton's method on g(s), how far the point lies ahead of the place s, with
-/// g' = -(1 - curvature x distance towards the centre).
-/// @return nothing where g may fall less than 0.1 a metre somewhere on the spiral, or the iteration does not settle
-std::optional<Neighbourhood> FindNeighbourhood(const SpiralSight& spiral, double length, const EndLooks& looks,
-                                               Point point) noexcept {
-    constexpr int mostSteps = 5;
-    constexpr double settled = 2e-4;  // m: a step after which one more changes nothing that counts
-    constexpr double leastSlope = 0.1;
-    constexpr double rounding = 2.2e-7;  // m: what counts as the start, what as the point, and some 1e-8
-    const ClothoidStretch& stretch = spiral.clothoid.stretch;
+/// The point in the clothoid's own frame.
+Point InClothoid(const SpiralSight& spiral, Point point) noexcept {
     const Heading& heading = spiral.start.heading;
     const Heading& tangent = spiral.clothoid.tangent;
     const double dx = point.x - spiral.start.x;
     const double dy = point.y - spiral.start.y;
-    const double u = stretch.sense * (dx * heading.cosine + dy * heading.sine);
+    const double u = spiral.clothoid.stretch.sense * (dx * heading.cosine + dy * heading.sine);
     const double right = dy * heading.cosine - dx * heading.sine;
     const double v = spiral.start.left ? -right : right;
-    const double x = spiral.clothoid.fromX + u * tangent.cosine - v * tangent.sine;
-    const double y = spiral.clothoid.fromY + u * tangent.sine + v * tangent.cosine;
+    return {spiral.clothoid.fromX + u * tangent.cosine - v * tangent.sine,
+            spiral.clothoid.fromY + u * tangent.sine + v * tangent.cosine};
+}
+
+/// How far ahead of a place or behind it (m) the point must lie to leave no doubt about it when the bisection gets
+/// there.
+double DoubtAhead(double towards) noexcept {
+    constexpr double rounding = 2.2e-7;  // m: what counts as the start, what as the point, and some 1e-8
+    return static_cast<double>(noRightAngle) * std::fabs(towards) + rounding;
+}
+
+/// Whether a place has the point ahead, where that is certain.
+std::optional<bool> HasAhead(const ClothoidStretch& stretch, double along, Point inClothoid) noexcept {
+    const ClothoidLook look =
+        LookFromClothoid(stretch.rate, stretch.start + stretch.sense * along, inClothoid.x, inClothoid.y);
+    if (std::fabs(look.ahead) < DoubtAhead(look.towards)) return std::nullopt;
+    return (look.ahead > 0) == (stretch.sense > 0);
+}
+
+/// The neighbourhood of the foot by Newton's method on g(s), how far the point lies ahead of the place s, with
+/// g' = -(1 - curvature x distance towards the centre).
+/// @return nothing where g may fall less than 0.1 a metre somewhere on the spiral, or the iteration does not settle
+std::optional<Neighbourhood> FindNeighbourhood(const SpiralSight& spiral, double length, const EndLooks& looks,
+                                               Point inClothoid) noexcept {
+    constexpr int mostSteps = 5;
+    constexpr double settled = 2e-4;  // m: a step after which one more changes nothing that counts
+    constexpr double leastSlope = 0.1;
+    const ClothoidStretch& stretch = spiral.clothoid.stretch;
 
     double along = length * looks.start.ahead / (looks.start.ahead - looks.end.ahead);
     double step = 0;
@@ -112,7 +130,7 @@ std::optional<Neighbourhood> FindNeighbourhood(const SpiralSight& spiral, double
     for (int steps = 0;; ++steps) {
         if (steps == mostSteps) return std::nullopt;
         const double l = stretch.start + stretch.sense * along;
-        const ClothoidLook look = LookFromClothoid(stretch.rate, l, x, y);
+        const ClothoidLook look = LookFromClothoid(stretch.rate, l, inClothoid.x, inClothoid.y);
         slopeHere = 1 - stretch.rate * l * look.towards;
         step = stretch.sense * look.ahead / slopeHere;
         towards = look.towards;
@@ -130,7 +148,7 @@ std::optional<Neighbourhood> FindNeighbourhood(const SpiralSight& spiral, double
     const double curving = stretch.rate * farthest + k * k * steepest * length;  // of g, at most
     const double before = std::fabs(step) * steepest / slope;                    // m: error before the last step
     const double unsettled = curving / (2 * slope) * before * before;
-    const double doubt = static_cast<double>(noRightAngle) * std::fabs(towards) + rounding;
+    const double doubt = DoubtAhead(towards);
     const double slopeNear = std::max(slope, slopeHere - curving * (doubt / slope + settled));
     // The stretch that counts as the start is that long whatever the slope: on tight spirals the slope exceeds 2.
     return Neighbourhood{along, doubt / slopeNear + unsettled + tolerance::distance};
@@ -188,26 +206,57 @@ double HalveFarFromFoot(Bracket& bracket, const Neighbourhood& near) noexcept {
     return middle;
 }
 
+/// Whom a bisection looks for.
+struct Target {
+    Point point;
+    bool startsAhead;  // the start has it ahead and the end behind, or the other way round
+};
+
+/// One step of the bisection as it is written. @return the foot where the middle is it; else the bracket is halved
+std::optional<Foot> EvaluateAndHalve(const SpiralSight& spiral, Bracket& bracket, double along,
+                                     const Target& target) noexcept {
+    const Middle middle = EvaluateMiddle(spiral, along, target.point);
+    const double excess = AngleExcess(middle.look.cosine);
+    if (IsAtPoint(middle.look) || IsSquare(excess) || bracket.halvings + 1 == mostHalvings) {
+        return FootAt(along, middle.place, middle.heading, target.point);
+    }
+    bracket.Halve(along, (excess < 0) == target.startsAhead);
+    return std::nullopt;
+}
+
 /// The bisection, evaluated as written only near the foot.
-/// @param startsAhead whether the start has the point ahead and the end behind, or the other way round
-Foot Halve(const SpiralSight& spiral, double length, const Neighbourhood& near, bool startsAhead,
-           Point point) noexcept {
+Foot HalveTowards(const SpiralSight& spiral, double length, const Neighbourhood& near, const Target& target) noexcept {
     Bracket bracket{{0, length}};
     for (double along = HalveFarFromFoot(bracket, near);; along = bracket.Middle()) {
         if (!IsNear(near, along) && bracket.halvings + 1 < mostHalvings) {
             bracket.Halve(along, along < near.along);
-            continue;
+        } else if (const auto foot = EvaluateAndHalve(spiral, bracket, along, target)) {
+            return *foot;
         }
-        const Middle middle = EvaluateMiddle(spiral, along, point);
-        const double excess = AngleExcess(middle.look.cosine);
-        if (IsAtPoint(middle.look) || IsSquare(excess) || bracket.halvings + 1 == mostHalvings) {
-            return FootAt(along, middle.place, middle.heading, point);
-        }
-        bracket.Halve(along, (excess < 0) == startsAhead);
     }
 }
 
-/// Whether the halvings may be foretold: moderate turns, and a size that the short series suffice for.
+/// The bisection, evaluated as written only where a look by short series leaves a doubt.
+Foot HalveByLooks(const SpiralSight& spiral, double length, Point inClothoid, const Target& target) noexcept {
+    for (Bracket bracket{{0, length}};;) {
+        const double along = bracket.Middle();
+        const auto ahead = HasAhead(spiral.clothoid.stretch, along, inClothoid);
+        if (ahead && bracket.halvings + 1 < mostHalvings) {
+            bracket.Halve(along, *ahead == target.startsAhead);
+        } else if (const auto foot = EvaluateAndHalve(spiral, bracket, along, target)) {
+            return *foot;
+        }
+    }
+}
+
+/// The bisection as it is written.
+Foot HalveAsWritten(const SpiralSight& spiral, double length, const Target& target) noexcept {
+    for (Bracket bracket{{0, length}};;) {
+        if (const auto foot = EvaluateAndHalve(spiral, bracket, bracket.Middle(), target)) return *foot;
+    }
+}
+
+/// Whether the short series suffice: moderate turns, and a moderate size.
 bool IsGentle(const SpiralSight& spiral, double length, Point point) noexcept {
     constexpr double mostAngle = 0.7;     // rad, from the clothoid's origin
     constexpr double mostTurn = 1.0;      // rad, with the larger curvature
@@ -235,14 +284,16 @@ std::optional<Foot> FootOnSpiral(const Element& element, const SpiralSight& spir
     if (IsSquare(startExcess)) return FootAt(0, start, spiral.start.heading, point);
     if (IsAtPoint(looks.end) || IsSquare(endExcess)) return FootAt(element.length, end, spiral.endHeading, point);
     if (!spiral.hasSeries) return ProjectOnSpiral(element, point);
-    const bool startsAhead = startExcess < 0;
-    if (startsAhead && IsGentle(spiral, element.length, point)) {
-        if (const auto near = FindNeighbourhood(spiral, element.length, looks, point)) {
-            return Halve(spiral, element.length, *near, startsAhead, point);
+    const double length = element.length;
+    const Target target{point, startExcess < 0};
+    if (!IsGentle(spiral, length, point)) return HalveAsWritten(spiral, length, target);
+    const Point inClothoid = InClothoid(spiral, point);
+    if (target.startsAhead) {
+        if (const auto near = FindNeighbourhood(spiral, length, looks, inClothoid)) {
+            return HalveTowards(spiral, length, *near, target);
         }
     }
-    constexpr Neighbourhood everywhere{0, std::numeric_limits<double>::infinity()};
-    return Halve(spiral, element.length, everywhere, startsAhead, point);
+    return HalveByLooks(spiral, length, inClothoid, target);
 }
 
 }  // namespace kesto
