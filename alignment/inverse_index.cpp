@@ -268,10 +268,11 @@ const InverseIndex& CurrentInverseIndex(RoadDesign& road) noexcept {
 
 Candidate NearestOnRoad(const RoadDesign& road, const InverseIndex& index, Point point,
                         const Stretch& stretch) noexcept {
-    if (index.usable) {
-        if (const std::optional<Candidate> found = SearchIndex(road, index, point, stretch)) return *found;
+    Candidate nearest;
+    if (!index.usable || !SearchIndex(road, index, point, stretch, nearest)) {
+        nearest = WalkElements(road, point, stretch);
     }
-    return WalkElements(road, point, stretch);
+    return nearest;
 }
 
 Candidate NearestOnRoad(RoadDesign& road, Point point, const Stretch& stretch) noexcept {

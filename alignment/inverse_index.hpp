@@ -16,9 +16,10 @@ const InverseIndex& CurrentInverseIndex(RoadDesign& road) noexcept;
 void BuildInverseIndex(RoadDesign& road);
 
 /// The nearest place on the stretch as the index tells it.
-/// @return nothing where it cannot tell: the point is too far away, or too many elements are about equally near
-std::optional<Candidate> SearchIndex(const RoadDesign& road, const InverseIndex& index, Point point,
-                                     const Stretch& stretch) noexcept;
+/// @param nearest in: no place; out: the nearest
+/// @return false where it cannot tell: the point is too far away, or too many elements are about equally near
+bool SearchIndex(const RoadDesign& road, const InverseIndex& index, Point point, const Stretch& stretch,
+                 Candidate& nearest) noexcept;
 
 /// The nearest place on the stretch: by the index of the chain where it can tell, else by the walk.
 Candidate NearestOnRoad(const RoadDesign& road, const InverseIndex& index, Point point,

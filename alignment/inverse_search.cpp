@@ -119,7 +119,7 @@ public:
             at.keys[static_cast<std::size_t>(lane)] = seenBox;
             at.least = LeastOf(at.keys);
             if (level == 0) {
-                if (!SeeLane(nearest)) return false;
+                if (!SeeLane(nearest, at.least)) return false;
             } else if (!(narrow && !MayBeOnNode(level - 1, nearest))) {
                 --level;
                 OpenNode(way[level], level, nearest);
@@ -127,31 +127,29 @@ public:
         }
     }
 
-    /// The kept elements meet in chain order. From a place on the line on, the walk goes on element by element.
-    Candidate Meeting() noexcept {
+    /// The kept elements meet in chain order, and the best becomes the result. From a place on the line on, the walk
+    /// goes on element by element.
+    void MeetAll(Candidate& best) noexcept {
         DropFar();
         if (count > 1) {
             std::sort(kept.begin(), kept.begin() + count,
                       [](const Kept& one, const Kept& other) { return one.element < other.element; });
         }
-        Candidate best;
         for (std::size_t i = 0; i < count; ++i) {
             Kept& it = kept[i];
-            if (!Meet(best, CandidateOf(it), stretch)) return best;
+            if (!Meet(best, CandidateOf(it), stretch)) return;
             if (std::fabs(best.offset) < tolerance::onTheLine) return GoOn(best, it.element);
         }
-        return best;
     }
 
 private:
     static constexpr std::size_t room = 48;        // kept elements
     static constexpr std::size_t mostLevels = 11;  // of nodes, for 2^31 elements
 
-    Candidate GoOn(Candidate best, std::int32_t from) const noexcept {
+    void GoOn(Candidate& best, std::int32_t from) const noexcept {
         for (std::int32_t i = from + 1; i < road.elements.Count(); ++i) {
             if (!Meet(best, CandidateOf(i), stretch)) break;
         }
-        return best;
     }
 
     const ElementSight& Sight(std::int32_t i) const noexcept { return index.elements[static_cast<std::size_t>(i)]; }
@@ -243,15 +241,23 @@ private:
         return true;
     }
 
-    bool See(std::int32_t i) noexcept {
+    /// @param next key of the box that would be seen next
+    /// @return false where there is no room
+    bool See(std::int32_t i, std::int32_t next) noexcept {
         const ElementSight& sight = Sight(i);
         const Bounds bounds = BoundsOf(sight);
         if (bounds.lower > limit) return true;
         if (IsSurelyOn(sight)) Lower(bounds.upper);
-        return Keep(i, bounds.lower);
+        if (!Keep(i, bounds.lower)) return false;
+        const double lower = std::max(bounds.lower, 0.0);
+        if (sight.kind == Kind::Spiral && BoxKey(static_cast<float>(lower * lower)) <= next) {
+            LowerTo(CandidateOf(kept[count - 1]));
+        }
+        return true;
     }
 
-    /// Spirals say how far they are only when they are asked: the one that may be nearest first.
+    /// Spirals say how far they are only when they are asked: the one that may be nearest first. (One that may be
+    /// nearer than all that is still to be seen was asked at once.)
     void AskSpirals() noexcept {
         for (;;) {
             Kept* nearest = nullptr;
@@ -266,7 +272,7 @@ private:
         }
     }
 
-    bool SeeLane(std::int32_t i) noexcept { return (narrow && !MayBeOn(i, i)) || See(i); }
+    bool SeeLane(std::int32_t i, std::int32_t next) noexcept { return (narrow && !MayBeOn(i, i)) || See(i, next); }
 
     /// A node on the way down, and the keys of its boxes that are still to be seen.
     struct Open {
@@ -305,15 +311,16 @@ private:
 
 }  // namespace
 
-std::optional<Candidate> SearchIndex(const RoadDesign& road, const InverseIndex& index, Point point,
-                                     const Stretch& stretch) noexcept {
+bool SearchIndex(const RoadDesign& road, const InverseIndex& index, Point point, const Stretch& stretch,
+                 Candidate& nearest) noexcept {
     if (!(std::fabs(point.x - index.originX) <= tolerance::indexCoordinate &&
           std::fabs(point.y - index.originY) <= tolerance::indexCoordinate)) {
-        return std::nullopt;
+        return false;
     }
     Search search(road, index, point, stretch);
-    if (!search.Descend()) return std::nullopt;
-    return search.Meeting();
+    if (!search.Descend()) return false;
+    search.MeetAll(nearest);
+    return true;
 }
 
 }  // namespace kesto

@@ -105,25 +105,28 @@ double DoubtAhead(double towards) noexcept {
     return static_cast<double>(noRightAngle) * std::fabs(towards) + rounding;
 }
 
-/// Whether a place has the point ahead, where that is certain.
-std::optional<bool> HasAhead(const ClothoidStretch& stretch, double along, Point inClothoid) noexcept {
-    const ClothoidLook look =
-        LookFromClothoid(stretch.rate, stretch.start + stretch.sense * along, inClothoid.x, inClothoid.y);
-    if (std::fabs(look.ahead) < DoubtAhead(look.towards)) return std::nullopt;
-    return (look.ahead > 0) == (stretch.sense > 0);
+/// One end of a stretch of the spiral that holds the foot.
+struct Side {
+    double along;  // m from the spiral's start
+    double ahead;  // m: how far the point lies ahead of it
+};
+
+/// The look at the point from a place.
+ClothoidLook LookFromPlace(const ClothoidStretch& stretch, double along, Point inClothoid) noexcept {
+    return LookFromClothoid(stretch.rate, stretch.start + stretch.sense * along, inClothoid.x, inClothoid.y);
 }
 
-/// The neighbourhood of the foot by Newton's method on g(s), how far the point lies ahead of the place s, with
-/// g' = -(1 - curvature x distance towards the centre).
-/// @return nothing where g may fall less than 0.1 a metre somewhere on the spiral, or the iteration does not settle
-std::optional<Neighbourhood> FindNeighbourhood(const SpiralSight& spiral, double length, const EndLooks& looks,
+/// The neighbourhood of the foot between two places by Newton's method on g(s), how far the point lies ahead of the
+/// place s, with g' = -(1 - curvature x distance towards the centre).
+/// @param curvature the largest between the two places (1/m)
+/// @return nothing where g may fall less than 0.1 a metre somewhere between them, or the iteration does not settle
+std::optional<Neighbourhood> FindNeighbourhood(const ClothoidStretch& stretch, Side lower, Side upper, double curvature,
                                                Point inClothoid) noexcept {
     constexpr int mostSteps = 5;
     constexpr double settled = 2e-4;  // m: a step after which one more changes nothing that counts
     constexpr double leastSlope = 0.1;
-    const ClothoidStretch& stretch = spiral.clothoid.stretch;
-
-    double along = length * looks.start.ahead / (looks.start.ahead - looks.end.ahead);
+    const double length = upper.along - lower.along;
+    double along = lower.along + length * lower.ahead / (lower.ahead - upper.ahead);
     double step = 0;
     double towards = 0;
     double slopeHere = 1;
@@ -135,11 +138,11 @@ std::optional<Neighbourhood> FindNeighbourhood(const SpiralSight& spiral, double
         step = stretch.sense * look.ahead / slopeHere;
         towards = look.towards;
         along += step;
-        if (!(along >= 0 && along <= length)) return std::nullopt;
+        if (!(along >= lower.along && along <= upper.along)) return std::nullopt;
         if (std::fabs(step) < settled) break;
     }
     // The distance towards the centre, h, changes by -curvature x g: that bounds h, and so the slope, everywhere.
-    const double k = spiral.curvature;
+    const double k = curvature;
     const double bend = k * length * length / 2;
     const double farthest = (std::fabs(towards) + settled + bend) / (1 - k * bend);
     const double steepest = 1 + k * farthest;
@@ -195,9 +198,10 @@ double HalveFarFromFoot(Bracket& bracket, const Neighbourhood& near) noexcept {
     constexpr double lessThanWhole = 1 - std::numeric_limits<double>::epsilon();
     double middle = bracket.Middle();
     if (IsNear(near, middle)) return middle;
-    auto share = static_cast<std::uint64_t>(std::min(near.along / bracket.ends[1], lessThanWhole) * 0x1p62);
+    auto share = static_cast<std::uint64_t>(
+        std::min((near.along - bracket.ends[0]) / (bracket.ends[1] - bracket.ends[0]), lessThanWhole) * 0x1p62);
     while (!IsNear(near, middle) && bracket.halvings < digits) {
-        const std::uint64_t behind = (share >> (digits - 1)) & 1U;
+        const auto behind = static_cast<std::size_t>(share >> (digits - 1)) & 1U;
         share <<= 1U;
         bracket.ends[1 - behind] = middle;
         middle = (middle + bracket.ends[behind]) * 0.5;
@@ -224,9 +228,10 @@ std::optional<Foot> EvaluateAndHalve(const SpiralSight& spiral, Bracket& bracket
     return std::nullopt;
 }
 
-/// The bisection, evaluated as written only near the foot.
-Foot HalveTowards(const SpiralSight& spiral, double length, const Neighbourhood& near, const Target& target) noexcept {
-    Bracket bracket{{0, length}};
+/// Goes on with a bisection, evaluated as written only near the foot.
+Foot HalveTowards(const SpiralSight& spiral, double lower, double upper, int halvings, const Neighbourhood& near,
+                  const Target& target) noexcept {
+    Bracket bracket{{lower, upper}, halvings};
     for (double along = HalveFarFromFoot(bracket, near);; along = bracket.Middle()) {
         if (!IsNear(near, along) && bracket.halvings + 1 < mostHalvings) {
             bracket.Halve(along, along < near.along);
@@ -236,16 +241,30 @@ Foot HalveTowards(const SpiralSight& spiral, double length, const Neighbourhood&
     }
 }
 
-/// The bisection, evaluated as written only where a look by short series leaves a doubt.
+/// The bisection, evaluated as written only where a look by short series leaves a doubt, and towards the foot once the
+/// bracket is so short that its neighbourhood may be known.
 Foot HalveByLooks(const SpiralSight& spiral, double length, Point inClothoid, const Target& target) noexcept {
+    constexpr int firstHalvings = 3;
+    const ClothoidStretch& stretch = spiral.clothoid.stretch;
+    Side lower{0, 0};
+    Side upper{length, 0};
     for (Bracket bracket{{0, length}};;) {
+        if (bracket.halvings == firstHalvings && lower.ahead > 0 && upper.ahead < 0) {
+            const double farther = std::max(stretch.sense * lower.along, stretch.sense * upper.along);
+            const double curvature = stretch.rate * (stretch.start + farther);
+            if (const auto near = FindNeighbourhood(stretch, lower, upper, curvature, inClothoid)) {
+                return HalveTowards(spiral, lower.along, upper.along, bracket.halvings, *near, target);
+            }
+        }
         const double along = bracket.Middle();
-        const auto ahead = HasAhead(spiral.clothoid.stretch, along, inClothoid);
-        if (ahead && bracket.halvings + 1 < mostHalvings) {
-            bracket.Halve(along, *ahead == target.startsAhead);
+        const ClothoidLook look = LookFromPlace(stretch, along, inClothoid);
+        const double ahead = stretch.sense * look.ahead;
+        if (std::fabs(ahead) >= DoubtAhead(look.towards) && bracket.halvings + 1 < mostHalvings) {
+            bracket.Halve(along, (ahead > 0) == target.startsAhead);
         } else if (const auto foot = EvaluateAndHalve(spiral, bracket, along, target)) {
             return *foot;
         }
+        (bracket.ends[0] == along ? lower : upper) = {along, ahead};
     }
 }
 
@@ -289,8 +308,10 @@ std::optional<Foot> FootOnSpiral(const Element& element, const SpiralSight& spir
     if (!IsGentle(spiral, length, point)) return HalveAsWritten(spiral, length, target);
     const Point inClothoid = InClothoid(spiral, point);
     if (target.startsAhead) {
-        if (const auto near = FindNeighbourhood(spiral, length, looks, inClothoid)) {
-            return HalveTowards(spiral, length, *near, target);
+        const Side lower{0, looks.start.ahead};
+        const Side upper{length, looks.end.ahead};
+        if (const auto near = FindNeighbourhood(spiral.clothoid.stretch, lower, upper, spiral.curvature, inClothoid)) {
+            return HalveTowards(spiral, 0, length, 0, *near, target);
         }
     }
     return HalveByLooks(spiral, length, inClothoid, target);

@@ -172,7 +172,8 @@ TEST_P(OnRoads, TheIndexFindsWhatTheWalkFinds) {
             const Candidate found = kesto::NearestOnRoad(road, point, stretch);
             const kesto::InverseIndex& index = kesto::CurrentInverseIndex(road);
             ++asked;
-            if (index.usable && kesto::SearchIndex(road, index, point, stretch)) ++told;
+            Candidate nearest;
+            if (index.usable && kesto::SearchIndex(road, index, point, stretch, nearest)) ++told;
             ASSERT_TRUE(IsSame(expected, found))
                 << std::hexfloat << "road " << roads << " point " << points << " (" << point.x << ", " << point.y
                 << ") from " << stretch.lower << " to " << stretch.upper << ": element " << expected.element << " at "
