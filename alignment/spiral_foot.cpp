@@ -111,11 +111,6 @@ struct Side {
     double ahead;  // m: how far the point lies ahead of it
 };
 
-/// The look at the point from a place.
-ClothoidLook LookFromPlace(const ClothoidStretch& stretch, double along, Point inClothoid) noexcept {
-    return LookFromClothoid(stretch.rate, stretch.start + stretch.sense * along, inClothoid.x, inClothoid.y);
-}
-
 /// The neighbourhood of the foot between two places by Newton's method on g(s), how far the point lies ahead of the
 /// place s, with g' = -(1 - curvature x distance towards the centre).
 /// @param curvature the largest between the two places (1/m)
@@ -232,12 +227,14 @@ std::optional<Foot> EvaluateAndHalve(const SpiralSight& spiral, Bracket& bracket
 Foot HalveTowards(const SpiralSight& spiral, double lower, double upper, int halvings, const Neighbourhood& near,
                   const Target& target) noexcept {
     Bracket bracket{{lower, upper}, halvings};
-    for (double along = HalveFarFromFoot(bracket, near);; along = bracket.Middle()) {
+    double along = HalveFarFromFoot(bracket, near);
+    for (;;) {
         if (!IsNear(near, along) && bracket.halvings + 1 < mostHalvings) {
             bracket.Halve(along, along < near.along);
         } else if (const auto foot = EvaluateAndHalve(spiral, bracket, along, target)) {
             return *foot;
         }
+        along = bracket.Middle();
     }
 }
 
@@ -257,7 +254,8 @@ Foot HalveByLooks(const SpiralSight& spiral, double length, Point inClothoid, co
             }
         }
         const double along = bracket.Middle();
-        const ClothoidLook look = LookFromPlace(stretch, along, inClothoid);
+        const double l = stretch.start + stretch.sense * along;
+        const ClothoidLook look = LookFromClothoid(stretch.rate, l, inClothoid.x, inClothoid.y);
         const double ahead = stretch.sense * look.ahead;
         if (std::fabs(ahead) >= DoubtAhead(look.towards) && bracket.halvings + 1 < mostHalvings) {
             bracket.Halve(along, (ahead > 0) == target.startsAhead);
