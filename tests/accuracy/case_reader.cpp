@@ -23,6 +23,7 @@ constexpr double leastSlope = 0.1;        // 1: of the foot's perpendicular; bel
 constexpr double stationBar = 1e-6;       // m
 constexpr double heightBar = 1e-8;        // m
 constexpr double valueBar = 1e-8;         // m, per cent: widths and cross slopes
+constexpr int straightType = 1;
 constexpr int spiralType = 3;
 
 constexpr double none = std::numeric_limits<double>::infinity();
@@ -224,6 +225,14 @@ void CaseReader::AskPosition(Words& words) {
     NotePosition(words, found, x, y, azimuth);
 }
 
+/// Whether the road is one straight, and so short that the rounding of its ends counts at a distance (m).
+bool CaseReader::IsShortFor(double distance) {
+    constexpr double farLengths = 50;
+    Element element{};
+    return GetElementCount(Built()) == 2 && GetElement(road.get(), 1, &element) && element.type == straightType &&
+           distance > farLengths * element.length;
+}
+
 void CaseReader::AskFoot(Words& words) {
     const double x = words.Given();
     const double y = words.Given();
@@ -243,8 +252,10 @@ void CaseReader::AskFoot(Words& words) {
     const char* const place = onSpiral ? "spirals" : "arcs";
     const double bar = onSpiral ? spiralAngle * distance / std::fabs(slope) + spiralFootBar : plainFootBar;
     const char* const barText = onSpiral ? "1.5e-7 · d / (1 - κ · d) + 110 nm" : "100 nm";
-    const bool counts = slope >= leastSlope;
-    const std::string group = counts ? kind : std::string("foot on ") + place + ", 1 - κ · d from 0.001 to 0.1";
+    const bool nearCentre = std::fabs(slope) < leastSlope;
+    const bool counts = !nearCentre && !IsShortFor(distance);
+    std::string group = counts ? kind : "foot on straights shorter than a fiftieth of the offset";
+    if (nearCentre) group = std::string("foot on ") + place + ", 1 - κ · d from 0.001 to 0.1";
     table.Of(group, barText, counts).Add(error, bar);
     const char* const offsetKind =
         onSpiral ? "offset of all these points, on spirals" : "offset of all these points, on straights and arcs";

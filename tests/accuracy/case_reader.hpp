@@ -52,6 +52,7 @@ private:
 
     void AskPoint(Words& words);
     void AskPosition(Words& words);
+    bool IsShortFor(double distance);
     void AskFoot(Words& words);
     void AskContinuous(Words& words);
     void AskStation(Words& words);

@@ -115,7 +115,9 @@ void WritePositions(SetWriter& set, Dice& dice, const RoadData& road, int count)
 /// An offset (m) that is not beyond the centre of curvature: small, large, or towards the centre.
 double DrawOffset(Dice& dice, double curvature) {
     constexpr double leastSlope = 1e-3;
+    constexpr double farthest = 500;  // m
     const double side = dice.Flip() ? 1 : -1;
+    const double bent = curvature == 0 ? side / farthest : curvature;
     double offset = 0;
     switch (dice.Below(8)) {
         case 0: return 0;
@@ -124,10 +126,9 @@ double DrawOffset(Dice& dice, double curvature) {
         case 3: offset = side * dice.LogBetween(1e-3, 100); break;
         case 4:
         case 5: offset = side * dice.Between(0, 30); break;
-        case 6: offset = (1 - dice.Between(0.1, 0.9)) / (curvature == 0 ? side * 0.01 : curvature); break;
-        default: offset = (1 - dice.LogBetween(leastSlope, 0.1)) / (curvature == 0 ? side * 0.01 : curvature); break;
+        case 6: offset = (1 - dice.Between(0.1, 0.9)) / bent; break;
+        default: offset = (1 - dice.LogBetween(leastSlope, 0.1)) / bent; break;
     }
-    constexpr double farthest = 500;  // m
     offset = std::clamp(offset, -farthest, farthest);
     return 1 - curvature * offset < leastSlope ? -offset : offset;
 }

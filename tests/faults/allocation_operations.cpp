@@ -162,8 +162,23 @@ const Record* Several() {
     return made.data();
 }
 
-bool Freezes(RoadDesign* h, Answer&) {
+/// Grade points before all others, each before the last one: their places are looked up among those of many.
+const VerticalCurve* FallingPoints() {
+    static const std::vector<VerticalCurve> made = [] {
+        std::vector<VerticalCurve> points;
+        for (int i = 0; i < 16; ++i) points.push_back(GradePoint(-10.0 - i, 1));
+        return points;
+    }();
+    return made.data();
+}
+
+/// Freezes the road and asks the frozen one, which must have all that its answers need.
+bool Freezes(RoadDesign* h, Answer& answer) {
     const FrozenRoad* const frozen = FreezeRoad(h);
+    if (frozen != nullptr) {
+        answer.count = FrozenGetMileageAndOffset(frozen, 20, 3, &answer.x, &answer.y, &answer.k) +
+                       FrozenGetHeight(frozen, 20, 0, 0, &answer.z);
+    }
     ReleaseFrozenRoad(frozen);
     return frozen != nullptr;
 }
@@ -244,6 +259,7 @@ const Operation lists[] = {
     {"AddBrokenChainList", FullRoad, [](auto* h, auto&) { return AddBrokenChainList(h, Several<BrokenChain>(), 16); }},
     {"AddVerticalCurve", DesignedRoad, [](auto* h, auto&) { return AddVerticalCurve(h, Several<VerticalCurve>()); }},
     {"AddVerticalCurve before others", FullRoad, [](auto* h, auto&) { const VerticalCurve first = GradePoint(-5, 1); return AddVerticalCurve(h, &first); }},
+    {"AddVerticalCurveList before others", FullRoad, [](auto* h, auto&) { return AddVerticalCurveList(h, FallingPoints(), 16); }},
     {"AddVerticalCurveList", DesignedRoad, [](auto* h, auto&) { return AddVerticalCurveList(h, Several<VerticalCurve>(), 16); }},
 };
 

@@ -250,6 +250,7 @@ TEST_P(DiskFaults, TheProcessIsKilledAtAnyMoment) {
     fs::remove(otherFile);
     ASSERT_NE(otherWhole, whole);
     std::mt19937 random(8);
+    ASSERT_GT(Kills(), 0);
     for (int i = 0; i < Kills(); ++i) {
         const pid_t child = fork();
         if (child == 0) {
