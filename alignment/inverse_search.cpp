@@ -3,7 +3,6 @@
 
 #include <algorithm>
 #include <array>
-#include <bit>
 #include <cmath>
 #include <limits>
 
@@ -235,8 +234,11 @@ private:
 
     /// @return false where there is no room
     bool Keep(std::int32_t i, double lower) noexcept {
-        if (count == room) DropFar();
-        if (count == room) return false;
+        if (count == room) {
+            AskSpirals();
+            DropFar();
+            if (count == room) return false;
+        }
         kept[count++] = {lower, i, Kept::Known::Nothing, 0, 0};
         return true;
     }

@@ -2,11 +2,11 @@
 
 #include <algorithm>
 #include <array>
-#include <bit>
 #include <cmath>
 #include <cstddef>
 #include <cstdint>
 #include <limits>
+#include <optional>
 
 #include "core/tolerances.hpp"
 
@@ -15,7 +15,7 @@ namespace kesto {
 namespace {
 
 /// A larger cosine leaves no doubt: the angles that count as right ones, in single precision and 1e-7 rad around it,
-/// have cosines from -1.04e-7 to 1.36e-7.
+/// have cosines from -1.04e-7 to 1.36e-7. The rest is needed: see DoubtAhead().
 inline constexpr float noRightAngle = 1.4e-7F;
 
 /// The angle between the tangent and the vector to the point, less a right angle (rad) - or, where the cosine is far
@@ -99,7 +99,8 @@ Point InClothoid(const SpiralSight& spiral, Point point) noexcept {
 }
 
 /// How far ahead of a place or behind it (m) the point must lie to leave no doubt about it when the bisection gets
-/// there.
+/// there. What noRightAngle exceeds the cosines of right angles by carries what grows with the distance: the error of
+/// the short series, 3e-11, and azimuths that count as north, 1.75e-9 rad.
 double DoubtAhead(double towards) noexcept {
     constexpr double rounding = 2.2e-7;  // m: what counts as the start, what as the point, and some 1e-8
     return static_cast<double>(noRightAngle) * std::fabs(towards) + rounding;
@@ -111,45 +112,59 @@ struct Side {
     double ahead;  // m: how far the point lies ahead of it
 };
 
-/// The neighbourhood of the foot between two places by Newton's method on g(s), how far the point lies ahead of the
-/// place s, with g' = -(1 - curvature x distance towards the centre).
-/// @param curvature the largest between the two places (1/m)
+/// How g, the distance that the point lies ahead of a place (m), falls along a stretch, metre by metre.
+struct Fall {
+    double least;
+    double most;
+    double curving;  // 1/m: how fast it changes, at most
+};
+
+/// The slope of g is -(1 - curvature x h), h being how far the point lies towards the centre, and h changes by
+/// -curvature x g: from h at the foot follow bounds of h, and so of the slope, on all of the stretch.
+/// @param curvature largest of the stretch (1/m); times its length (m) less than 1
+/// @param towards   h (m), not farther from the foot than `beside` (m)
+Fall BoundFall(double rate, double curvature, double length, double towards, double beside) noexcept {
+    const double bend = curvature * length * length / 2;
+    const double farthest = (std::fabs(towards) + beside + bend) / (1 - curvature * bend);
+    const double most = 1 + curvature * farthest;
+    const double least = 1 - curvature * std::max(0.0, towards + beside + bend * most);
+    return {least, most, rate * farthest + curvature * curvature * most * length};
+}
+
+/// The neighbourhood of the foot between two places, of which the first has the point ahead and the second behind, by
+/// Newton's method on g.
+/// @param curvature the largest between the two places (1/m); times their distance less than 1
 /// @return nothing where g may fall less than 0.1 a metre somewhere between them, or the iteration does not settle
 std::optional<Neighbourhood> FindNeighbourhood(const ClothoidStretch& stretch, Side lower, Side upper, double curvature,
                                                Point inClothoid) noexcept {
     constexpr int mostSteps = 5;
     constexpr double settled = 2e-4;  // m: a step after which one more changes nothing that counts
-    constexpr double leastSlope = 0.1;
+    constexpr double leastFall = 0.1;
     const double length = upper.along - lower.along;
     double along = lower.along + length * lower.ahead / (lower.ahead - upper.ahead);
     double step = 0;
     double towards = 0;
-    double slopeHere = 1;
+    double fallHere = 1;
     for (int steps = 0;; ++steps) {
         if (steps == mostSteps) return std::nullopt;
         const double l = stretch.start + stretch.sense * along;
         const ClothoidLook look = LookFromClothoid(stretch.rate, l, inClothoid.x, inClothoid.y);
-        slopeHere = 1 - stretch.rate * l * look.towards;
-        step = stretch.sense * look.ahead / slopeHere;
+        fallHere = 1 - stretch.rate * l * look.towards;
+        step = stretch.sense * look.ahead / fallHere;
         towards = look.towards;
         along += step;
         if (!(along >= lower.along && along <= upper.along)) return std::nullopt;
         if (std::fabs(step) < settled) break;
     }
-    // The distance towards the centre, h, changes by -curvature x g: that bounds h, and so the slope, everywhere.
-    const double k = curvature;
-    const double bend = k * length * length / 2;
-    const double farthest = (std::fabs(towards) + settled + bend) / (1 - k * bend);
-    const double steepest = 1 + k * farthest;
-    const double slope = 1 - k * std::max(0.0, towards + settled + bend * steepest);
-    if (!(slope > leastSlope)) return std::nullopt;
-    const double curving = stretch.rate * farthest + k * k * steepest * length;  // of g, at most
-    const double before = std::fabs(step) * steepest / slope;                    // m: error before the last step
-    const double unsettled = curving / (2 * slope) * before * before;
+    const Fall fall = BoundFall(stretch.rate, curvature, length, towards, settled);
+    if (!(fall.least > leastFall)) return std::nullopt;
+    const double before = std::fabs(step) * fall.most / fall.least;  // m: error before the last step
+    const double unsettled = fall.curving / (2 * fall.least) * before * before;
     const double doubt = DoubtAhead(towards);
-    const double slopeNear = std::max(slope, slopeHere - curving * (doubt / slope + settled));
-    // The stretch that counts as the start is that long whatever the slope: on tight spirals the slope exceeds 2.
-    return Neighbourhood{along, doubt / slopeNear + unsettled + tolerance::distance};
+    const double reach = doubt / fall.least + settled + unsettled;
+    const double fallNear = std::max(fall.least, fallHere - fall.curving * reach);
+    // The stretch that counts as the start is that long however far g falls on it: on tight spirals by more than that.
+    return Neighbourhood{along, doubt / fallNear + unsettled + tolerance::distance};
 }
 
 /// A place of the spiral as the bisection evaluates it.
@@ -181,6 +196,7 @@ struct Bracket {
     void Halve(double middle, bool behind) noexcept { ends[behind ? 0 : 1] = middle, ++halvings; }
 };
 
+/// No number is near, too.
 bool IsNear(const Neighbourhood& near, double along) noexcept {
     return !(std::fabs(along - near.along) > near.halfWidth);
 }
@@ -223,10 +239,9 @@ std::optional<Foot> EvaluateAndHalve(const SpiralSight& spiral, Bracket& bracket
     return std::nullopt;
 }
 
-/// Goes on with a bisection, evaluated as written only near the foot.
-Foot HalveTowards(const SpiralSight& spiral, double lower, double upper, int halvings, const Neighbourhood& near,
+/// Goes on with a bisection whose lower end has the point ahead, evaluated as written only near the foot.
+Foot HalveTowards(const SpiralSight& spiral, Bracket bracket, const Neighbourhood& near,
                   const Target& target) noexcept {
-    Bracket bracket{{lower, upper}, halvings};
     double along = HalveFarFromFoot(bracket, near);
     for (;;) {
         if (!IsNear(near, along) && bracket.halvings + 1 < mostHalvings) {
@@ -240,29 +255,29 @@ Foot HalveTowards(const SpiralSight& spiral, double lower, double upper, int hal
 
 /// The bisection, evaluated as written only where a look by short series leaves a doubt, and towards the foot once the
 /// bracket is so short that its neighbourhood may be known.
-Foot HalveByLooks(const SpiralSight& spiral, double length, Point inClothoid, const Target& target) noexcept {
+Foot HalveByLooks(const SpiralSight& spiral, Side lower, Side upper, Point inClothoid, const Target& target) noexcept {
     constexpr int firstHalvings = 3;
     const ClothoidStretch& stretch = spiral.clothoid.stretch;
-    Side lower{0, 0};
-    Side upper{length, 0};
-    for (Bracket bracket{{0, length}};;) {
+    for (Bracket bracket{{lower.along, upper.along}};;) {
         if (bracket.halvings == firstHalvings && lower.ahead > 0 && upper.ahead < 0) {
             const double farther = std::max(stretch.sense * lower.along, stretch.sense * upper.along);
             const double curvature = stretch.rate * (stretch.start + farther);
             if (const auto near = FindNeighbourhood(stretch, lower, upper, curvature, inClothoid)) {
-                return HalveTowards(spiral, lower.along, upper.along, bracket.halvings, *near, target);
+                return HalveTowards(spiral, bracket, *near, target);
             }
         }
         const double along = bracket.Middle();
         const double l = stretch.start + stretch.sense * along;
         const ClothoidLook look = LookFromClothoid(stretch.rate, l, inClothoid.x, inClothoid.y);
         const double ahead = stretch.sense * look.ahead;
-        if (std::fabs(ahead) >= DoubtAhead(look.towards) && bracket.halvings + 1 < mostHalvings) {
+        const bool isStart = along < tolerance::distance;  // it is evaluated there, however far g falls until here
+        if (!isStart && std::fabs(ahead) >= DoubtAhead(look.towards) && bracket.halvings + 1 < mostHalvings) {
             bracket.Halve(along, (ahead > 0) == target.startsAhead);
         } else if (const auto foot = EvaluateAndHalve(spiral, bracket, along, target)) {
             return *foot;
         }
-        (bracket.ends[0] == along ? lower : upper) = {along, ahead};
+        Side& moved = bracket.ends[0] == along ? lower : upper;
+        moved = {along, ahead};
     }
 }
 
@@ -273,7 +288,7 @@ Foot HalveAsWritten(const SpiralSight& spiral, double length, const Target& targ
     }
 }
 
-/// Whether the short series suffice: moderate turns, and a moderate size.
+/// Whether the short series suffice: moderate turns, and a size at which their error is no matter (see DoubtAhead()).
 bool IsGentle(const SpiralSight& spiral, double length, Point point) noexcept {
     constexpr double mostAngle = 0.7;     // rad, from the clothoid's origin
     constexpr double mostTurn = 1.0;      // rad, with the larger curvature
@@ -305,14 +320,14 @@ std::optional<Foot> FootOnSpiral(const Element& element, const SpiralSight& spir
     const Target target{point, startExcess < 0};
     if (!IsGentle(spiral, length, point)) return HalveAsWritten(spiral, length, target);
     const Point inClothoid = InClothoid(spiral, point);
+    const Side lower{0, looks.start.ahead};
+    const Side upper{length, looks.end.ahead};
     if (target.startsAhead) {
-        const Side lower{0, looks.start.ahead};
-        const Side upper{length, looks.end.ahead};
         if (const auto near = FindNeighbourhood(spiral.clothoid.stretch, lower, upper, spiral.curvature, inClothoid)) {
-            return HalveTowards(spiral, 0, length, 0, *near, target);
+            return HalveTowards(spiral, {{0, length}}, *near, target);
         }
     }
-    return HalveByLooks(spiral, length, inClothoid, target);
+    return HalveByLooks(spiral, lower, upper, inClothoid, target);
 }
 
 }  // namespace kesto

@@ -5,11 +5,13 @@
 #include <bit>
 #include <cmath>
 #include <limits>
+#include <optional>
 #include <random>
 #include <vector>
 
 #include "alignment/chain_builder.hpp"
 #include "alignment/chainage.hpp"
+#include "alignment/position.hpp"
 #include "quadrature.hpp"
 
 using kesto::ChainIndex;
@@ -133,6 +135,28 @@ TEST(ChainLookup, IndexIsNotOlderThanTheChain) {
         ASSERT_EQ(Answers(road, index, m, 0), Answers(road, nullptr, m, 0)) << "round " << round;
     }
     EXPECT_GT(indexed, 100);
+}
+
+// Roads of more than 4096 elements keep no frames of them.
+TEST(ChainLookup, PositionsAreThoseOfTheWalkOnRoadsOfAnyLength) {
+    for (const int elements : {4000, 4200}) {
+        RoadDesign road;
+        kesto::SetStart(road, 0, 0, 0);
+        for (int i = 0; i < elements; ++i) {
+            road.elements.Insert(MakeElement(1 + i % 3, i % 2 == 0, 500, i % 3 == 2 ? 0 : 500, 90));
+        }
+        ASSERT_TRUE(kesto::BuildChain(road));
+        const RoadDesign plain = road;
+        const kesto::ChainView walk = plain;
+        for (int query = 0; query < 300; ++query) {
+            const kesto::StakeMileage stake{query * elements * 0.3 + 0.1, 0};
+            const std::optional<kesto::Position> found = kesto::CentrePoint(road, stake);
+            const std::optional<kesto::Position> expected = kesto::CentrePoint(walk, stake);
+            ASSERT_TRUE(found && expected) << elements << " " << stake.mileage;
+            ASSERT_EQ(Bits(found->x), Bits(expected->x)) << elements << " " << stake.mileage;
+            ASSERT_EQ(Bits(found->azimuth), Bits(expected->azimuth)) << elements << " " << stake.mileage;
+        }
+    }
 }
 
 }  // namespace

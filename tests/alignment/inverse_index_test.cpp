@@ -197,7 +197,7 @@ Point PointAt(const Element& spiral, double radius, Dice& dice) {
     const auto at = kesto::Evaluate(spiral, anywhere ? spiral.length * dice.Between(0, 1) : 0);
     const kesto::Position moved = kesto::Moved(*at, {dice.In(8) ? 0 : side * reach});
     if (anywhere) return {moved.x, moved.y};
-    const double shift = dice.LogBetween(1e-9, 1e-5);
+    const double shift = (dice.In(2) ? 1 : -1) * dice.LogBetween(1e-9, 1e-5);
     const kesto::Heading heading = kesto::HeadingOf(spiral.startAzimuth);
     return {moved.x + shift * heading.cosine, moved.y + shift * heading.sine};
 }
