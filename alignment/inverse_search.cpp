@@ -30,35 +30,40 @@ Bounds FromFoot(double toFoot, double toStart) noexcept {
     return {toFoot - tolerance::indexSlack, toStart + tolerance::indexSlack};
 }
 
-Bounds BoundsOnStraight(const ElementSight& sight, Point point, double toStart) noexcept {
+/// Distance to the element's start point (m).
+double ToStart(const ElementSight& sight, Point point) noexcept {
+    return Distance({sight.frame.x, sight.frame.y}, point);
+}
+
+Bounds BoundsOnStraight(const ElementSight& sight, Point point) noexcept {
     const double dx = point.x - sight.frame.x;
     const double dy = point.y - sight.frame.y;
     const double along = dx * sight.toEnd.cosine + dy * sight.toEnd.sine;
     const double beyond = std::max(-along, along - sight.frame.length);  // m: outside the element
-    if (beyond > tolerance::indexSlack) return Around(toStart);
+    if (beyond > tolerance::indexSlack) return Around(ToStart(sight, point));
     const double toFoot = std::fabs(dy * sight.toEnd.cosine - dx * sight.toEnd.sine);
-    return beyond < -tolerance::indexSlack ? Around(toFoot) : FromFoot(toFoot, toStart);
+    return beyond < -tolerance::indexSlack ? Around(toFoot) : FromFoot(toFoot, ToStart(sight, point));
 }
 
-Bounds BoundsOnArc(const ElementSight& sight, Point point, double toStart) noexcept {
+Bounds BoundsOnArc(const ElementSight& sight, Point point) noexcept {
     const FootFrame& arc = sight.frame;
     const double dx = point.x - arc.centreX;
     const double dy = point.y - arc.centreY;
     const double radial = std::sqrt(dx * dx + dy * dy);
     const double toFoot = std::fabs(radial - arc.radius);
-    if (!sight.isShortArc) return FromFoot(toFoot, toStart);
+    if (!sight.isShortArc) return FromFoot(toFoot, ToStart(sight, point));
     // How far the point lies outside the two radii that bound the arc, as seen at the arc itself: areas, with its
     // radius as the other side.
     const double fromStart = dx * (arc.y - arc.centreY) - dy * (arc.x - arc.centreX);
     const double fromEnd = (dy * sight.toEnd.cosine - dx * sight.toEnd.sine) * arc.radius;
     const double outside = arc.left ? -std::min(fromStart, fromEnd) : std::max(fromStart, fromEnd);
     const double slack = tolerance::indexSlack * (radial + arc.radius);
-    if (outside > slack) return Around(toStart);
-    return outside < -slack ? Around(toFoot) : FromFoot(toFoot, toStart);
+    if (outside > slack) return Around(ToStart(sight, point));
+    return outside < -slack ? Around(toFoot) : FromFoot(toFoot, ToStart(sight, point));
 }
 
 /// A spiral has no foot where both ends see the point clearly ahead, or behind. Its foot lies near the chord.
-Bounds BoundsOnSpiral(const SpiralSight& spiral, Point point, double toStart) noexcept {
+Bounds BoundsOnSpiral(const SpiralSight& spiral, Point point) noexcept {
     constexpr double clearly = 1e-6;  // of the distance
     const double dx = point.x - spiral.start.x;
     const double dy = point.y - spiral.start.y;
@@ -68,7 +73,9 @@ Bounds BoundsOnSpiral(const SpiralSight& spiral, Point point, double toStart) no
     const double fromEnd = (dx - chordX) * spiral.endHeading.cosine + (dy - chordY) * spiral.endHeading.sine;
     const double most = std::fabs(dx) + std::fabs(dy) + std::fabs(chordX) + std::fabs(chordY);  // m: distance to an end
     const double least = tolerance::indexSlack + clearly * most;
-    if (std::min(fromStart, fromEnd) > least || std::max(fromStart, fromEnd) < -least) return Around(toStart);
+    if (std::min(fromStart, fromEnd) > least || std::max(fromStart, fromEnd) < -least) {
+        return Around(Distance({spiral.start.x, spiral.start.y}, point));
+    }
     const double squared = chordX * chordX + chordY * chordY;
     const double part = squared > 0 ? std::clamp((dx * chordX + dy * chordY) / squared, 0.0, 1.0) : 0;
     const double toChord = Distance({dx, dy}, {part * chordX, part * chordY});
@@ -192,12 +199,10 @@ private:
     }
 
     Bounds BoundsOf(const ElementSight& sight) const noexcept {
-        const double toStart = Distance({sight.frame.x, sight.frame.y}, point);
-        if (sight.kind == Kind::StartOnly) return FromFoot(toStart, toStart);
-        if (sight.kind == Kind::Straight) return BoundsOnStraight(sight, point, toStart);
-        if (sight.kind == Kind::Arc) return BoundsOnArc(sight, point, toStart);
-        const SpiralSight& spiral = SpiralOf(sight);
-        return BoundsOnSpiral(spiral, point, toStart);
+        if (sight.kind == Kind::StartOnly) return Around(ToStart(sight, point));
+        if (sight.kind == Kind::Straight) return BoundsOnStraight(sight, point);
+        if (sight.kind == Kind::Arc) return BoundsOnArc(sight, point);
+        return BoundsOnSpiral(SpiralOf(sight), point);
     }
 
     /// Whether a candidate of the element whose distance is bounded from above lies on the stretch: a foot on a
