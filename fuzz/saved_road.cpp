@@ -3,8 +3,8 @@
 #include <algorithm>
 #include <cmath>
 #include <cstdint>
-#include <memory>
 
+#include "owned_road.hpp"
 #include "require.hpp"
 
 namespace kesto::fuzz {
@@ -16,15 +16,6 @@ std::int32_t StatusOfLastFailure(RoadDesign* road) {
     GetLastFailure(road, &failure);
     return failure.status;
 }
-
-class Road {
-public:
-    Road() : handle(StartRoadDesign(), EndRoadDesign) {}
-    operator RoadDesign*() const { return handle.get(); }  // NOLINT(google-explicit-constructor)
-
-private:
-    std::unique_ptr<RoadDesign, decltype(&EndRoadDesign)> handle;
-};
 
 }  // namespace
 
@@ -74,7 +65,7 @@ void RequireFixedPoint(RoadDesign* road) {
     // the second.
     const std::string first = SavedText(road);
     if (first.empty()) return;
-    const Road back;
+    const test::Road back;
     if (!OpenText(back, first) && IsReadable(first)) {
         Failure failure{};
         GetLastFailure(back, &failure);
@@ -84,7 +75,7 @@ void RequireFixedPoint(RoadDesign* road) {
     const std::string second = SavedText(back);
     if (!IsReadable(first) || !IsReadable(second)) return;
     Require(!second.empty(), "what was read from a saved file can be saved");
-    const Road again;
+    const test::Road again;
     Require(OpenText(again, second), "what was saved again is read whole");
     Require(SavedText(again) == second, "from its second file on a road is saved the same");
 }

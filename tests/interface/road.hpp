@@ -1,26 +1,16 @@
-/// What the interface tests share: a road that ends itself, elements joined end to end, and answers as values.
+/// What the interface tests share: elements joined end to end, and answers as values.
 #pragma once
 
 #include <gtest/gtest.h>
 
 #include <cstdint>
-#include <memory>
 #include <optional>
 #include <string>
 #include <vector>
 
-#include "kesto_road/kesto_road.h"
+#include "owned_road.hpp"
 
 namespace kesto::test {
-
-class Road {
-public:
-    Road() : handle(StartRoadDesign(), EndRoadDesign) {}
-    operator RoadDesign*() const { return handle.get(); }  // NOLINT(google-explicit-constructor)
-
-private:
-    std::unique_ptr<RoadDesign, decltype(&EndRoadDesign)> handle;
-};
 
 inline constexpr std::uint8_t left = 0;
 inline constexpr std::uint8_t right = 1;
