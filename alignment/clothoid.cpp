@@ -80,7 +80,7 @@ constexpr std::array<Node, 8> gaussLegendre = {{{0.0950125098376374402, 0.189450
                                                 {0.8656312023878317439, 0.0951585116824927848},
                                                 {0.9445750230732325761, 0.0622535239386478929},
                                                 {0.9894009349916499326, 0.0271524594117540949}}};
-inline constexpr double panelTurn = 1.0;     // rad: a panel that turns no more is exact to the last digits
+inline constexpr double panelTurn = 4.0;     // rad: a panel that turns no more is exact to the last digits
 inline constexpr double largestTurn = 1000;  // rad: far above any stretch whose terms stay bounded
 
 /// The tangent's direction integrated along the stretch.
