@@ -11,7 +11,6 @@ namespace kesto {
 
 namespace {
 
-/// A search begins where the row before ended: rows often come in road order.
 void LocateEach(const RoadSearch& search, const PointRows& rows) noexcept {
     for (std::int32_t row = 0; row < rows.count; ++row) {
         const Point point{rows.x[row], rows.y[row]};

@@ -26,8 +26,6 @@ struct Probe {
     double angle;     // rad: between the tangent and the vector to the point, in single precision
 };
 
-inline constexpr int mostHalvings = 100;
-
 Probe MakeProbe(double along, const Position& place, Point point) noexcept {
     const Heading heading = HeadingOf(place.azimuth);
     const Look look = LookFrom({place.x, place.y}, heading, LengthOf(heading), point);
@@ -65,7 +63,7 @@ std::optional<Probe> FindSquare(const Element& spiral, Point point) noexcept {
         if (!place) return std::nullopt;
         const Probe middle = MakeProbe(along, *place, point);
         if (IsAtPoint(middle) || IsSquare(middle)) return middle;
-        if (++halvings == mostHalvings) return middle;
+        if (++halvings == mostFootHalvings) return middle;
         Narrow(lower, upper, middle);
     }
 }

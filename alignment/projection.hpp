@@ -72,6 +72,7 @@ std::optional<Foot> FootOnLine(const FootFrame& line, Point point) noexcept;
 std::optional<Foot> FootOnArc(const FootFrame& arc, Point point) noexcept;
 
 inline constexpr double rightAngle = std::numbers::pi / 2;  // rad
+inline constexpr int mostFootHalvings = 100;                // of the bracket around the foot on a spiral
 
 /// How a point is seen from a place of a spiral.
 struct Look {

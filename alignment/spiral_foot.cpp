@@ -184,8 +184,6 @@ Middle EvaluateMiddle(const SpiralSight& spiral, double along, Point point) noex
     return middle;
 }
 
-inline constexpr int mostHalvings = 100;
-
 /// The bracket of a bisection (m from the spiral's start).
 struct Bracket {
     std::array<double, 2> ends;  // lower, upper
@@ -232,7 +230,7 @@ std::optional<Foot> EvaluateAndHalve(const SpiralSight& spiral, Bracket& bracket
                                      const Target& target) noexcept {
     const Middle middle = EvaluateMiddle(spiral, along, target.point);
     const double excess = AngleExcess(middle.look.cosine);
-    if (IsAtPoint(middle.look) || IsSquare(excess) || bracket.halvings + 1 == mostHalvings) {
+    if (IsAtPoint(middle.look) || IsSquare(excess) || bracket.halvings + 1 == mostFootHalvings) {
         return FootAt(along, middle.place, middle.heading, target.point);
     }
     bracket.Halve(along, (excess < 0) == target.startsAhead);
@@ -244,7 +242,7 @@ Foot HalveTowards(const SpiralSight& spiral, Bracket bracket, const Neighbourhoo
                   const Target& target) noexcept {
     double along = HalveFarFromFoot(bracket, near);
     for (;;) {
-        if (!IsNear(near, along) && bracket.halvings + 1 < mostHalvings) {
+        if (!IsNear(near, along) && bracket.halvings + 1 < mostFootHalvings) {
             bracket.Halve(along, along < near.along);
         } else if (const auto foot = EvaluateAndHalve(spiral, bracket, along, target)) {
             return *foot;
@@ -271,7 +269,7 @@ Foot HalveByLooks(const SpiralSight& spiral, Side lower, Side upper, Point inClo
         const ClothoidLook look = LookFromClothoid(stretch.rate, l, inClothoid.x, inClothoid.y);
         const double ahead = stretch.sense * look.ahead;
         const bool isStart = along < tolerance::distance;  // it is evaluated there, however far g falls until here
-        if (!isStart && std::fabs(ahead) >= DoubtAhead(look.towards) && bracket.halvings + 1 < mostHalvings) {
+        if (!isStart && std::fabs(ahead) >= DoubtAhead(look.towards) && bracket.halvings + 1 < mostFootHalvings) {
             bracket.Halve(along, (ahead > 0) == target.startsAhead);
         } else if (const auto foot = EvaluateAndHalve(spiral, bracket, along, target)) {
             return *foot;
