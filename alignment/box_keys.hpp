@@ -8,7 +8,7 @@
 #include <cstdint>
 #include <limits>
 
-#include "core/inverse_index.hpp"
+#include "core/derived/inverse_index.hpp"
 
 namespace kesto {
 

@@ -4,10 +4,10 @@
 #include <cmath>
 #include <optional>
 
-#include "alignment/element_cut.hpp"
 #include "alignment/element_generation.hpp"
-#include "alignment/element_geometry.hpp"
 #include "core/tolerances.hpp"
+#include "geometry/element_cut.hpp"
+#include "geometry/element_geometry.hpp"
 
 namespace kesto {
 

@@ -4,8 +4,8 @@
 #include <cmath>
 #include <limits>
 
-#include "alignment/element_geometry.hpp"
 #include "core/tolerances.hpp"
+#include "geometry/element_geometry.hpp"
 
 namespace kesto {
 

@@ -3,7 +3,7 @@
 
 #include <cstdint>
 
-#include "core/chain_index.hpp"
+#include "core/derived/chain_index.hpp"
 #include "core/road_design.hpp"
 
 namespace kesto {

@@ -8,8 +8,8 @@
 
 #include "alignment/element_generation.hpp"
 #include "alignment/generated_elements.hpp"
-#include "core/angles.hpp"
 #include "core/tolerances.hpp"
+#include "geometry/angles.hpp"
 
 namespace kesto {
 

@@ -5,9 +5,9 @@
 #include <cmath>
 #include <limits>
 
-#include "alignment/projection.hpp"
 #include "core/road_design.hpp"
 #include "core/tolerances.hpp"
+#include "geometry/projection.hpp"
 
 namespace kesto {
 

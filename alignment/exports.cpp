@@ -3,19 +3,15 @@
 #include <cstddef>
 #include <optional>
 
-#include "alignment/batch.hpp"
 #include "alignment/broken_chains.hpp"
 #include "alignment/intersection_method.hpp"
 #include "alignment/inverse.hpp"
 #include "alignment/position.hpp"
-#include "alignment/transition.hpp"
 #include "core/guard.hpp"
 
 using kesto::GuardBool;
 using kesto::GuardFrozen;
 using kesto::Outcome;
-using kesto::PlaceRows;
-using kesto::PointRows;
 using kesto::RequireFinite;
 
 namespace {
@@ -25,20 +21,6 @@ void Write(const kesto::Position& position, double* x, double* y, double* azimut
     *x = position.x;
     *y = position.y;
     *azimuth = position.azimuth;
-}
-
-/// Element evaluation: outputs 0 unless it succeeds.
-Outcome EvaluateInto(const Element& element, double distance, double* x, double* y, double* azimuth) noexcept {
-    const Element copy = element;  // an output may lie in the caller's record
-    Write({}, x, y, azimuth);
-    if (Outcome finite = RequireFinite(
-            {distance, copy.startX, copy.startY, copy.startAzimuth, copy.startRadius, copy.endRadius, copy.length});
-        !finite)
-        return finite;
-    const kesto::Result<kesto::Position> position = kesto::Evaluate(copy, distance);
-    if (!position) return position.failure();
-    Write(*position, x, y, azimuth);
-    return {};
 }
 
 Outcome PositionInto(const kesto::ChainView& chain, kesto::StakeMileage stake, kesto::Offset offset, double* x,
@@ -69,19 +51,6 @@ Outcome IndexInto(const FrozenRoad& frozen, kesto::StakeMileage stake, std::int3
     const kesto::Result<std::int32_t> found = IndexAt(frozen, stake);
     if (!found) return found.failure();
     *index = *found;
-    return {};
-}
-
-template <class Road>
-Outcome StakeInto(Road& road, kesto::Point point, StakeCoordinate& stake, std::int32_t& occurrence) {
-    if (Outcome finite = RequireFinite({point.x, point.y}); !finite) return finite;
-    return kesto::NearestStake(road, point, stake, occurrence);
-}
-
-Outcome EaseInto(double startRadius, double endRadius, double length, EaseParam* out) noexcept {
-    const kesto::Result<EaseParam> parameters = kesto::EaseParameters(startRadius, endRadius, length);
-    if (!parameters) return parameters.failure();
-    *out = *parameters;
     return {};
 }
 
@@ -137,8 +106,6 @@ Outcome AddChains(RoadDesign& road, const BrokenChain* chains, std::int32_t coun
 // clang-format off
 int32_t KESTO_CALL GetIntersectionIndex(RoadDesign* h, double m, int32_t k) { return kesto::GuardValue<int32_t>(h, {0, -1}, [&](RoadDesign& road) { return IndexAt(road, {m, k}); }); }
 
-bool KESTO_CALL GetElementPositionAndAzimuth(RoadDesign* h, const Element* e, double s, double* x, double* y, double* a) { return GuardBool(h, [&](RoadDesign&) { return EvaluateInto(*e, s, x, y, a); }, e, x, y, a); }
-bool KESTO_CALL CalcEaseParam(RoadDesign* h, double startRadius, double endRadius, double length, EaseParam* out) { return GuardBool(h, [&](RoadDesign&) { return EaseInto(startRadius, endRadius, length, out); }, out); }
 
 int32_t KESTO_CALL GetBrokenChainCount(RoadDesign* h) { return kesto::CountRecords(h, &RoadDesign::brokenChains); }
 bool KESTO_CALL AddBrokenChain(RoadDesign* h, const BrokenChain* r) { return GuardBool(h, [&](RoadDesign& road) { return kesto::InsertBrokenChain(road, *r); }, r); }
@@ -154,25 +121,11 @@ bool KESTO_CALL GetPositionAndAzimuth(RoadDesign* h, double m, double offset, do
 
 bool KESTO_CALL GetMileageAndOffset(RoadDesign* h, double x, double y, double* m, double* offset, int32_t* k) { return GuardBool(h, [&](RoadDesign& road) { return LocateInto(road, {x, y}, {m, offset, k}); }, m, offset, k); }
 bool KESTO_CALL GetMileAndOffsetInLim(RoadDesign* h, double x, double y, double lower, int32_t lowerK, double upper, int32_t upperK, double* m, double* offset, int32_t* k) { return GuardBool(h, [&](RoadDesign& road) { return LocateBetweenInto(road, {x, y}, {lower, lowerK}, {upper, upperK}, {m, offset, k}); }, m, offset, k); }
-bool KESTO_CALL GetNearbyStakeCoordinate(RoadDesign* h, double x, double y, StakeCoordinate* stake, int32_t* k) { return GuardBool(h, [&](RoadDesign& road) { return StakeInto(road, {x, y}, *stake, *k); }, stake, k); }
 
-bool KESTO_CALL GetMileageAndOffsetBatch(RoadDesign* h, int32_t n, const double* x, int32_t xStep, const double* y, int32_t yStep, double* m, int32_t mStep, double* offset, int32_t offsetStep, int32_t* k, int32_t kStep, uint8_t* status, int32_t statusStep) {
-    return GuardBool(h, [&](RoadDesign& road) { return kesto::RunBatch(road, PointRows{n, {x, xStep}, {y, yStep}, {m, mStep}, {offset, offsetStep}, {k, kStep}, {status, statusStep}}); });
-}
-bool KESTO_CALL GetPositionAndAzimuthBatch(RoadDesign* h, int32_t n, const double* m, int32_t mStep, const int32_t* k, int32_t kStep, const double* offset, int32_t offsetStep, const double* angle, int32_t angleStep, double* x, int32_t xStep, double* y, int32_t yStep, double* a, int32_t aStep, uint8_t* status, int32_t statusStep) {
-    return GuardBool(h, [&](RoadDesign& road) { return kesto::RunBatch(road, PlaceRows{n, {m, mStep}, {k, kStep}, {offset, offsetStep}, {angle, angleStep, kesto::squareAngle}, {x, xStep}, {y, yStep}, {a, aStep}, {status, statusStep}}); });
-}
 
 int32_t KESTO_CALL FrozenGetIntersectionIndex(const FrozenRoad* f, double m, int32_t k, int32_t* index) { return GuardFrozen(f, [&](const FrozenRoad& frozen) { return IndexInto(frozen, {m, k}, index); }, index); }
 int32_t KESTO_CALL FrozenGetSrcMileage(const FrozenRoad* f, double* m, int32_t k) { return GuardFrozen(f, [&](const FrozenRoad& frozen) { return MileageInto(frozen, m, k); }, m); }
-int32_t KESTO_CALL FrozenGetNearbyStakeCoordinate(const FrozenRoad* f, double x, double y, StakeCoordinate* stake, int32_t* k) { return GuardFrozen(f, [&](const FrozenRoad& frozen) { return StakeInto(frozen, {x, y}, *stake, *k); }, stake, k); }
 int32_t KESTO_CALL FrozenGetMileageAndOffset(const FrozenRoad* f, double x, double y, double* m, double* offset, int32_t* k) { return GuardFrozen(f, [&](const FrozenRoad& frozen) { return LocateInto(frozen, {x, y}, {m, offset, k}); }, m, offset, k); }
 int32_t KESTO_CALL FrozenGetMileAndOffsetInLim(const FrozenRoad* f, double x, double y, double lower, int32_t lowerK, double upper, int32_t upperK, double* m, double* offset, int32_t* k) { return GuardFrozen(f, [&](const FrozenRoad& frozen) { return LocateBetweenInto(frozen, {x, y}, {lower, lowerK}, {upper, upperK}, {m, offset, k}); }, m, offset, k); }
 int32_t KESTO_CALL FrozenGetPositionAndAzimuth(const FrozenRoad* f, double m, double offset, double angle, double* x, double* y, double* a, int32_t k) { return GuardFrozen(f, [&](const FrozenRoad& frozen) { return PositionInto(frozen.road, {m, k}, {offset, angle}, x, y, a); }, x, y, a); }
-int32_t KESTO_CALL FrozenGetMileageAndOffsetBatch(const FrozenRoad* f, int32_t n, const double* x, int32_t xStep, const double* y, int32_t yStep, double* m, int32_t mStep, double* offset, int32_t offsetStep, int32_t* k, int32_t kStep, uint8_t* status, int32_t statusStep) {
-    return GuardFrozen(f, [&](const FrozenRoad& frozen) { return kesto::RunBatch(frozen, PointRows{n, {x, xStep}, {y, yStep}, {m, mStep}, {offset, offsetStep}, {k, kStep}, {status, statusStep}}); });
-}
-int32_t KESTO_CALL FrozenGetPositionAndAzimuthBatch(const FrozenRoad* f, int32_t n, const double* m, int32_t mStep, const int32_t* k, int32_t kStep, const double* offset, int32_t offsetStep, const double* angle, int32_t angleStep, double* x, int32_t xStep, double* y, int32_t yStep, double* a, int32_t aStep, uint8_t* status, int32_t statusStep) {
-    return GuardFrozen(f, [&](const FrozenRoad& frozen) { return kesto::RunBatch(frozen, PlaceRows{n, {m, mStep}, {k, kStep}, {offset, offsetStep}, {angle, angleStep, kesto::squareAngle}, {x, xStep}, {y, yStep}, {a, aStep}, {status, statusStep}}); });
-}
 // clang-format on

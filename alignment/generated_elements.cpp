@@ -2,7 +2,7 @@
 
 #include <cmath>
 
-#include "core/angles.hpp"
+#include "geometry/angles.hpp"
 
 namespace kesto {
 

@@ -3,9 +3,9 @@
 
 #include <cstdint>
 
-#include "alignment/element_geometry.hpp"
-#include "alignment/projection.hpp"
 #include "core/counted_list.hpp"
+#include "geometry/element_geometry.hpp"
+#include "geometry/projection.hpp"
 
 namespace kesto {
 

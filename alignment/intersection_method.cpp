@@ -7,8 +7,8 @@
 #include "alignment/chain_builder.hpp"
 #include "alignment/element_generation.hpp"
 #include "alignment/generated_elements.hpp"
-#include "core/angles.hpp"
 #include "core/tolerances.hpp"
+#include "geometry/angles.hpp"
 
 namespace kesto {
 

@@ -5,10 +5,10 @@
 #include <vector>
 
 #include "alignment/chainage.hpp"
-#include "alignment/projection.hpp"
-#include "alignment/transition.hpp"
 #include "core/result.hpp"
 #include "core/road_design.hpp"
+#include "geometry/projection.hpp"
+#include "geometry/transition.hpp"
 
 namespace kesto {
 

@@ -2,9 +2,9 @@
 #pragma once
 
 #include "alignment/chainage.hpp"
-#include "alignment/projection.hpp"
 #include "core/frozen_road.hpp"
 #include "core/result.hpp"
+#include "geometry/projection.hpp"
 
 namespace kesto {
 
@@ -52,12 +52,5 @@ Outcome Locate(RoadDesign& road, Point point, std::optional<Located>& located);
 /// @param located out: as Locate(), with the limits for the road's ends
 Outcome LocateBetween(RoadDesign& road, Point point, StakeMileage lower, StakeMileage upper,
                       std::optional<Located>& located);
-
-/// The design stake nearest to the foot of a point; on a tie the later one, beyond the list its nearer end.
-/// @param stake      out: untouched on failure
-/// @param occurrence out: of the foot's stake mileage, written whenever Locate() finds something
-/// @return fails as Locate(), and where there is no stake list
-Outcome NearestStake(RoadDesign& road, Point point, StakeCoordinate& stake, std::int32_t& occurrence);
-Outcome NearestStake(const FrozenRoad& frozen, Point point, StakeCoordinate& stake, std::int32_t& occurrence) noexcept;
 
 }  // namespace kesto

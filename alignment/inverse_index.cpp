@@ -6,8 +6,8 @@
 #include <new>
 #include <numbers>
 
-#include "core/angles.hpp"
 #include "core/tolerances.hpp"
+#include "geometry/angles.hpp"
 
 namespace kesto {
 

@@ -8,8 +8,8 @@
 
 #include "alignment/box_keys.hpp"
 #include "alignment/inverse_index.hpp"
-#include "alignment/spiral_foot.hpp"
 #include "core/tolerances.hpp"
+#include "geometry/spiral_foot.hpp"
 
 namespace kesto {
 

@@ -2,8 +2,8 @@
 
 #include <cmath>
 
-#include "core/angles.hpp"
 #include "core/tolerances.hpp"
+#include "geometry/angles.hpp"
 
 namespace kesto {
 

@@ -2,7 +2,7 @@
 #pragma once
 
 #include "alignment/chainage.hpp"
-#include "alignment/element_geometry.hpp"
+#include "geometry/element_geometry.hpp"
 
 namespace kesto {
 

@@ -1,11 +1,15 @@
 # The shared library: rooms and exports, and what is installed with it.
 add_library(kesto_road SHARED
     core/exports.cpp
+    geometry/exports.cpp
     alignment/exports.cpp
     profile/exports.cpp
     section/exports.cpp
     design/exports.cpp
-    io/exports.cpp)
+    bulk/exports.cpp
+    io/exports.cpp
+    exchange/exports.cpp
+    part/exports.cpp)
 add_library(kesto::kesto_road ALIAS kesto_road)
 target_link_libraries(kesto_road PRIVATE kesto_rooms kesto_flags)
 target_compile_definitions(kesto_road PRIVATE KESTO_ROAD_BUILDING)

@@ -9,11 +9,11 @@
 #include <string>
 #include <vector>
 
-#include "core/chain_index.hpp"
 #include "core/counted_list.hpp"
-#include "core/inverse_index.hpp"
-#include "core/profile_cache.hpp"
-#include "core/stake_order.hpp"
+#include "core/derived/chain_index.hpp"
+#include "core/derived/inverse_index.hpp"
+#include "core/derived/profile_cache.hpp"
+#include "core/derived/stake_order.hpp"
 #include "kesto_road/kesto_road.h"
 
 namespace kesto {

@@ -1,8 +1,8 @@
 #include "design/design_run.hpp"
 
 #include "alignment/chain_builder.hpp"
-#include "alignment/element_geometry.hpp"
 #include "design/stakes.hpp"
+#include "geometry/element_geometry.hpp"
 #include "profile/vertical_curves.hpp"
 
 namespace kesto {

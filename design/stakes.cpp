@@ -6,11 +6,11 @@
 #include <string_view>
 
 #include "alignment/chainage.hpp"
-#include "alignment/element_geometry.hpp"
 #include "alignment/position.hpp"
 #include "core/stake_text.hpp"
 #include "core/text.hpp"
 #include "core/tolerances.hpp"
+#include "geometry/element_geometry.hpp"
 
 namespace kesto {
 

@@ -10,8 +10,6 @@
 
 #include "core/guard.hpp"
 #include "section/change_sections.hpp"
-#include "section/freeze.hpp"
-#include "section/height_batch.hpp"
 #include "section/mileage_index.hpp"
 #include "section/plates.hpp"
 #include "section/road_side.hpp"
@@ -20,7 +18,6 @@ using kesto::ChangeTable;
 using kesto::GuardBool;
 using kesto::GuardFrozen;
 using kesto::HeightBase;
-using kesto::HeightRows;
 using kesto::Outcome;
 
 namespace {
@@ -162,12 +159,6 @@ Outcome HeightInto(const FrozenRoad& frozen, kesto::StakeMileage stake, double o
     return known;
 }
 
-kesto::Result<const FrozenRoad*> FreezeOut(RoadDesign& road) {
-    kesto::Result<std::unique_ptr<const FrozenRoad>> frozen = kesto::Freeze(road);
-    if (!frozen) return frozen.failure();
-    return (*frozen).release();
-}
-
 }  // namespace
 
 // clang-format off
@@ -201,16 +192,8 @@ bool KESTO_CALL SetChangeSectionType(RoadDesign* h, int32_t side, int32_t kind, 
 bool KESTO_CALL GetRoadSide(RoadDesign* h, double m, int32_t k, int32_t side, SectionPlateArray* r) { return GuardBool(h, [&](RoadDesign& road) { return CopySide(road, {m, k}, side, HeightBase::Profile, r); }, r); }
 bool KESTO_CALL GetRoadSideNoHeight(RoadDesign* h, double m, int32_t k, int32_t side, SectionPlateArray* r) { return GuardBool(h, [&](RoadDesign& road) { return CopySide(road, {m, k}, side, HeightBase::CentreLine, r); }, r); }
 bool KESTO_CALL GetHeight(RoadDesign* h, double m, int32_t k, double offset, double* height) { return GuardBool(h, [&](RoadDesign& road) { return kesto::FindHeight(road, {m, k}, offset, *height); }, height); }
-bool KESTO_CALL GetHeightBatch(RoadDesign* h, int32_t n, const double* m, int32_t mStep, const int32_t* k, int32_t kStep, const double* offset, int32_t offsetStep, double* height, int32_t heightStep, uint8_t* status, int32_t statusStep) {
-    return GuardBool(h, [&](RoadDesign& road) { return kesto::RunBatch(road, HeightRows{n, {m, mStep}, {k, kStep}, {offset, offsetStep}, {height, heightStep}, {status, statusStep}}); });
-}
 
-const FrozenRoad* KESTO_CALL FreezeRoad(RoadDesign* h) { return kesto::GuardValue<const FrozenRoad*>(h, {nullptr}, FreezeOut); }
-void KESTO_CALL ReleaseFrozenRoad(const FrozenRoad* f) { delete f; }
 int32_t KESTO_CALL FrozenGetRoadSide(const FrozenRoad* f, double m, int32_t k, int32_t side, SectionPlateArray* r) { return GuardFrozen(f, [&](const FrozenRoad& frozen) { return CopySide(frozen, {m, k}, side, HeightBase::Profile, r); }, r); }
 int32_t KESTO_CALL FrozenGetRoadSideNoHeight(const FrozenRoad* f, double m, int32_t k, int32_t side, SectionPlateArray* r) { return GuardFrozen(f, [&](const FrozenRoad& frozen) { return CopySide(frozen, {m, k}, side, HeightBase::CentreLine, r); }, r); }
 int32_t KESTO_CALL FrozenGetHeight(const FrozenRoad* f, double m, int32_t k, double offset, double* height) { return GuardFrozen(f, [&](const FrozenRoad& frozen) { return HeightInto(frozen, {m, k}, offset, height); }, height); }
-int32_t KESTO_CALL FrozenGetHeightBatch(const FrozenRoad* f, int32_t n, const double* m, int32_t mStep, const int32_t* k, int32_t kStep, const double* offset, int32_t offsetStep, double* height, int32_t heightStep, uint8_t* status, int32_t statusStep) {
-    return GuardFrozen(f, [&](const FrozenRoad& frozen) { return kesto::RunBatch(frozen, HeightRows{n, {m, mStep}, {k, kStep}, {offset, offsetStep}, {height, heightStep}, {status, statusStep}}); });
-}
 // clang-format on

@@ -7,7 +7,7 @@
 #include <vector>
 
 #include "alignment/broken_chains.hpp"
-#include "core/angles.hpp"
+#include "geometry/angles.hpp"
 #include "quadrature.hpp"
 
 using kesto_test::MakeElement;

@@ -1,4 +1,4 @@
-#include "alignment/element_geometry.hpp"
+#include "geometry/element_geometry.hpp"
 
 #include <gtest/gtest.h>
 

@@ -6,10 +6,10 @@
 #include <map>
 #include <random>
 
-#include "core/angles.hpp"
 #include "core/text.hpp"
 #include "csv.hpp"
 #include "design/design_run.hpp"
+#include "geometry/angles.hpp"
 #include "quadrature.hpp"
 
 namespace {

@@ -14,7 +14,7 @@
 
 #include "alignment/inverse.hpp"
 #include "alignment/position.hpp"
-#include "alignment/spiral_foot.hpp"
+#include "geometry/spiral_foot.hpp"
 #include "quadrature.hpp"
 
 namespace {

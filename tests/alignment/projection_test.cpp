@@ -1,4 +1,4 @@
-#include "alignment/projection.hpp"
+#include "geometry/projection.hpp"
 
 #include <gtest/gtest.h>
 

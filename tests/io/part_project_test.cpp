@@ -1,7 +1,7 @@
 // A part of a road is that road: the same points, heights and cross sections at the same stake mileages, as it is made
 // and again after it has been through a file.
 
-#include "io/part_project.hpp"
+#include "part/part_project.hpp"
 
 #include <gtest/gtest.h>
 

@@ -1,0 +1,10 @@
+// Exported functions of other programs' files.
+
+#include "core/guard.hpp"
+#include "exchange/landxml.hpp"
+
+using kesto::GuardFile;
+
+// clang-format off
+int32_t KESTO_CALL ExportLandXMLFile(RoadDesign* h, const char* path) { return GuardFile(h, path, kesto::ExportLandXml); }
+// clang-format on
