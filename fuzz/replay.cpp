@@ -1,38 +1,27 @@
-// Runs a target over files and folders of files, in any build: the corpus and the findings of earlier runs.
-// Usage: TARGET [--exports LIST] FILE_OR_FOLDER...   With --exports, every function in the list must have been called
-// with success.
+// Runs a target over inputs, in any build: the corpus and the findings of earlier runs.
+// Usage: TARGET [--exports LIST] [--lines FILE]... FILE_OR_FOLDER...   FILE holds one input a line, see
+// input_lines.hpp. With --exports, every function in the list must have been called with success.
 
 #include <cstddef>
 #include <cstdint>
 #include <cstdio>
-#include <filesystem>
+#include <exception>
 #include <fstream>
-#include <iterator>
 #include <string>
 #include <vector>
 
 #include "called.hpp"
+#include "input_lines.hpp"
 
 extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size);
 
 namespace {
 
-namespace fs = std::filesystem;
-
-void Run(const fs::path& path) {
-    std::ifstream file(path, std::ios::binary);
-    const std::vector<char> read{std::istreambuf_iterator<char>(file), {}};
-    const std::vector<std::uint8_t> input(read.begin(), read.end());
-    static_cast<void>(LLVMFuzzerTestOneInput(input.data(), input.size()));
-}
-
-int RunAll(const fs::path& path) {
-    if (!fs::is_directory(path)) return Run(path), 1;
-    int count = 0;
-    for (const fs::directory_entry& entry : fs::recursive_directory_iterator(path)) {
-        if (entry.is_regular_file()) Run(entry.path()), ++count;
+std::size_t RunAll(const std::vector<kesto::fuzz::Input>& inputs) {
+    for (const kesto::fuzz::Input& input : inputs) {
+        static_cast<void>(LLVMFuzzerTestOneInput(input.data(), input.size()));
     }
-    return count;
+    return inputs.size();
 }
 
 int CountMissing(const char* list) {
@@ -50,18 +39,23 @@ int CountMissing(const char* list) {
 
 }  // namespace
 
-int main(int argc, char** argv) {
+int main(int argc, char** argv) try {
     const char* exports = nullptr;
-    int count = 0;
+    std::size_t count = 0;
     for (int i = 1; i < argc; ++i) {
-        if (std::string(argv[i]) == "--exports" && i + 1 < argc) {
+        const std::string argument = argv[i];
+        if (argument == "--exports" && i + 1 < argc) {
             exports = argv[++i];
+        } else if (argument == "--lines" && i + 1 < argc) {
+            count += RunAll(kesto::fuzz::ReadInputLines(argv[++i]));
         } else {
-            if (!fs::exists(argv[i])) return std::printf("missing: %s\n", argv[i]), 1;
-            count += RunAll(argv[i]);
+            count += RunAll(kesto::fuzz::ReadInputFiles(argument));
         }
     }
-    std::printf("%d inputs\n", count);
+    std::printf("%zu inputs\n", count);
     if (count == 0) return 1;
     return exports != nullptr && CountMissing(exports) > 0 ? 1 : 0;
+} catch (const std::exception& error) {
+    std::printf("%s\n", error.what());
+    return 1;
 }
