@@ -6,10 +6,10 @@
 #include <string>
 #include <vector>
 
-#include "commands.hpp"
+#include "commands/commands.hpp"
 #include "kesto_road/kesto_road.h"
-#include "mileage_text.hpp"
-#include "numbers.hpp"
+#include "road/mileage_text.hpp"
+#include "terminal/numbers.hpp"
 
 namespace {
 

@@ -1,11 +1,11 @@
 // Mileages as people write them, and as the program prints them.
-#include "mileage_text.hpp"
+#include "road/mileage_text.hpp"
 
 #include <gtest/gtest.h>
 
 #include <string>
 
-#include "problem.hpp"
+#include "terminal/problem.hpp"
 
 namespace kesto::host {
 namespace {

@@ -5,7 +5,7 @@
 #include <set>
 #include <string>
 
-#include "check_outline.hpp"
+#include "checks/outline.hpp"
 #include "io/project_sections.hpp"
 
 namespace kesto::test {

@@ -1,0 +1,264 @@
+// Checks the plan: the shape of every element, and how it joins the one before.
+#include <algorithm>
+#include <array>
+#include <cmath>
+#include <numbers>
+#include <vector>
+
+#include "checks/checked.hpp"
+#include "road/conventions.hpp"
+#include "road/failure_text.hpp"
+#include "road/road_file.hpp"
+#include "terminal/numbers.hpp"
+
+namespace kesto::host {
+
+namespace {
+
+constexpr double sameRadius = 1e-3;  // m: radii are published to the millimetre
+constexpr double fullCircle = 360;   // degrees
+constexpr double degrees = 180 / std::numbers::pi;
+constexpr int azimuthDecimals = 5;  // of degrees
+constexpr int lengthDecimals = 3;   // of metres
+constexpr std::int32_t startType = 0;
+
+/// Columns of the lines.
+enum ElementColumn : std::size_t {
+    ElementX,
+    ElementY,
+    ElementAzimuth,
+    ElementLength,
+    ElementTurn,
+    ElementAzimuthAgain,
+    ElementType,
+    ElementStartRadius,
+    ElementEndRadius
+};
+enum IntersectionColumn : std::size_t { IntersectionX = 1, IntersectionY, IntersectionRadius };
+
+/// An element with the line that it comes from.
+struct FromFile {
+    Element element;
+    std::int64_t line;
+};
+
+std::string Metres(double metres) { return FormatReal(metres, lengthDecimals) + " m"; }
+std::string Degrees(double angle) { return FormatReal(angle, azimuthDecimals) + " degrees"; }
+
+Element ElementOf(const RecordLine& record) {
+    Element element{};
+    element.type = static_cast<std::int32_t>(record.numbers[ElementType]);
+    element.turnDirection = static_cast<std::uint8_t>(record.numbers[ElementTurn]);
+    element.startX = record.numbers[ElementX];
+    element.startY = record.numbers[ElementY];
+    element.startAzimuth = record.numbers[ElementAzimuth];
+    element.length = record.numbers[ElementLength];
+    element.startRadius = record.numbers[ElementStartRadius];
+    element.endRadius = record.numbers[ElementEndRadius];
+    return element;
+}
+
+/// The elements that coordinate points are made into, before broken chains split them: the i-th begins at the i-th
+/// point.
+std::vector<FromFile> ElementsOfPoints(const Checked& checked) {
+    const RoadHandle whole = NewRoad();
+    if (ReadProject(whole.get(), checked.path) != KESTO_SUCCESS) return {};
+    while (DeleteBrokenChain(whole.get(), 0)) {
+    }
+    const auto points = checked.outline.Records("Coordinate");
+    if (!DesignRoad(whole.get()) || GetElementCount(whole.get()) != static_cast<std::int32_t>(points.size())) return {};
+    std::vector<FromFile> elements;
+    Element element{};
+    for (std::size_t i = 1; i < points.size() && GetElement(whole.get(), static_cast<std::int32_t>(i), &element); ++i) {
+        elements.push_back({element, points[i - 1].line});
+    }
+    return elements;
+}
+
+/// Signed curvature (1/m), positive to the right.
+double Curvature(const Element& element, double radius) noexcept {
+    if (element.type == straightType || radius < infiniteRadius) return 0;
+    return (element.turnDirection == 0 ? -1 : 1) / radius;
+}
+double StartRadius(const Element& element) noexcept { return element.type < arcType ? 0 : element.startRadius; }
+double EndRadius(const Element& element) noexcept {
+    return element.type == spiralType ? element.endRadius : StartRadius(element);
+}
+
+/// Angle that an element turns (degrees): the length times the mean curvature of its ends.
+double TurnedAngle(const Element& element) noexcept {
+    const double ends = Curvature(element, StartRadius(element)) + Curvature(element, EndRadius(element));
+    return std::fabs(element.length * ends / 2) * degrees;
+}
+
+void CheckArc(const Element& it, std::int64_t line, Findings& findings) {
+    if (it.startRadius < infiniteRadius) {
+        findings.Error(line, "arc-radius", "the arc has no radius and runs straight on");
+    } else if (it.endRadius >= infiniteRadius && !(std::fabs(it.endRadius - it.startRadius) <= sameRadius)) {
+        findings.Warning(line, "arc-radius",
+                         "the arc ends with another radius (" + Metres(it.endRadius) + ") than it begins with (" +
+                             Metres(it.startRadius) + "), which holds");
+    }
+}
+
+void CheckSpiral(const Element& it, std::int64_t line, Findings& findings) {
+    if (it.startRadius < infiniteRadius && it.endRadius < infiniteRadius) {
+        findings.Error(line, "spiral-radii", "the spiral has no radius at either end and leads nowhere");
+    } else if (std::fabs(it.startRadius - it.endRadius) < infiniteRadius) {
+        findings.Error(line, "spiral-radii",
+                       "the spiral has the same radius at both ends to within a ten-millionth of a metre: " +
+                           FormatShort(it.startRadius) + " m and " + FormatShort(it.endRadius) + " m");
+    }
+}
+
+void CheckShape(RoadDesign* road, const FromFile& from, Findings& findings) {
+    const Element& it = from.element;
+    if (it.type < straightType || it.type > spiralType) {
+        findings.Error(from.line, "element-type",
+                       "type " + std::to_string(it.type) + " is no straight (1), arc (2) or spiral (3)");
+        return;
+    }
+    if (it.length <= 0) {
+        findings.Note(from.line, "element-length",
+                      std::string("the ") + ElementName(it) +
+                          (it.length < 0 ? " has a negative length: mileages decrease along it" : " has no length"));
+    }
+    if (it.type == arcType) CheckArc(it, from.line, findings);
+    if (it.type == spiralType) CheckSpiral(it, from.line, findings);
+    const double turned = TurnedAngle(it);
+    if (turned > fullCircle) {
+        findings.Error(from.line, "turns-too-far",
+                       std::string("the ") + ElementName(it) + " is " + Metres(std::fabs(it.length)) +
+                           " long and turns " + FormatReal(turned, 1) + " degrees: more than a full circle");
+        return;
+    }
+    double x = 0;
+    double y = 0;
+    double azimuth = 0;
+    const bool told = findings.HasErrorAt(from.line);
+    if (!told && !GetElementPositionAndAzimuth(road, &it, it.length, &x, &y, &azimuth)) {
+        findings.Error(from.line, "element-shape",
+                       std::string("the ") + ElementName(it) + " cannot be evaluated: " + DescribeLastFailure(road));
+    }
+}
+
+void CheckKink(const FromFile& before, const FromFile& from, double kink, Findings& findings) {
+    const auto grade = angleGrades.Of(kink);
+    if (!grade) return;
+    if (before.element.type == straightType && from.element.type == straightType) {
+        // A corner of the line is a way to lay out a road; a curve that does not touch its neighbour is none.
+        findings.Add(from.line, std::min(*grade, Severity::Warning), "kink",
+                     "a corner of " + Degrees(kink) + " between two straights");
+        return;
+    }
+    const char* const name = before.element.type == startType ? "start record" : ElementName(before.element);
+    findings.Add(from.line, *grade, "kink",
+                 std::string("the ") + ElementName(from.element) + " begins with another azimuth than the " + name +
+                     " in line " + std::to_string(before.line) + " ends with: a kink of " + Degrees(kink));
+}
+
+/// Where a spiral ends its neighbour goes on with its radius; elsewhere a jump of the curvature is a design.
+void CheckRadii(const FromFile& before, const FromFile& from, Findings& findings) {
+    const Element& one = before.element;
+    const Element& other = from.element;
+    if (one.type < straightType || (one.type != spiralType && other.type != spiralType)) return;
+    const double radius = EndRadius(one);
+    const double next = StartRadius(other);
+    const double curvature = Curvature(one, radius);
+    const double nextCurvature = Curvature(other, next);
+    const bool sameSide = (curvature < 0) == (nextCurvature < 0) && (curvature > 0) == (nextCurvature > 0);
+    if (sameSide && (curvature == 0 || std::fabs(radius - next) <= sameRadius)) return;
+    const auto side = [](double bend, double r) {
+        return bend == 0 ? std::string("straight") : Metres(r) + (bend < 0 ? " to the left" : " to the right");
+    };
+    findings.Warning(from.line, "radius-jump",
+                     std::string("the ") + ElementName(one) + " in line " + std::to_string(before.line) +
+                         " ends with " + side(curvature, radius) + ", the " + ElementName(other) + " begins with " +
+                         side(nextCurvature, next));
+}
+
+void CheckJoint(RoadDesign* road, const FromFile& before, const FromFile& from, Findings& findings) {
+    double x = 0;
+    double y = 0;
+    double azimuth = 0;
+    if (!GetElementPositionAndAzimuth(road, &before.element, before.element.length, &x, &y, &azimuth)) return;
+    const double gap = std::hypot(from.element.startX - x, from.element.startY - y);
+    if (const auto grade = lengthGrades.Of(gap)) {
+        findings.Add(from.line, *grade, "gap",
+                     std::string("the ") + ElementName(from.element) + " begins " + Distance(gap) +
+                         " from where line " + std::to_string(before.line) + " ends; the road goes on from there");
+    }
+    CheckKink(before, from, std::fabs(std::remainder(from.element.startAzimuth - azimuth, fullCircle)), findings);
+    CheckRadii(before, from, findings);
+}
+
+void CheckElements(const Checked& checked, const std::vector<FromFile>& elements) {
+    for (std::size_t i = 0; i < elements.size(); ++i) {
+        const bool isStart = i == 0 && elements[i].element.type == startType;
+        if (!isStart) CheckShape(checked.road, elements[i], checked.findings);
+        if (i > 0) CheckJoint(checked.road, elements[i - 1], elements[i], checked.findings);
+    }
+}
+
+/// The azimuth stands twice in an element's line; the second one is read past.
+std::vector<FromFile> ElementsOfFile(const Checked& checked) {
+    std::vector<FromFile> elements;
+    for (const RecordLine& record : checked.outline.Records("Element")) {
+        elements.push_back({ElementOf(record), record.line});
+        const double again = record.numbers[ElementAzimuthAgain];
+        const double azimuth = record.numbers[ElementAzimuth];
+        if (!(std::fabs(azimuth) <= fullCircle)) {
+            checked.findings.Warning(record.line, "azimuth-range",
+                                     "the azimuth is more than a full circle: " + FormatShort(azimuth) + " degrees");
+        }
+        if (!angleGrades.Of(std::fabs(std::remainder(again - azimuth, fullCircle)))) continue;
+        checked.findings.Warning(record.line, "azimuth-differs",
+                                 "the azimuth stands twice in the line, as " + Degrees(azimuth) + " and as " +
+                                     Degrees(again) + ": the first one holds");
+    }
+    return elements;
+}
+
+/// Intersections are joined by curves; one without any is a corner.
+void CheckCorners(const Checked& checked) {
+    const auto points = checked.outline.Records("Intersection");
+    for (std::size_t i = 1; i + 1 < points.size(); ++i) {
+        if (points[i].numbers[IntersectionRadius] >= infiniteRadius) continue;
+        const auto azimuth = [&](std::size_t from) {
+            return std::atan2(points[from + 1].numbers[IntersectionY] - points[from].numbers[IntersectionY],
+                              points[from + 1].numbers[IntersectionX] - points[from].numbers[IntersectionX]) *
+                   degrees;
+        };
+        const double corner = std::fabs(std::remainder(azimuth(i) - azimuth(i - 1), fullCircle));
+        if (angleGrades.Of(corner)) {
+            checked.findings.Note(points[i].line, "kink",
+                                  "the intersection has no curve: a corner of " + Degrees(corner));
+        }
+    }
+}
+
+void CheckForms(const Checked& checked) {
+    std::string_view first;
+    for (const SectionLines& it : checked.outline.sections) {
+        constexpr std::array<std::string_view, 4> alignments{"Intersection", "Coordinate", "BrokenLine", "Element"};
+        if (std::find(alignments.begin(), alignments.end(), it.keyword) == alignments.end()) continue;
+        if (!first.empty() && first != it.keyword) {
+            checked.findings.Error(it.line, "several-alignments",
+                                   "the file holds the alignment as " + Quoted(first) + " and as " +
+                                       Quoted(it.keyword) + ": the last one holds, and a save keeps one only");
+        }
+        first = it.keyword;
+    }
+}
+
+}  // namespace
+
+void CheckAlignment(const Checked& checked) {
+    CheckForms(checked);
+    const std::int32_t mode = GetRoadDesignMode(checked.road);
+    if (mode == elementMode) CheckElements(checked, ElementsOfFile(checked));
+    if (mode == pointMode) CheckElements(checked, ElementsOfPoints(checked));
+    if (mode == intersectionMode) CheckCorners(checked);
+}
+
+}  // namespace kesto::host

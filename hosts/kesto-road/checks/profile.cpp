@@ -1,0 +1,179 @@
+// Checks the grade-change points and their vertical curves.
+#include <algorithm>
+#include <cmath>
+#include <vector>
+
+#include "checks/checked.hpp"
+#include "road/conventions.hpp"
+#include "terminal/numbers.hpp"
+
+namespace kesto::host {
+
+namespace {
+
+constexpr int lengthDecimals = 3;  // of metres
+constexpr int gradeDecimals = 3;   // of per cent
+constexpr double perCent = 100;
+constexpr double smallestBreak = 1e-5;  // of grade: below it is the rounding of elevations
+constexpr std::int32_t radiusMode = 0;
+constexpr std::int32_t unset = -1;  // occurrence of a curve end that is not given
+constexpr std::size_t elevationColumn = 1;
+constexpr std::size_t radiusColumn = 2;
+constexpr std::string_view radiusKeyword = "VerticalCurve";
+constexpr std::string_view endsKeyword = "VerticalCurve_SECONDPARA";
+
+/// A grade-change point with its line and the ends of its curve, in continuous mileage (m).
+struct Point {
+    double mileage;
+    std::int32_t occurrence;
+    std::int64_t line;
+    double elevation;  // m
+    double radius;     // m; 0 where curves are given by their ends
+    double place;
+    double start, end;
+};
+
+/// Tells where a place of the profile is not on the road. What lies before or behind it may be meant; a point whose
+/// mileage is a continuous one even by the format.
+void TellOffRoad(const Checked& checked, std::int64_t line, std::int32_t occurrence, const Place& place,
+                 std::string_view code, const std::string& what) {
+    if (!checked.line || place.found || StandsAtEnd(checked, place)) return;
+    const Severity severity = occurrence < 0 ? Severity::Note : place.beyond ? Severity::Warning : Severity::Error;
+    checked.findings.Add(line, severity, code, what + " is not on the road: " + place.why);
+}
+
+/// The points of the file that are on their way into the road, in its order.
+std::vector<Point> PointsOfFile(const Checked& checked) {
+    const bool byRadius = GetVerticalCurveMode(checked.road) == radiusMode;
+    const std::size_t occurrenceColumn = byRadius ? 3 : 2;
+    std::vector<Point> points;
+    for (const RecordLine& it : checked.outline.Records(byRadius ? radiusKeyword : endsKeyword)) {
+        const auto occurrence = static_cast<std::int32_t>(it.numbers[occurrenceColumn]);
+        const Place place = PlaceOf(checked, it.numbers[0], occurrence);
+        const double at = place.continuous;
+        const double radius = byRadius ? it.numbers[radiusColumn] : 0;
+        points.push_back({it.numbers[0], occurrence, it.line, it.numbers[elevationColumn], radius, at, at, at});
+        TellOffRoad(checked, it.line, occurrence, place, "grade-point-off-road", "the grade-change point");
+    }
+    std::stable_sort(points.begin(), points.end(),
+                     [](const Point& one, const Point& other) { return one.place < other.place; });
+    return points;
+}
+
+void RemoveRepeated(const Checked& checked, std::vector<Point>& points) {
+    for (std::size_t i = 1; i < points.size();) {
+        if (!(points[i].place - points[i - 1].place < sameMileage)) {
+            ++i;
+            continue;
+        }
+        checked.findings.Skipped(points[i].line, "grade-point-repeated",
+                                 "line " + std::to_string(points[i - 1].line) +
+                                     " has a grade-change point at this place already: this one is skipped");
+        points.erase(points.begin() + static_cast<std::ptrdiff_t>(i));
+    }
+}
+
+/// A given end of a curve in continuous mileage (m); one that is not set lies at the neighbouring point.
+double GivenEnd(const Checked& checked, const Point& point, double mileage, std::int32_t occurrence,
+                const Point& neighbour, const char* what) {
+    if (occurrence == unset) return neighbour.place;
+    const Place place = PlaceOf(checked, mileage, occurrence);
+    TellOffRoad(checked, point.line, occurrence, place, "curve-end-off-road", what);
+    return place.continuous;
+}
+
+/// The ends of the curves, as the design run has derived or kept them. The first and the last point have no curve.
+void FindEnds(const Checked& checked, std::vector<Point>& points) {
+    const bool byRadius = GetVerticalCurveMode(checked.road) == radiusMode;
+    VerticalCurve curve{};
+    for (std::int32_t i = 1; GetVerticalCurve(checked.road, i, &curve); ++i) {
+        const auto point = std::find_if(points.begin(), points.end(), [&](const Point& it) {
+            return it.mileage == curve.mileage && it.occurrence == curve.occurrence;
+        });
+        if (point == points.begin() || point == points.end() || point + 1 == points.end()) continue;
+        if (byRadius) {
+            point->start -= curve.tangentLength;
+            point->end += curve.tangentLength;
+        } else {
+            point->start = GivenEnd(checked, *point, curve.startMileage, curve.startOccurrence, *(point - 1),
+                                    "the start of the curve");
+            point->end =
+                GivenEnd(checked, *point, curve.endMileage, curve.endOccurrence, *(point + 1), "the end of the curve");
+        }
+    }
+}
+
+void CheckCurves(const Checked& checked, const std::vector<Point>& points) {
+    for (std::size_t i = 1; i < points.size(); ++i) {
+        const Point& it = points[i];
+        if (!(it.start <= it.place + sameMileage && it.place <= it.end + sameMileage)) {
+            checked.findings.Error(it.line, "curve-ends", "the curve does not hold its grade-change point");
+        }
+        const double overlap = points[i - 1].end - it.start;
+        const auto grade = lengthGrades.Of(overlap);
+        if (!grade) continue;
+        checked.findings.Add(it.line, *grade, "curves-overlap",
+                             "the curve begins " + Distance(overlap) + " before the one of line " +
+                                 std::to_string(points[i - 1].line) + " ends");
+    }
+}
+
+/// Radii that do not round a corner off, and corners without a curve.
+void CheckRadii(const Checked& checked, const std::vector<Point>& points) {
+    const auto gradeBehind = [](const Point& it) {
+        const Point& next = *(&it + 1);
+        return (next.elevation - it.elevation) / (next.place - it.place);
+    };
+    for (const Point& it : points) {
+        if (&it == &points.front() || &it == &points.back()) {
+            if (std::fabs(it.radius) < infiniteRadius) continue;
+            checked.findings.Note(it.line, "radius-unused",
+                                  "the profile begins and ends without a curve: the radius is passed over");
+        } else if (it.radius <= -infiniteRadius) {
+            checked.findings.Error(it.line, "vertical-radius",
+                                   "the radius is negative: the curve bends away from both tangents, and the height "
+                                   "jumps at the point");
+        } else if (it.end - it.start < sameMileage) {
+            const double jump = std::fabs(gradeBehind(it) - gradeBehind(*(&it - 1)));
+            if (!(jump >= smallestBreak)) continue;
+            checked.findings.Note(it.line, "grade-break",
+                                  "the grade-change point has no curve: the grade breaks by " +
+                                      FormatReal(jump * perCent, gradeDecimals) + " per cent");
+        }
+    }
+}
+
+void CheckCover(const Checked& checked, const std::vector<Point>& points) {
+    if (!checked.line || points.empty()) return;
+    const auto tell = [&](double metres, std::int64_t line, const char* where) {
+        if (!(metres > beyondTolerance)) return;
+        checked.findings.Note(line, "profile-short",
+                              std::string(where) + " the profile " + FormatReal(metres, lengthDecimals) +
+                                  " m of the road have no grade line: the height stays level there");
+    };
+    tell(points.front().place - checked.line->Start(), points.front().line, "Before");
+    tell(checked.line->End() - points.back().place, points.back().line, "Behind");
+}
+
+}  // namespace
+
+void CheckProfile(const Checked& checked) {
+    const std::int64_t byRadius = checked.outline.LineOf(radiusKeyword);
+    const std::int64_t byEnds = checked.outline.LineOf(endsKeyword);
+    if (byRadius > 0 && byEnds > 0) {
+        checked.findings.Error(std::max(byRadius, byEnds), "several-profiles",
+                               "the file gives vertical curves by their radii and by their ends: the points of both "
+                               "make one profile, which the last section's rule governs");
+        return;
+    }
+    std::vector<Point> points = PointsOfFile(checked);
+    RemoveRepeated(checked, points);
+    if (checked.line) {
+        FindEnds(checked, points);
+        CheckCurves(checked, points);
+        CheckRadii(checked, points);
+    }
+    CheckCover(checked, points);
+}
+
+}  // namespace kesto::host

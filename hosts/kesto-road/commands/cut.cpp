@@ -1,0 +1,82 @@
+// kesto-road cut: a stretch of a road as a project file of its own.
+#include <filesystem>
+#include <iostream>
+#include <string>
+
+#include "commands/commands.hpp"
+#include "road/failure_text.hpp"
+#include "road/road_file.hpp"
+#include "road/road_line.hpp"
+#include "terminal/numbers.hpp"
+
+namespace kesto::host {
+
+namespace {
+
+/// One end of the stretch, with its continuous mileage (m).
+struct Limit {
+    Stake stake;
+    double continuous;
+};
+
+Limit FindLimit(RoadDesign* road, const std::string& prefix, const std::string& text, std::optional<int> occurrence,
+                const std::string& name) {
+    const Stake stake = ResolveMileage(text, prefix, occurrence, name);
+    double continuous = stake.mileage;
+    if (GetSrcMileage(road, &continuous, stake.occurrence)) return {stake, continuous};
+    throw Problem(ExitCode::Data, name + " " + FormatMileage(prefix, stake) + " (occurrence " +
+                                      std::to_string(stake.occurrence) +
+                                      ") is not on the road: " + DescribeLastFailure(road));
+}
+
+/// What to say where the end does not lie behind the start: the same stake mileage may come again behind it.
+Problem WrongOrder(RoadDesign* road, const std::string& prefix, const Limit& from, const Limit& to) {
+    if (from.continuous == to.continuous) return {ExitCode::Usage, "--from and --to are the same place"};
+    Stake later = to.stake;
+    for (;;) {
+        ++later.occurrence;
+        double continuous = later.mileage;
+        if (!GetSrcMileage(road, &continuous, later.occurrence)) break;
+        if (continuous <= from.continuous) continue;
+        return {ExitCode::Usage, "--from lies after --to on the road: exchange them, or end at the " +
+                                     FormatMileage(prefix, later) + " behind it (--to-occurrence " +
+                                     std::to_string(later.occurrence) + ")"};
+    }
+    return {ExitCode::Usage, "--from lies after --to on the road: exchange them"};
+}
+
+}  // namespace
+
+ExitCode RunCut(const CutOptions& options) {
+    CheckRoadExtension(options.out);
+    std::error_code different;
+    if (std::filesystem::equivalent(options.road, options.out, different)) {
+        throw Problem(ExitCode::Usage, "'" + options.out + "' is the road itself: give the part another name");
+    }
+    const RoadHandle road = OpenRoad(options.road);
+    const std::string prefix = RoadLine(road.get()).Prefix();
+    const Limit from = FindLimit(road.get(), prefix, options.from, options.fromOccurrence, "--from");
+    const Limit to = FindLimit(road.get(), prefix, options.to, options.toOccurrence, "--to");
+    if (from.continuous >= to.continuous) throw WrongOrder(road.get(), prefix, from, to);
+    const std::int32_t status = SavePartProject(road.get(), options.out.c_str(), from.stake.mileage, to.stake.mileage,
+                                                from.stake.occurrence, to.stake.occurrence);
+    if (status == KESTO_NOTHING_TO_SAVE) {
+        if (LastFailure(road.get()).list != KESTO_LIST_BROKEN_CHAINS) {
+            throw Problem(ExitCode::Usage, "--from and --to are the same place");
+        }
+        throw Problem(ExitCode::Data,
+                      "no broken chains give this stretch the road's stake mileages: begin or end it at another place");
+    }
+    if (status == KESTO_ELEMENT_NOT_EVALUABLE) {
+        throw Problem(ExitCode::Road, "no road can be built from this stretch: begin or end it at another place");
+    }
+    if (status != KESTO_SUCCESS) {
+        throw Problem(ExitCode::File, "'" + options.out + "' cannot be written: " + DescribeStatus(status) +
+                                          ": check the folder, its permissions and the disk");
+    }
+    std::cout << options.out << ": " << FormatMileage(prefix, from.stake) << " to " << FormatMileage(prefix, to.stake)
+              << ", " << FormatReal(to.continuous - from.continuous, 3) << " m\n";
+    return ExitCode::Ok;
+}
+
+}  // namespace kesto::host

@@ -1,0 +1,32 @@
+/// The tables that a road's cross sections are made from.
+#pragma once
+
+#include <cstdint>
+#include <optional>
+#include <string>
+#include <vector>
+
+#include "kesto_road/kesto_road.h"
+#include "tables/make_tables.hpp"
+
+namespace kesto::host {
+
+struct PlateRow {
+    std::int32_t side;
+    SectionPlate plate;
+};
+
+struct ChangeRow {
+    std::int32_t side, kind, type;
+    double mileage;  ///< stake mileage (m)
+    std::int32_t occurrence;
+    std::vector<std::optional<double>> values;  ///< one per plate; nothing stands for the plate's standard value
+};
+
+/// As the readers of make_tables.hpp: one message for each bad line, which is left out.
+/// @throws Problem when the table cannot be read at all or lacks a column
+std::vector<FromLine<PlateRow>> ReadPlates(const std::string& path, std::vector<std::string>& problems);
+std::vector<FromLine<ChangeRow>> ReadChanges(const std::string& path, const std::string& prefix,
+                                             std::vector<std::string>& problems);
+
+}  // namespace kesto::host
