@@ -1,5 +1,5 @@
-# The shared library: rooms and exports, and what is installed with it.
-add_library(kesto_road SHARED
+# The exported functions, compiled once: for the shared library, and for programs that link the rooms beside them.
+add_library(kesto_exports OBJECT
     core/exports.cpp
     geometry/exports.cpp
     alignment/exports.cpp
@@ -10,9 +10,13 @@ add_library(kesto_road SHARED
     io/exports.cpp
     exchange/exports.cpp
     part/exports.cpp)
+target_link_libraries(kesto_exports PUBLIC kesto_rooms PRIVATE kesto_flags)
+target_compile_definitions(kesto_exports PUBLIC KESTO_ROAD_BUILDING)
+
+# The shared library: rooms and exports, and what is installed with it.
+add_library(kesto_road SHARED)
 add_library(kesto::kesto_road ALIAS kesto_road)
-target_link_libraries(kesto_road PRIVATE kesto_rooms kesto_flags)
-target_compile_definitions(kesto_road PRIVATE KESTO_ROAD_BUILDING)
+target_link_libraries(kesto_road PRIVATE kesto_exports kesto_rooms kesto_flags)
 target_include_directories(kesto_road INTERFACE
     $<BUILD_INTERFACE:${PROJECT_SOURCE_DIR}/include> $<BUILD_INTERFACE:${PROJECT_BINARY_DIR}/include>
     $<INSTALL_INTERFACE:${CMAKE_INSTALL_INCLUDEDIR}>)
