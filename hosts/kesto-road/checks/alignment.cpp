@@ -22,7 +22,7 @@ constexpr int azimuthDecimals = 5;  // of degrees
 constexpr int lengthDecimals = 3;   // of metres
 constexpr std::int32_t startType = 0;
 
-/// Columns of the lines.
+/// Columns of the records in their sections.
 enum ElementColumn : std::size_t {
     ElementX,
     ElementY,
@@ -146,7 +146,7 @@ void CheckKink(const FromFile& before, const FromFile& from, double kink, Findin
     const auto grade = angleGrades.Of(kink);
     if (!grade) return;
     if (before.element.type == straightType && from.element.type == straightType) {
-        // A corner of the line is a way to lay out a road; a curve that does not touch its neighbour is none.
+        // Roads are laid out with corners between straights, but a curve should touch its neighbours: no error here.
         findings.Add(from.line, std::min(*grade, Severity::Warning), "kink",
                      "a corner of " + Degrees(kink) + " between two straights");
         return;
@@ -157,7 +157,8 @@ void CheckKink(const FromFile& before, const FromFile& from, double kink, Findin
                      " in line " + std::to_string(before.line) + " ends with: a kink of " + Degrees(kink));
 }
 
-/// Where a spiral ends its neighbour goes on with its radius; elsewhere a jump of the curvature is a design.
+/// The neighbour of a spiral should begin with the radius that the spiral ends with. Between other elements the
+/// curvature may jump by design.
 void CheckRadii(const FromFile& before, const FromFile& from, Findings& findings) {
     const Element& one = before.element;
     const Element& other = from.element;
@@ -200,7 +201,8 @@ void CheckElements(const Checked& checked, const std::vector<FromFile>& elements
     }
 }
 
-/// The azimuth stands twice in an element's line; the second one is read past.
+/// The elements as the file has them, after a check of their azimuths. The azimuth stands twice in an element's line;
+/// the library takes the first one.
 std::vector<FromFile> ElementsOfFile(const Checked& checked) {
     std::vector<FromFile> elements;
     for (const RecordLine& record : checked.outline.Records("Element")) {
@@ -219,7 +221,7 @@ std::vector<FromFile> ElementsOfFile(const Checked& checked) {
     return elements;
 }
 
-/// Intersections are joined by curves; one without any is a corner.
+/// Tells of intersections without a curve: the road has a corner there.
 void CheckCorners(const Checked& checked) {
     const auto points = checked.outline.Records("Intersection");
     for (std::size_t i = 1; i + 1 < points.size(); ++i) {

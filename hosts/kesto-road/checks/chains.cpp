@@ -3,6 +3,7 @@
 #include <map>
 
 #include "checks/checked.hpp"
+#include "road/conventions.hpp"
 #include "terminal/numbers.hpp"
 
 namespace kesto::host {
@@ -17,11 +18,11 @@ struct Chain {
 };
 
 std::string Text(const Checked& checked, double mileage) {
-    return FormatMileage(GetMakeStakePerfix(checked.road), {mileage, 0}, mileageDecimals);
+    return FormatMileage(StakePrefix(checked.road), {mileage, 0}, mileageDecimals);
 }
 
-/// The chains as the road walks them, by the mileage before the break. One that lies where an earlier line of the file
-/// has put another is skipped.
+/// The broken chains of the file by the mileage before the break. Of several at one mileage the first one holds, the
+/// others are told of as skipped.
 std::map<double, Chain> ChainsOfFile(const Checked& checked) {
     std::map<double, Chain> chains;
     for (const RecordLine& it : checked.outline.Records("BrokenChain")) {
@@ -38,7 +39,7 @@ std::map<double, Chain> ChainsOfFile(const Checked& checked) {
     return chains;
 }
 
-/// Tells of a chain that the road comes by where it does something else than jump there.
+/// Tells of a broken chain on the road that does anything else than jump where it stands.
 void TellOfEffect(const Checked& checked, const Chain& chain, const ChainEffect& effect) {
     const std::string from = Text(checked, effect.from);
     if (effect.late) {
@@ -57,7 +58,8 @@ void TellOfEffect(const Checked& checked, const Chain& chain, const ChainEffect&
     }
 }
 
-/// Tells why the road does not come by a chain.
+/// Tells why a broken chain is not on the road.
+/// @param before the last broken chain before it that is on the road; null where there is none
 void TellOfMissed(const Checked& checked, const Chain& chain, const Chain* before) {
     const double back = chain.record.backMileage;
     if (before != nullptr && before->record.aheadMileage > back + sameMileage) {
@@ -78,7 +80,7 @@ void CheckChains(const Checked& checked) {
     std::map<double, ChainEffect> effects;
     const auto& header = checked.outline.header;
     if (checked.line) effects = checked.line->ChainEffects(header ? header->numbers[0] : 0);
-    const Chain* before = nullptr;  // the last one that the road meets
+    const Chain* before = nullptr;  // the last one that is on the road
     const auto chains = ChainsOfFile(checked);
     for (const auto& [back, chain] : chains) {
         const auto effect = effects.find(back);

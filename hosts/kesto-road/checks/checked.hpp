@@ -1,4 +1,4 @@
-/// The parts of a check of a project file. Each tells its findings of a road that has been opened and designed.
+/// A project file and its road while they are checked, and the checks, which add what they find to the findings.
 #pragma once
 
 #include <cstdint>
@@ -13,15 +13,12 @@
 
 namespace kesto::host {
 
-/// Gaps between elements and overlaps of vertical curves (m): below the note it is the rounding of coordinates.
+/// Gaps between elements and overlaps of vertical curves (m). What is below the first number comes from the rounding of
+/// coordinates.
 inline constexpr Grades lengthGrades{1e-5, 1e-3, 1e-2};
-/// Kinks (degrees): below the note it is the rounding of azimuths, a tenth of a millimetre over 60 m.
+/// Kinks (degrees). What is below the first number comes from the rounding of azimuths: 0.1 mm over 60 m.
 inline constexpr Grades angleGrades{1e-4, 1e-2, 1e-1};
 
-inline constexpr double sameMileage = 1e-7;      ///< m: the library's own equality of mileages
-inline constexpr double beyondTolerance = 1e-3;  ///< m: mileages are published to the millimetre
-
-/// What is looked at.
 struct Checked {
     const std::string& path;
     const Outline& outline;
@@ -30,30 +27,42 @@ struct Checked {
     Findings& findings;
 };
 
-/// Where a stake mileage of the file lies.
-struct Place {
-    double continuous;  ///< m; the mileage as it stands where it is not on the road
-    bool found;         ///< whether it is on the road; a continuous one to the millimetre
-    bool beyond;        ///< it is not, since it lies before the start or behind the end
-    std::string why;    ///< why it is not found
+/// Where a mileage of the file lies on the road.
+struct FilePlace {
+    double continuous;  ///< m; the mileage itself where it is not on the road
+    bool found;         ///< true where it is on the road; continuous mileages may lie up to 1 mm beyond its ends
+    bool beyond;        ///< true where it lies before the start or behind the end
+    std::string why;    ///< why it is not on the road
 };
 
-/// @param occurrence -1 for a continuous mileage
-Place PlaceOf(const Checked& checked, double mileage, std::int32_t occurrence);
-/// Whether a place that is not found lies less than 1 mm beyond the road's start or end, and stays there when its stake
-/// mileage is taken for a continuous one, as the profile does with what is not on the road.
-bool StandsAtEnd(const Checked& checked, const Place& place);
+/// @param mileage    m
+/// @param occurrence of a stake mileage; -1 for a continuous mileage
+FilePlace PlaceOf(const Checked& checked, double mileage, std::int32_t occurrence);
+/// True for a place that is not on the road only because it lies less than 1 mm before its start or behind its end, and
+/// whose mileage is the same as stake mileage and as continuous mileage: a profile takes mileages that are not on the
+/// road for continuous ones.
+bool StandsAtEnd(const Checked& checked, const FilePlace& place);
 
 /// A distance as text: millimetres below 1 m, metres from there on.
 std::string Distance(double metres);
 
+/// Settings that the library changes, or that it takes although they have no meaning.
+void CheckSettings(const Checked& checked);
 /// Elements, intersections or coordinate points: joints, shapes, radii, azimuths.
 void CheckAlignment(const Checked& checked);
 /// Broken chains.
 void CheckChains(const Checked& checked);
 /// Grade-change points and vertical curves.
 void CheckProfile(const Checked& checked);
-/// Plates and change sections.
+/// Plates, change sections and section mileages.
 void CheckSections(const Checked& checked);
+
+/// Tells of records that the library skipped, where no other finding says so. To be called after all checks.
+/// @param failure of the opening
+void TellOfSkipped(const Checked& checked, const Failure& failure);
+/// Tells that no road can be built, at the line that the failure comes from. To be called after CheckAlignment().
+/// @param failure of the design run
+/// @param why     the failure as a sentence
+void TellOfNoRoad(const Checked& checked, const Failure& failure, const std::string& why);
 
 }  // namespace kesto::host

@@ -23,11 +23,11 @@ struct Finding {
 /// From which size on something is worth a note, a warning, an error.
 struct Grades {
     double note, warning, error;
-    /// Nothing for what is too small to be told. A size that is no number is an error.
+    /// The grade of a size; nothing for one that is too small to be told. A size that is not a number is an error.
     [[nodiscard]] std::optional<Severity> Of(double size) const noexcept;
 };
 
-/// A text of the file between quotes: cut where it is long, control characters as question marks.
+/// A text of the file between quotes. A long text is cut, control characters become question marks.
 std::string Quoted(std::string_view text);
 
 /// The findings of one file.
@@ -37,7 +37,7 @@ public:
     void Note(std::int64_t line, std::string_view code, std::string text);
     void Warning(std::int64_t line, std::string_view code, std::string text);
     void Error(std::int64_t line, std::string_view code, std::string text);
-    /// An error of a record that the reader leaves out: counted, to be compared with the reader's own count.
+    /// An error of a record that the library skips. These are counted, to be compared with the library's own count.
     void Skipped(std::int64_t line, std::string_view code, std::string text);
 
     [[nodiscard]] std::int64_t SkippedCount() const noexcept { return skipped; }
@@ -50,7 +50,7 @@ public:
 
     /// One line for each finding, "demo.road:12: warning: ... [gap]", and a last line that counts them.
     [[nodiscard]] std::string Text(const std::string& path) const;
-    /// One JSON object; what is no UTF-8 is replaced.
+    /// One JSON object. Bytes that are not UTF-8 are replaced.
     [[nodiscard]] std::string Json(const std::string& path) const;
 
 private:

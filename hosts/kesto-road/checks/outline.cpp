@@ -44,8 +44,6 @@ constexpr std::array forms{
 
 std::string Lines(std::int64_t count) { return std::to_string(count) + (count == 1 ? " line" : " lines"); }
 
-// ------------------------------------------------------------------------------------------------------------- fields
-
 std::size_t WidthOf(char column) noexcept {
     switch (column) {
         case '-': return 1;
@@ -89,7 +87,7 @@ std::optional<std::vector<std::string_view>> CutAtColumns(std::string_view line,
     return cells;
 }
 
-/// A line's cells, and how many tokens it has more than columns.
+/// A line's cells, and by how many its tokens outnumber its columns.
 struct Cells {
     std::vector<std::string_view> cells;
     std::size_t surplus = 0;
@@ -125,7 +123,7 @@ ReadNumber NumberIn(std::string_view cell, char column) noexcept {
     if (digits == std::string_view::npos || cell[digits] < '0' || cell[digits] > '9') return {0, false, true};
     if (column == 'r') {
         const auto [stop, error] = std::from_chars(cell.data(), end, read.number);
-        // What is out of range may be too small as well, which is read as 0 and no fault.
+        // A number out of range may also be too small: it is read as 0, which is no fault.
         const bool small = cell.find_first_of("eE") != std::string_view::npos
                                ? cell.substr(cell.find_first_of("eE")).substr(1, 1) == "-"
                                : cell[digits] == '0';
@@ -181,9 +179,8 @@ std::optional<RecordLine> ReadFields(std::string_view text, std::int64_t line, s
     return record;
 }
 
-// -------------------------------------------------------------------------------------------------------------- lines
-
-/// The section that a line opens: a keyword is compared without its last character, the longer one wins.
+/// The section that a line opens. A keyword is compared without its last character; of two that fit the longer one
+/// counts.
 const SectionForm* FindForm(std::string_view line) noexcept {
     const SectionForm* found = nullptr;
     for (const SectionForm& form : forms) {
@@ -197,7 +194,7 @@ bool IsKeyword(std::string_view line) noexcept {
     return std::any_of(forms.begin(), forms.end(), [&](const SectionForm& it) { return it.keyword == Trim(line); });
 }
 
-/// Whether bytes are the UTF-8 of characters of up to three bytes, which is all that the reader takes for it.
+/// Whether a text is UTF-8 with characters of up to three bytes. The library takes longer ones for another encoding.
 bool IsUtf8(std::string_view text) noexcept {
     const auto byte = [&](std::size_t i) { return static_cast<unsigned char>(text[i]); };
     for (std::size_t i = 0; i < text.size(); ++i) {
@@ -325,7 +322,7 @@ private:
     Findings& findings;
     Outline outline;
     std::size_t at = 0;
-    std::int64_t number = 0;  // of the line given last
+    std::int64_t number = 0;  // of the line that Next() has returned last
     const SectionForm* section = nullptr;
     std::int64_t unknownLines = 0, firstUnknown = 0;
     std::string unknownName;

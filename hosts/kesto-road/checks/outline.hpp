@@ -1,5 +1,5 @@
-/// A project file as its lines say it: sections and records with their line numbers, as the library's reader takes
-/// them. The library tells what a file means, but not where it stands.
+/// The lines of a project file: sections and records with their line numbers, read as the library reads them. The
+/// library gives the records, but not the lines that they come from.
 #pragma once
 
 #include <cstdint>
@@ -46,8 +46,8 @@ struct Outline {
     [[nodiscard]] std::int64_t LineOf(std::string_view keyword) const noexcept;
 };
 
-/// Walks a file's text. What its lines alone tell goes to the findings: unknown and repeated sections, fields that are
-/// missing or no numbers, lines that end the reading.
+/// Reads a file's text. Adds to the findings what is wrong with single lines: unknown and repeated sections, fields
+/// that are missing or are not numbers, lines that end the reading.
 Outline ReadOutline(std::string_view text, Findings& findings);
 
 }  // namespace kesto::host

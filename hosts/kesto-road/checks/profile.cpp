@@ -14,9 +14,8 @@ namespace {
 constexpr int lengthDecimals = 3;  // of metres
 constexpr int gradeDecimals = 3;   // of per cent
 constexpr double perCent = 100;
-constexpr double smallestBreak = 1e-5;  // of grade: below it is the rounding of elevations
-constexpr std::int32_t radiusMode = 0;
-constexpr std::int32_t unset = -1;  // occurrence of a curve end that is not given
+constexpr double smallestBreak = 1e-5;  // of grade: a smaller one comes from rounded elevations
+constexpr std::int32_t unset = -1;      // occurrence of a curve end that is not given
 constexpr std::size_t elevationColumn = 1;
 constexpr std::size_t radiusColumn = 2;
 constexpr std::string_view radiusKeyword = "VerticalCurve";
@@ -33,23 +32,23 @@ struct Point {
     double start, end;
 };
 
-/// Tells where a place of the profile is not on the road. What lies before or behind it may be meant; a point whose
-/// mileage is a continuous one even by the format.
-void TellOffRoad(const Checked& checked, std::int64_t line, std::int32_t occurrence, const Place& place,
+/// Tells of a place of the profile that is not on the road. Before the road's start and behind its end it may be meant,
+/// so that is a warning only; continuous mileages are meant to reach beyond the road, so that is a note.
+void TellOffRoad(const Checked& checked, std::int64_t line, std::int32_t occurrence, const FilePlace& place,
                  std::string_view code, const std::string& what) {
     if (!checked.line || place.found || StandsAtEnd(checked, place)) return;
     const Severity severity = occurrence < 0 ? Severity::Note : place.beyond ? Severity::Warning : Severity::Error;
     checked.findings.Add(line, severity, code, what + " is not on the road: " + place.why);
 }
 
-/// The points of the file that are on their way into the road, in its order.
+/// The points of the file, in the order of the road: with those that the library will skip as repeated.
 std::vector<Point> PointsOfFile(const Checked& checked) {
     const bool byRadius = GetVerticalCurveMode(checked.road) == radiusMode;
     const std::size_t occurrenceColumn = byRadius ? 3 : 2;
     std::vector<Point> points;
     for (const RecordLine& it : checked.outline.Records(byRadius ? radiusKeyword : endsKeyword)) {
         const auto occurrence = static_cast<std::int32_t>(it.numbers[occurrenceColumn]);
-        const Place place = PlaceOf(checked, it.numbers[0], occurrence);
+        const FilePlace place = PlaceOf(checked, it.numbers[0], occurrence);
         const double at = place.continuous;
         const double radius = byRadius ? it.numbers[radiusColumn] : 0;
         points.push_back({it.numbers[0], occurrence, it.line, it.numbers[elevationColumn], radius, at, at, at});
@@ -77,7 +76,7 @@ void RemoveRepeated(const Checked& checked, std::vector<Point>& points) {
 double GivenEnd(const Checked& checked, const Point& point, double mileage, std::int32_t occurrence,
                 const Point& neighbour, const char* what) {
     if (occurrence == unset) return neighbour.place;
-    const Place place = PlaceOf(checked, mileage, occurrence);
+    const FilePlace place = PlaceOf(checked, mileage, occurrence);
     TellOffRoad(checked, point.line, occurrence, place, "curve-end-off-road", what);
     return place.continuous;
 }
@@ -118,7 +117,7 @@ void CheckCurves(const Checked& checked, const std::vector<Point>& points) {
     }
 }
 
-/// Radii that do not round a corner off, and corners without a curve.
+/// Tells of radii that make no curve, and of corners without a curve.
 void CheckRadii(const Checked& checked, const std::vector<Point>& points) {
     const auto gradeBehind = [](const Point& it) {
         const Point& next = *(&it + 1);

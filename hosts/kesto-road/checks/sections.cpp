@@ -56,8 +56,8 @@ std::int64_t AlignmentLine(const Outline& outline) {
     return first;
 }
 
-/// Tells of one change section what keeps the reader from taking it: also what stands behind it in the file, which the
-/// reader has not met yet.
+/// Tells why the library skips a change section. It needs the alignment and the plates when it reads a change section,
+/// so that they must stand before it in the file.
 void CheckChange(const Checked& checked, const ChangeLines& it, const std::vector<RecordLine>& plateLines,
                  std::set<double>& taken) {
     const std::size_t plates = plateLines.size();
@@ -72,7 +72,7 @@ void CheckChange(const Checked& checked, const ChangeLines& it, const std::vecto
                                      std::to_string(missing) + ", without which it cannot be read: it is skipped");
         return;
     }
-    const Place place = PlaceOf(checked, it.mileage, it.occurrence);
+    const FilePlace place = PlaceOf(checked, it.mileage, it.occurrence);
     if (!place.found && it.occurrence < 0) {
         checked.findings.Warning(it.line, "change-off-road", "the change section is not on the road: " + place.why);
     }
@@ -135,7 +135,7 @@ void CheckSections(const Checked& checked) {
         CheckTypes(checked, keywords, changes.size());
     }
     for (const RecordLine& it : checked.outline.Records("roadSectionMileage")) {
-        const Place place = PlaceOf(checked, it.numbers[0], 0);
+        const FilePlace place = PlaceOf(checked, it.numbers[0], 0);
         if (!checked.line || place.found || StandsAtEnd(checked, place)) continue;
         checked.findings.Warning(it.line, "section-mileage-off-road",
                                  "the section mileage is not on the road: " + place.why);

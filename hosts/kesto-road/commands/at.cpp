@@ -3,7 +3,6 @@
 #include <utility>
 
 #include "commands/commands.hpp"
-#include "road/failure_text.hpp"
 #include "road/road_file.hpp"
 #include "road/road_line.hpp"
 #include "terminal/numbers.hpp"
@@ -37,9 +36,7 @@ public:
         double azimuth = 0;
         if (!GetPositionAndAzimuth(road, stake.mileage, options.offset, options.angle, &x, &y, &azimuth,
                                    stake.occurrence)) {
-            throw Problem(ExitCode::Data, FormatMileage(line.Prefix(), stake) + " (occurrence " +
-                                              std::to_string(stake.occurrence) +
-                                              ") is not on the road: " + DescribeLastFailure(road));
+            throw Problem(ExitCode::Data, NotOnRoad(road, stake));
         }
         if (!std::exchange(begun, true)) out.Write(Row("stake", "mileage", "occ", "x", "y", "azimuth", "height"));
         const auto height = line.HeightAt(stake);

@@ -18,10 +18,10 @@ struct ReportOptions {
 ExitCode RunReport(const ReportOptions& options);
 
 struct MakeOptions {
-    std::string start;                             ///< empty: from mileage 0, where the plan needs no more
-    std::string elements, intersections, points;   ///< the plan: one of them
+    std::string start;                             ///< table of the start; empty: the road starts at mileage 0
+    std::string elements, intersections, points;   ///< tables of the plan, of which one is given
     bool straights = false;                        ///< the points are joined by straights
-    std::string broken, profile, plates, changes;  ///< tables that may be missing: empty
+    std::string broken, profile, plates, changes;  ///< further tables; empty where there is none
     std::string road;                              ///< project file to write
     std::string prefix = "K";
     double interval = 100;  ///< spacing of regular stakes (m)
@@ -71,7 +71,7 @@ struct CheckOptions {
     std::string road;
     bool json = false;
 };
-/// What is to be known of a project file before it is trusted. @throws Problem
+/// Prints what is wrong or doubtful in a project file. @throws Problem
 ExitCode RunCheck(const CheckOptions& options);
 
 struct PlotOptions {

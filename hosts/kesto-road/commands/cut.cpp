@@ -13,31 +13,15 @@ namespace kesto::host {
 
 namespace {
 
-/// One end of the stretch, with its continuous mileage (m).
-struct Limit {
-    Stake stake;
-    double continuous;
-};
-
-Limit FindLimit(RoadDesign* road, const std::string& prefix, const std::string& text, std::optional<int> occurrence,
-                const std::string& name) {
-    const Stake stake = ResolveMileage(text, prefix, occurrence, name);
-    double continuous = stake.mileage;
-    if (GetSrcMileage(road, &continuous, stake.occurrence)) return {stake, continuous};
-    throw Problem(ExitCode::Data, name + " " + FormatMileage(prefix, stake) + " (occurrence " +
-                                      std::to_string(stake.occurrence) +
-                                      ") is not on the road: " + DescribeLastFailure(road));
-}
-
-/// What to say where the end does not lie behind the start: the same stake mileage may come again behind it.
-Problem WrongOrder(RoadDesign* road, const std::string& prefix, const Limit& from, const Limit& to) {
+/// What to say where the end does not lie behind the start. A later occurrence of its stake mileage may lie there.
+Problem WrongOrder(RoadDesign* road, const std::string& prefix, const RoadPlace& from, const RoadPlace& to) {
     if (from.continuous == to.continuous) return {ExitCode::Usage, "--from and --to are the same place"};
     Stake later = to.stake;
     for (;;) {
         ++later.occurrence;
-        double continuous = later.mileage;
-        if (!GetSrcMileage(road, &continuous, later.occurrence)) break;
-        if (continuous <= from.continuous) continue;
+        const auto continuous = ContinuousMileage(road, later);
+        if (!continuous) break;
+        if (*continuous <= from.continuous) continue;
         return {ExitCode::Usage, "--from lies after --to on the road: exchange them, or end at the " +
                                      FormatMileage(prefix, later) + " behind it (--to-occurrence " +
                                      std::to_string(later.occurrence) + ")"};
@@ -54,9 +38,9 @@ ExitCode RunCut(const CutOptions& options) {
         throw Problem(ExitCode::Usage, "'" + options.out + "' is the road itself: give the part another name");
     }
     const RoadHandle road = OpenRoad(options.road);
-    const std::string prefix = RoadLine(road.get()).Prefix();
-    const Limit from = FindLimit(road.get(), prefix, options.from, options.fromOccurrence, "--from");
-    const Limit to = FindLimit(road.get(), prefix, options.to, options.toOccurrence, "--to");
+    const std::string prefix = StakePrefix(road.get());
+    const RoadPlace from = ResolvePlace(road.get(), options.from, options.fromOccurrence, "--from");
+    const RoadPlace to = ResolvePlace(road.get(), options.to, options.toOccurrence, "--to");
     if (from.continuous >= to.continuous) throw WrongOrder(road.get(), prefix, from, to);
     const std::int32_t status = SavePartProject(road.get(), options.out.c_str(), from.stake.mileage, to.stake.mileage,
                                                 from.stake.occurrence, to.stake.occurrence);

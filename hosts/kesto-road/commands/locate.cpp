@@ -6,6 +6,7 @@
 #include <string>
 
 #include "commands/commands.hpp"
+#include "road/conventions.hpp"
 #include "road/failure_text.hpp"
 #include "road/road_file.hpp"
 #include "road/road_line.hpp"
@@ -19,7 +20,6 @@ namespace kesto::host {
 namespace {
 
 constexpr double degree = std::numbers::pi / 180;
-constexpr double squareOffset = 90;     // degrees
 constexpr double footTolerance = 1e-3;  // m: a foot is square to the line when it is no further off than this
 constexpr double samePlace = 1e-6;      // m: a foot at one of the limits
 
@@ -40,9 +40,10 @@ class Locator {
 public:
     Locator(RoadDesign* designed, const LocateOptions& chosen)
         : road(designed), options(chosen), line(designed), limited(chosen.from || chosen.to) {
-        lower = Limit(options.from, options.fromOccurrence, "--from", line.At(line.Start()).stake);
-        upper = Limit(options.to, options.toOccurrence, "--to", line.At(line.End()).stake);
-        if (Continuous(lower) > Continuous(upper)) {
+        lower =
+            options.from ? ResolvePlace(road, *options.from, options.fromOccurrence, "--from") : EndOf(line.Start());
+        upper = options.to ? ResolvePlace(road, *options.to, options.toOccurrence, "--to") : EndOf(line.End());
+        if (lower.continuous > upper.continuous) {
             throw Problem(ExitCode::Usage, "--from lies after --to on the road: exchange them");
         }
     }
@@ -51,10 +52,10 @@ public:
     Foot Find(double x, double y) {
         Foot foot;
         double* const mileage = &foot.stake.mileage;
-        const bool found = limited
-                               ? GetMileAndOffsetInLim(road, x, y, lower.mileage, lower.occurrence, upper.mileage,
-                                                       upper.occurrence, mileage, &foot.offset, &foot.stake.occurrence)
-                               : GetMileageAndOffset(road, x, y, mileage, &foot.offset, &foot.stake.occurrence);
+        const bool found = limited ? GetMileAndOffsetInLim(road, x, y, lower.stake.mileage, lower.stake.occurrence,
+                                                           upper.stake.mileage, upper.stake.occurrence, mileage,
+                                                           &foot.offset, &foot.stake.occurrence)
+                                   : GetMileageAndOffset(road, x, y, mileage, &foot.offset, &foot.stake.occurrence);
         if (!found) throw Problem(ExitCode::Data, "off the road: " + DescribeLastFailure(road));
         foot.ahead = Ahead(foot, x, y);
         if (std::fabs(foot.ahead) > footTolerance) RefuseBeyond(foot);
@@ -64,22 +65,16 @@ public:
     [[nodiscard]] const RoadLine& Line() const noexcept { return line; }
 
 private:
-    Stake Limit(const std::optional<std::string>& text, std::optional<int> occurrence, const std::string& name,
-                const Stake& otherwise) {
-        if (!text) return otherwise;
-        const Stake stake = ResolveMileage(*text, line.Prefix(), occurrence, name);
-        double continuous = stake.mileage;
-        if (GetSrcMileage(road, &continuous, stake.occurrence)) return stake;
-        throw Problem(ExitCode::Data, name + " " + FormatMileage(line.Prefix(), stake) + " (occurrence " +
-                                          std::to_string(stake.occurrence) +
-                                          ") is not on the road: " + DescribeLastFailure(road));
+    [[nodiscard]] double Continuous(const Stake& stake) const {
+        return ContinuousMileage(road, stake).value_or(line.End());
     }
 
-    double Continuous(const Stake& stake) {
-        double mileage = stake.mileage;
-        return GetSrcMileage(road, &mileage, stake.occurrence) ? mileage : line.End();
+    [[nodiscard]] RoadPlace EndOf(double continuous) const {
+        const Stake stake = line.At(continuous).stake;
+        return {stake, Continuous(stake)};
     }
 
+    /// How far a point lies ahead of its foot, along the tangent there (m).
     double Ahead(const Foot& foot, double x, double y) {
         double footX = 0;
         double footY = 0;
@@ -94,8 +89,8 @@ private:
     /// A point that has no square foot because it lies before or after the stretch is off the road.
     void RefuseBeyond(const Foot& foot) {
         const double place = Continuous(foot.stake);
-        const bool before = foot.ahead < 0 && place - Continuous(lower) < samePlace;
-        const bool after = foot.ahead > 0 && Continuous(upper) - place < samePlace;
+        const bool before = foot.ahead < 0 && place - lower.continuous < samePlace;
+        const bool after = foot.ahead > 0 && upper.continuous - place < samePlace;
         if (!before && !after) return;
         const std::string what = limited ? "stretch" : "road";
         throw Problem(ExitCode::Data,
@@ -108,10 +103,10 @@ private:
     const LocateOptions& options;
     RoadLine line;
     bool limited;
-    Stake lower, upper;
+    RoadPlace lower{}, upper{};
 };
 
-constexpr const char* noResults = ",,,,,,,";  // the fields of a row, but for what was read and the note
+constexpr const char* noResults = ",,,,,,,";  // the fields of a row between those that were read and the note
 
 struct PointColumns {
     CsvReader::Column name, x, y, height;

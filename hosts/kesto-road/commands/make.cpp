@@ -11,8 +11,8 @@
 #include "road/failure_text.hpp"
 #include "road/road_file.hpp"
 #include "road/road_line.hpp"
-#include "tables/make_tables.hpp"
 #include "tables/plan.hpp"
+#include "tables/profile.hpp"
 #include "tables/sections.hpp"
 #include "terminal/numbers.hpp"
 
@@ -20,8 +20,8 @@ namespace kesto::host {
 
 namespace {
 
-constexpr double joinTolerance = 0.01;    // m: a start point further from the element before is worth a warning
-constexpr double beyondTolerance = 1e-3;  // m: a grade-change point further off the road is worth a warning
+constexpr double joinTolerance =
+    0.01;  // m: farther apart, an element's start and the end before it are worth a warning
 
 struct Tables {
     std::int32_t mode = elementMode;
@@ -71,7 +71,7 @@ Tables ReadTables(const MakeOptions& options) {
     return tables;
 }
 
-/// The start fields that start.csv leaves empty come from the first element, and the other way round.
+/// What the table of the start leaves empty comes from the first element, and the other way round.
 void CompleteStart(StartRow& start, ElementRow& first) {
     const auto share = [&](std::optional<double>& mine, std::optional<double>& other, const char* column) {
         if (!mine) mine = other;
@@ -185,7 +185,7 @@ void AddChange(RoadDesign* road, const FromLine<ChangeRow>& row) {
     }
 }
 
-/// The cross sections: their places are told by the built road, broken chains and all.
+/// Adds plates and change sections. Only the built road knows where the stake mileages of change sections lie.
 void AddSections(RoadDesign* road, const Tables& tables) {
     for (const auto& row : tables.plates) {
         if (!AddStandardSectionPlate(road, &row.record.plate, row.record.side, -1)) RefuseRecord(road, row.where);
@@ -193,7 +193,7 @@ void AddSections(RoadDesign* road, const Tables& tables) {
     for (const auto& row : tables.changes) AddChange(road, row);
 }
 
-/// What builds, but is hardly meant.
+/// Warns of what makes a road, but is probably a mistake.
 void WarnOfStrays(RoadDesign* road, const RoadLine& line, const Tables& tables) {
     const Element& first = line.Pieces().front().element;
     const double gap = std::hypot(tables.start.x.value_or(first.startX) - first.startX,
@@ -217,16 +217,15 @@ void WarnOfStrays(RoadDesign* road, const RoadLine& line, const Tables& tables) 
         }
     }
     for (const auto& point : tables.profile.points) {
-        double mileage = point.record.mileage;
-        if (GetSrcMileage(road, &mileage, point.record.occurrence)) continue;
+        if (ContinuousMileage(road, {point.record.mileage, point.record.occurrence})) continue;
         const Failure failure = LastFailure(road);
         if (failure.status == KESTO_MILEAGE_OFF_ROAD && failure.excess < beyondTolerance) continue;
         PrintWarning(point.where + ": this grade-change point is not on the road: " + DescribeLastFailure(road));
     }
 }
 
-/// The design run has split elements at the broken chains; the file keeps them as they were entered. Of any other plan
-/// it keeps the points, not the elements that they make.
+/// Puts back the elements as they were entered, for the file: the design run has cut them at the broken chains. A plan
+/// of intersections or points needs nothing, since the file keeps these and not their elements.
 void RestoreElements(RoadDesign* road, const Tables& tables) {
     if (tables.mode != elementMode) return;
     while (GetElementCount(road) > 0) DeleteElement(road, GetElementCount(road) - 1);

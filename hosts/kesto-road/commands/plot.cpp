@@ -6,11 +6,11 @@
 #include <string>
 
 #include "commands/commands.hpp"
-#include "drawing/canvas.hpp"
 #include "drawing/plan.hpp"
 #include "drawing/profile.hpp"
 #include "drawing/section.hpp"
 #include "drawing/section_diagrams.hpp"
+#include "drawing/sheet.hpp"
 #include "road/cross_section.hpp"
 #include "road/road_file.hpp"
 #include "road/road_line.hpp"
@@ -20,10 +20,6 @@ namespace kesto::host {
 
 namespace {
 
-constexpr double margin = 10;          // mm
-constexpr double titleHeight = 11;     // mm
-constexpr double columnWidth = 44;     // mm, for legends, north arrow and scale bar
-constexpr double gap = 3;              // mm between frame and content
 constexpr double profileShare = 0.42;  // of the height below the title
 constexpr double sharedShare = 0.33;   // the same with diagrams below it
 constexpr double leastProfile = 74;    // mm: less leaves no graph between labels and bands
@@ -32,18 +28,6 @@ constexpr double planLegend = 83;      // mm that the column needs at least
 constexpr double profileLegend = 38;   // mm
 constexpr double leastDiagrams = 48;   // mm
 
-struct Paper {
-    double width, height;  // mm
-};
-
-Paper PaperOf(const std::string& name) { return name == "A4" || name == "a4" ? Paper{297, 210} : Paper{420, 297}; }
-
-void DrawTitle(Canvas& canvas, const Box& sheet, const std::string& title, const std::string& subject) {
-    canvas.Text({sheet.left + gap, sheet.top + titleHeight / 2}, title, {.size = 4.2, .anchorY = 0.5, .bold = true});
-    canvas.Text({sheet.right - gap, sheet.top + titleHeight / 2}, subject, {.size = 2.8, .anchorX = 1, .anchorY = 0.5});
-    canvas.Line({sheet.left, sheet.top + titleHeight}, {sheet.right, sheet.top + titleHeight}, {.width = 0.35});
-}
-
 std::string Extent(const RoadLine& line) {
     const CentrePoint first = line.At(line.Pieces().front(), 0);
     const CentrePoint last = line.At(line.Pieces().back(), line.Pieces().back().Length());
@@ -51,54 +35,17 @@ std::string Extent(const RoadLine& line) {
            FormatReal(line.Length(), 3) + " m";
 }
 
-/// A sheet with frame, title and a column at its right, that is divided from top to bottom.
-class Sheet {
-public:
-    Sheet(const PlotOptions& options, const Paper& paper, const std::string& subject)
-        : canvas(options.out, paper.width, paper.height),
-          frame{margin, margin, paper.width - margin, paper.height - margin} {
-        canvas.Rectangle(frame, {.width = 0.5});
-        const std::string name = std::filesystem::path(options.road).stem().string();
-        DrawTitle(canvas, frame, options.title.empty() ? name : options.title, subject);
-        top = frame.top + titleHeight;
-        canvas.Line({ColumnLeft(), top}, {ColumnLeft(), frame.bottom}, {.width = 0.35});
-    }
-
-    [[nodiscard]] double Room() const noexcept { return frame.bottom - top; }
-
-    /// Takes the next part of the sheet and lets it be drawn, with its part of the column. On a small sheet a legend
-    /// may reach further down than its drawing; the next one begins below it.
-    /// @param legend mm that the part needs in the column
-    template <class Draw>
-    void Part(double height, double legend, Draw&& draw) {
-        const double bottom = std::min(top + height, frame.bottom);
-        columnTop = std::max(columnTop, top);
-        if (top > frame.top + titleHeight) {
-            canvas.Line({frame.left, top}, {ColumnLeft(), top}, {.width = 0.35});
-            canvas.Line({ColumnLeft(), columnTop}, {frame.right, columnTop}, {.width = 0.35});
-        }
-        draw(canvas, Box{frame.left + gap, top + gap, ColumnLeft() - gap, bottom - gap},
-             Box{ColumnLeft() + gap, columnTop + gap, frame.right - gap, std::max(bottom, columnTop + legend) - gap});
-        columnTop += legend;
-        top = bottom;
-    }
-
-    void Finish() { canvas.Finish(); }
-
-private:
-    [[nodiscard]] double ColumnLeft() const noexcept { return frame.right - columnWidth; }
-
-    Canvas canvas;
-    Box frame;
-    double top = 0;        ///< of the next part (mm)
-    double columnTop = 0;  ///< of its legend (mm)
-};
+/// A sheet with the title that the options give, or else the file's name.
+Sheet NewSheet(const PlotOptions& options, const std::string& subject) {
+    const std::string name = std::filesystem::path(options.road).stem().string();
+    return {options.out, PaperOf(options.paper), options.title.empty() ? name : options.title, subject};
+}
 
 void PlotSection(RoadDesign* road, const RoadLine& line, const PlotOptions& options) {
     const Stake stake = ResolveMileage(*options.section, line.Prefix(), options.occurrence, "--section");
     const CrossSection section = SectionAt(road, line, stake);
     const std::string stakeText = FormatMileage(line.Prefix(), stake);
-    Sheet sheet(options, PaperOf(options.paper), "section at " + stakeText);
+    Sheet sheet = NewSheet(options, "section at " + stakeText);
     std::string scales;
     sheet.Part(sheet.Room(), 0, [&](Canvas& canvas, const Box& box, const Box& column) {
         scales = DrawSection(canvas, section, stakeText, box, column);
@@ -108,7 +55,7 @@ void PlotSection(RoadDesign* road, const RoadLine& line, const PlotOptions& opti
 }
 
 void PlotRoad(RoadDesign* road, const RoadLine& line, const PlotOptions& options) {
-    Sheet sheet(options, PaperOf(options.paper), Extent(line));
+    Sheet sheet = NewSheet(options, Extent(line));
     const double room = sheet.Room();
     const bool hasPlates = HasPlates(road);
     const bool hasProfile = GetVerticalCurveCount(road) > 0;

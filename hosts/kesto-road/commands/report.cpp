@@ -11,8 +11,8 @@
 #include "road/curves.hpp"
 #include "road/road_file.hpp"
 #include "road/road_line.hpp"
-#include "tables/csv.hpp"
 #include "tables/curves.hpp"
+#include "tables/stakes.hpp"
 #include "terminal/numbers.hpp"
 #include "terminal/output.hpp"
 #include "terminal/text_table.hpp"
@@ -21,11 +21,10 @@ namespace kesto::host {
 
 namespace {
 
-constexpr int lengthDecimals = 3;    // millimetres
-constexpr int azimuthDecimals = 6;   // degrees
-constexpr int gradeDecimals = 4;     // per cent
-constexpr int slopeDecimals = 3;     // per cent
-constexpr double squareOffset = 90;  // degrees
+constexpr int lengthDecimals = 3;   // millimetres
+constexpr int azimuthDecimals = 6;  // degrees
+constexpr int gradeDecimals = 4;    // per cent
+constexpr int slopeDecimals = 3;    // per cent
 constexpr double percent = 100;
 
 std::string Metres(double number) { return FormatReal(number, lengthDecimals); }
@@ -45,10 +44,10 @@ std::string Elements(const RoadLine& line) {
     for (const Piece& piece : line.Pieces()) {
         const Element& it = piece.element;
         const char* turn = it.turnDirection == 0 ? "left" : "right";
-        table.Add({ElementName(it), it.type == 1 ? "-" : turn, FormatMileage(line.Prefix(), line.At(piece, 0).stake),
-                   Metres(it.length), Radius(it.startRadius),
-                   it.type == 2 ? Radius(it.startRadius) : Radius(it.endRadius), Metres(it.startX), Metres(it.startY),
-                   FormatReal(it.startAzimuth, azimuthDecimals)});
+        table.Add({ElementName(it), it.type == straightType ? "-" : turn,
+                   FormatMileage(line.Prefix(), line.At(piece, 0).stake), Metres(it.length), Radius(it.startRadius),
+                   it.type == arcType ? Radius(it.startRadius) : Radius(it.endRadius), Metres(it.startX),
+                   Metres(it.startY), FormatReal(it.startAzimuth, azimuthDecimals)});
     }
     return table.Text("Elements");
 }
@@ -78,7 +77,7 @@ std::string BrokenChains(RoadDesign* road, const RoadLine& line) {
 
 std::string GradePoints(RoadDesign* road, const RoadLine& line) {
     TextTable table({"curve", "mileage", "occurrence", "elevation", "grade out %", "radius", "from", "to"});
-    const bool byRadius = GetVerticalCurveMode(road) == 0;
+    const bool byRadius = GetVerticalCurveMode(road) == radiusMode;
     VerticalCurve point{};
     for (std::int32_t i = 0; GetVerticalCurve(road, i, &point); ++i) {
         const bool curved = point.curveSign != 0 && (!byRadius || point.radius > 0);
@@ -119,27 +118,6 @@ std::string ChangeSections(RoadDesign* road, const RoadLine& line) {
         }
     }
     return table.Text("Change sections: cross slopes (%) or widths (m), from the centre line outwards");
-}
-
-std::int32_t WriteStakes(RoadDesign* road, const RoadLine& line, const std::string& path, int decimals) {
-    Output out(path);
-    out.Write("name,label,mileage,occurrence,x,y,azimuth,design_height\n");
-    StakeCoordinate stake{};
-    std::int32_t count = 0;
-    for (; GetStakeCoordinate(road, count, &stake); ++count) {
-        double x = 0;
-        double y = 0;
-        double azimuth = 0;
-        const bool placed =
-            GetPositionAndAzimuth(road, stake.mileage, 0, squareOffset, &x, &y, &azimuth, stake.occurrence);
-        const auto height = line.HeightAt({stake.mileage, stake.occurrence});
-        out.Write(CsvField(stake.name) + "," + CsvField(stake.label) + "," + FormatReal(stake.mileage, decimals) + "," +
-                  std::to_string(stake.occurrence) + "," + FormatReal(stake.x, decimals) + "," +
-                  FormatReal(stake.y, decimals) + "," + (placed ? FormatReal(azimuth, azimuthDecimals) : "") + "," +
-                  (height ? FormatReal(*height, decimals) : "") + "\n");
-    }
-    out.Finish();
-    return count;
 }
 
 }  // namespace

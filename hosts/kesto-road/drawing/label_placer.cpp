@@ -82,4 +82,11 @@ void LabelPlacer::TakeLine(Place from, Place to, double clearance) {
     Take(TextQuad(from, std::atan2(to.y - from.y, to.x - from.x), length, clearance));
 }
 
+bool TextRow::Take(double from, double to) {
+    const bool meets = std::any_of(taken.begin(), taken.end(),
+                                   [&](const auto& other) { return from < other.second && other.first < to; });
+    if (!meets) taken.emplace_back(from, to);
+    return !meets;
+}
+
 }  // namespace kesto::host

@@ -4,6 +4,7 @@
 #include <array>
 #include <cstdint>
 #include <unordered_map>
+#include <utility>
 #include <vector>
 
 #include "drawing/canvas.hpp"
@@ -37,6 +38,16 @@ private:
     Box area;
     std::vector<Quad> taken;
     std::unordered_map<std::int64_t, std::vector<std::size_t>> cells;
+};
+
+/// Horizontal stretches of a band that are taken by texts.
+class TextRow {
+public:
+    /// False when the stretch, in mm, meets one that is taken.
+    bool Take(double from, double to);
+
+private:
+    std::vector<std::pair<double, double>> taken;
 };
 
 }  // namespace kesto::host

@@ -1,7 +1,5 @@
 #include "drawing/length_axis.hpp"
 
-#include <algorithm>
-
 #include "drawing/scales.hpp"
 
 namespace kesto::host {
@@ -20,21 +18,6 @@ LengthAxis::LengthAxis(const Box& box, const RoadLine& line)
 
 double LengthAxis::X(double continuous) const noexcept {
     return left + (continuous - start) * millimetresPerMetre / denominator;
-}
-
-bool TextRow::Take(double from, double to) {
-    const bool meets = std::any_of(taken.begin(), taken.end(),
-                                   [&](const auto& other) { return from < other.second && other.first < to; });
-    if (!meets) taken.emplace_back(from, to);
-    return !meets;
-}
-
-void DrawBreak(Canvas& canvas, double x, double top, double bottom) {
-    canvas.Line({x, top}, {x, bottom}, {.colour = colours::brokenChain, .width = 0.3, .dashed = true});
-}
-
-std::string BreakText(const RoadLine& line, const Break& it) {
-    return FormatMileage(line.Prefix(), {it.back, 0}) + " = " + FormatMileage(line.Prefix(), {it.ahead, 0});
 }
 
 }  // namespace kesto::host

@@ -5,7 +5,9 @@
 #include <numbers>
 #include <vector>
 
+#include "drawing/broken_chains.hpp"
 #include "drawing/label_placer.hpp"
+#include "drawing/plan_view.hpp"
 #include "drawing/scales.hpp"
 #include "road/curves.hpp"
 #include "terminal/numbers.hpp"
@@ -14,12 +16,7 @@ namespace kesto::host {
 
 namespace {
 
-constexpr double degree = std::numbers::pi / 180;
-constexpr double rightAngle = std::numbers::pi / 2;
 constexpr double fullTurn = 2 * std::numbers::pi;
-constexpr double roomAtSides = 17;        // mm left and right of the road for labels
-constexpr double roomAbove = 26;          // mm above and below it
-constexpr double worthTurning = 1.35;     // how much larger a turned plan must be
 constexpr double curveChord = 1.5;        // mm between two drawn points of a curve
 constexpr double straightChord = 12;      // mm between two drawn points of a straight
 constexpr double mostChords = 2000;       // of one element
@@ -29,97 +26,13 @@ constexpr double lineClearance = 1.2;     // mm kept free about the road
 constexpr double labelHeight = 2.7;       // mm from one label to the next
 constexpr int mostShifts = 40;            // places tried along the road for a label
 constexpr double steepestLeader = 4;      // shift of a label along the road, in distances from it
-constexpr double worthShrinking = 1.25;   // how much smaller a plan may be to show all intersections
 constexpr double kilometre = 1000;        // m
-
-/// Ground to sheet.
-struct View {
-    double turn = 0;   ///< how far the plan is turned clockwise against north up (radians)
-    double scale = 1;  ///< mm on the sheet for a metre
-    Place origin;      ///< where the ground's origin would be (mm)
-
-    [[nodiscard]] Place operator()(double x, double y) const noexcept {
-        return {origin.x + scale * (y * std::cos(turn) + x * std::sin(turn)),
-                origin.y + scale * (y * std::sin(turn) - x * std::cos(turn))};
-    }
-    /// Sheet to ground: x is the northing.
-    [[nodiscard]] Place Ground(Place place) const noexcept {
-        const double right = (place.x - origin.x) / scale;
-        const double down = (place.y - origin.y) / scale;
-        return {right * std::sin(turn) - down * std::cos(turn), right * std::cos(turn) + down * std::sin(turn)};
-    }
-    /// An azimuth as a direction on the sheet: radians, clockwise from the sheet's right.
-    [[nodiscard]] double Direction(double azimuth) const noexcept { return azimuth * degree + turn - rightAngle; }
-};
 
 Place Moved(Place place, double direction, double distance) noexcept {
     return {place.x + distance * std::cos(direction), place.y + distance * std::sin(direction)};
 }
 
 double DirectionTo(Place from, Place to) noexcept { return std::atan2(to.y - from.y, to.x - from.x); }
-
-/// The part of the sheet that a view of the road covers.
-Box Extent(const std::vector<Place>& ground, const View& view) {
-    Box box{1e300, 1e300, -1e300, -1e300};
-    for (const Place& point : ground) {
-        const Place place = view(point.x, point.y);
-        box = {std::min(box.left, place.x), std::min(box.top, place.y), std::max(box.right, place.x),
-               std::max(box.bottom, place.y)};
-    }
-    return box;
-}
-
-/// Points of the road, about as many as matter for its extent.
-std::vector<Place> Outline(const RoadLine& line) {
-    std::vector<Place> points;
-    constexpr int steps = 6;
-    for (const Piece& piece : line.Pieces()) {
-        for (int i = 0; i <= steps; ++i) {
-            const CentrePoint point = line.At(piece, piece.Length() * i / steps);
-            points.push_back({point.x, point.y});
-        }
-    }
-    return points;
-}
-
-/// mm for a metre with which the road, turned so far, fits the box.
-double FittingScale(const std::vector<Place>& ground, double turn, const Box& box) {
-    const Box extent = Extent(ground, {.turn = turn, .scale = 1, .origin = {}});
-    const double width = std::max(extent.Width(), 1e-3);
-    const double height = std::max(extent.Height(), 1e-3);
-    return std::min(box.Width() / width, box.Height() / height);
-}
-
-/// The points that the plan shows: the road, and the intersections unless they lie so far out that the road would
-/// become small.
-std::vector<Place> Shown(const RoadLine& line, const std::vector<Intersection>& polygon, const Box& box) {
-    std::vector<Place> road = Outline(line);
-    std::vector<Place> all = road;
-    for (const Intersection& it : polygon) all.insert(all.end() - 1, {it.x, it.y});
-    const double shrinking = FittingScale(road, 0, box) / FittingScale(all, 0, box);
-    return shrinking > worthShrinking ? road : all;
-}
-
-View FitView(const RoadLine& line, const std::vector<Intersection>& polygon, const Box& whole, double& denominator) {
-    const double above = std::min(roomAbove, whole.Height() / 3);
-    const Box box{whole.left + roomAtSides, whole.top + above, whole.right - roomAtSides, whole.bottom - above};
-    const auto ground = Shown(line, polygon, box);
-    const Place first = ground.front();
-    const Place last = ground.back();
-    const double sideways = rightAngle - std::atan2(last.y - first.y, last.x - first.x);  // takes start left, end right
-    double scale = FittingScale(ground, 0, box);
-    View view;
-    if (FittingScale(ground, sideways, box) > worthTurning * scale) {
-        view.turn = sideways;
-        scale = FittingScale(ground, sideways, box);
-    }
-    denominator = UsualScale(millimetresPerMetre / scale);
-    view.scale = millimetresPerMetre / denominator;
-    const Box extent = Extent(ground, view);
-    view.origin = {(box.left + box.right - extent.left - extent.right) / 2,
-                   (box.top + box.bottom - extent.top - extent.bottom) / 2};
-    return view;
-}
 
 class Plan {
 public:
@@ -151,7 +64,7 @@ public:
 
     void DrawElements() {
         for (const Piece& piece : line.Pieces()) {
-            const double chord = piece.element.type == 1 ? straightChord : curveChord;
+            const double chord = piece.element.type == straightType ? straightChord : curveChord;
             const double wanted = std::ceil(piece.Length() * view.scale / chord);
             const auto chords = static_cast<int>(std::clamp(wanted, 1.0, mostChords));
             std::vector<Place> places;
@@ -170,9 +83,7 @@ public:
             const double direction = view.Direction(it.azimuth);
             const Pen pen{.colour = colours::brokenChain, .width = 0.5};
             canvas.Line(Moved(place, direction + rightAngle, 2.2), Moved(place, direction - rightAngle, 2.2), pen);
-            const std::string text =
-                FormatMileage(line.Prefix(), {it.back, 0}) + " = " + FormatMileage(line.Prefix(), {it.ahead, 0});
-            Label(place, direction, -1, text, {.colour = colours::brokenChain, .bold = true});
+            Label(place, direction, -1, BreakText(line, it), {.colour = colours::brokenChain, .bold = true});
         }
     }
 
@@ -183,7 +94,7 @@ public:
             double y = 0;
             double azimuth = 0;
             if (stake.label[0] == '\0' ||
-                !GetPositionAndAzimuth(road, stake.mileage, 0, 90, &x, &y, &azimuth, stake.occurrence)) {
+                !GetPositionAndAzimuth(road, stake.mileage, 0, squareOffset, &x, &y, &azimuth, stake.occurrence)) {
                 continue;
             }
             const Place place = view(stake.x, stake.y);
@@ -377,9 +288,8 @@ void DrawLegend(Canvas& canvas, Place place, bool hasBreaks, bool hasPolygon) {
 }  // namespace
 
 std::string DrawPlan(Canvas& canvas, RoadDesign* road, const RoadLine& line, const Box& box, const Box& column) {
-    double denominator = 1;
     const std::vector<Intersection> polygon = IntersectionsOf(road);
-    const View view = FitView(line, polygon, box, denominator);
+    const View view = FitView(line, polygon, box);
     Plan plan(canvas, line, view, box);
     plan.DrawPolygon(polygon, box);
     plan.DrawElements();
@@ -391,14 +301,14 @@ std::string DrawPlan(Canvas& canvas, RoadDesign* road, const RoadLine& line, con
     DrawLegend(canvas, {column.left, column.top + 4}, !line.Breaks().empty(), !polygon.empty());
     DrawNorthArrow(canvas, {(column.left + column.right) / 2, column.top + 44}, view.turn);
     DrawScaleBar(canvas, {column.left, column.top + 60}, view.scale, column.Width() - 8);
-    canvas.Text({column.left, column.top + 70}, ScaleText(denominator), {.size = 2.6, .bold = true});
+    canvas.Text({column.left, column.top + 70}, ScaleText(view.denominator), {.size = 2.6, .bold = true});
     if (plan.Omitted() > 0) {
         canvas.Text({column.left, column.top + 75},
                     std::to_string(plan.Omitted()) + (plan.Omitted() == 1 ? " label" : " labels") + " left out",
                     {.size = 2});
         canvas.Text({column.left, column.top + 78}, "for want of room", {.size = 2});
     }
-    return ScaleText(denominator);
+    return ScaleText(view.denominator);
 }
 
 }  // namespace kesto::host

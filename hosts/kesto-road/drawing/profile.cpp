@@ -6,6 +6,8 @@
 #include <optional>
 #include <vector>
 
+#include "drawing/broken_chains.hpp"
+#include "drawing/label_placer.hpp"
 #include "drawing/length_axis.hpp"
 #include "drawing/scales.hpp"
 #include "terminal/numbers.hpp"
@@ -33,13 +35,12 @@ struct GradePoint {
 };
 
 double Continuous(RoadDesign* road, double mileage, std::int32_t occurrence) {
-    double continuous = mileage;
-    return GetSrcMileage(road, &continuous, occurrence) ? continuous : mileage;
+    return ContinuousMileage(road, {mileage, occurrence}).value_or(mileage);
 }
 
 std::vector<GradePoint> GradePoints(RoadDesign* road) {
     std::vector<GradePoint> points;
-    const bool byRadius = GetVerticalCurveMode(road) == 0;
+    const bool byRadius = GetVerticalCurveMode(road) == radiusMode;
     VerticalCurve it{};
     for (std::int32_t i = 0; GetVerticalCurve(road, i, &it); ++i) {
         points.push_back(
@@ -202,23 +203,26 @@ private:
         if (height) write(FormatReal(*height, 3), heights, graph.bottom + bandHeight * 1.5);
     }
 
-    /// Straights on the middle line, right turns above it, left turns below; spirals lead from one to the other.
+    /// The curvature of an element: straights on the middle line, right turns above it, left turns below; spirals lead
+    /// from one to the other.
     void DrawCurvature(const Piece& piece) {
         const Element& it = piece.element;
         const double middle = graph.bottom + (bands - 0.5) * bandHeight;
         const double left = X(piece.from);
         const double right = X(piece.from + piece.Length());
         const double side = it.turnDirection == 0 ? 1 : -1;
-        const auto rise = [&](double radius) { return radius < 1e-7 ? middle : middle + side * bandHeight * 0.36; };
-        const double end = it.type == 2 ? it.startRadius : it.endRadius;
-        const double from = it.type == 1 ? middle : rise(it.startRadius);
-        const double to = it.type == 1 ? middle : rise(end);
+        const auto rise = [&](double radius) {
+            return radius < infiniteRadius ? middle : middle + side * bandHeight * 0.36;
+        };
+        const double end = it.type == arcType ? it.startRadius : it.endRadius;
+        const double from = it.type == straightType ? middle : rise(it.startRadius);
+        const double to = it.type == straightType ? middle : rise(end);
         const Pen pen{.colour = ElementColour(it), .width = 0.35};
         canvas.Polyline({{left, curvature.value_or(middle)}, {left, from}, {right, to}}, pen);
         curvature = to;
         const TextStyle style{.size = 1.9, .anchorX = 0.5, .anchorY = 0.5, .colour = pen.colour};
         const std::string text = "R " + FormatReal(it.startRadius, 0);
-        if (it.type == 2 && canvas.TextWidth(text, style) + 1 < right - left) {
+        if (it.type == arcType && canvas.TextWidth(text, style) + 1 < right - left) {
             canvas.Text({(left + right) / 2, middle - side * 1.1}, text, style);
         }
     }
@@ -238,8 +242,8 @@ private:
         }
     }
 
-    /// Where along a tangent a label stands clear of the broken chains, as near to the middle as can be: in the middle
-    /// when there is no such place.
+    /// The share of a tangent's length at which its label keeps clear of the broken chains, as near to the middle as
+    /// can be; the middle itself when there is no such place.
     [[nodiscard]] double ShareWithoutBreak(double left, double right, double half) const {
         const auto breaks = line.Breaks();
         const auto clear = [&](double at) {

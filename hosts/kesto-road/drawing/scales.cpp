@@ -29,14 +29,6 @@ double UsualStep(double least) {
     return NextOf(steps, least);
 }
 
-Colour ElementColour(const Element& element) noexcept {
-    switch (element.type) {
-        case 2: return colours::arc;
-        case 3: return colours::spiral;
-        default: return colours::straight;
-    }
-}
-
 std::string ScaleText(double denominator) { return "1:" + FormatShort(denominator); }
 
 }  // namespace kesto::host

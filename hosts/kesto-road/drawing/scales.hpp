@@ -1,10 +1,7 @@
-/// What plan and profile share: scales, colours and texts of a drawing.
+/// Scales and steps that are usual on drawings.
 #pragma once
 
 #include <string>
-
-#include "drawing/canvas.hpp"
-#include "kesto_road/kesto_road.h"
 
 namespace kesto::host {
 
@@ -14,9 +11,6 @@ double UsualScale(double leastDenominator);
 
 /// The smallest of 1, 2, 5 times a power of ten that is at least this.
 double UsualStep(double least);
-
-/// Colour of an element by its type.
-Colour ElementColour(const Element& element) noexcept;
 
 /// "1:2000".
 std::string ScaleText(double denominator);

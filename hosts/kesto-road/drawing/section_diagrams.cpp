@@ -6,6 +6,7 @@
 #include <string>
 #include <vector>
 
+#include "drawing/broken_chains.hpp"
 #include "drawing/label_placer.hpp"
 #include "drawing/length_axis.hpp"
 #include "drawing/scales.hpp"
@@ -24,7 +25,7 @@ constexpr double gridOnSheet = 4;      // mm, least distance of grid lines
 constexpr double leastSlopes = 1;      // per cent that the diagram shows at least
 constexpr double leastWidths = 1;      // m that the diagram shows at least
 constexpr double samePlace = 1e-6;     // m along the road
-constexpr double sameValue = 1e-9;     // per cent or m: a change that is none
+constexpr double sameValue = 1e-9;     // per cent or m: a smaller number counts as 0
 constexpr double labelSize = 2;        // mm
 constexpr int slopeDecimals = 2;       // per cent, without the zeros at the end
 constexpr int widthDecimals = 3;       // m, without the zeros at the end
@@ -45,7 +46,7 @@ std::string Signed(double number, int decimals) {
     return text += Brief(number, decimals);
 }
 
-/// A graph's values between its top and bottom edge.
+/// The scale of a graph's values, which lie between its top and bottom edge.
 class Scale {
 public:
     Scale(const Box& box, double least, double most) : bottom(box.bottom - graphMargin), low(least) {

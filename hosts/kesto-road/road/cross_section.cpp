@@ -25,10 +25,6 @@ std::optional<std::vector<SectionPlate>> Plates(RoadDesign* road, Query query, s
     return plates;
 }
 
-std::string PlaceName(const RoadLine& line, const Stake& stake) {
-    return FormatMileage(line.Prefix(), stake) + " (occurrence " + std::to_string(stake.occurrence) + ")";
-}
-
 }  // namespace
 
 std::string TransitionName(std::int32_t type) {
@@ -59,14 +55,14 @@ CrossSection SectionAt(RoadDesign* road, const RoadLine& line, const Stake& stak
     }
     const auto centre = line.At(stake);
     if (!centre) {
-        throw Problem(ExitCode::Data, PlaceName(line, stake) + " is not on the road: " + DescribeLastFailure(road));
+        throw Problem(ExitCode::Data, NotOnRoad(road, stake));
     }
     CrossSection section{*centre, line.HeightAt(stake), {}};
     for (const std::int32_t side : bothSides) {
         if (GetStandardSectionPlateCount(road, side) == 0) continue;
         auto plates = Plates(road, section.height ? GetRoadSide : GetRoadSideNoHeight, side, stake);
         if (!plates) {
-            throw Problem(ExitCode::Data, PlaceName(line, stake) + " has no section on the " +
+            throw Problem(ExitCode::Data, PlaceName(road, stake) + " has no section on the " +
                                               sideNames[static_cast<std::size_t>(side)] +
                                               " side: " + DescribeLastFailure(road));
         }
@@ -85,7 +81,7 @@ std::vector<Change> Changes(RoadDesign* road, std::int32_t side, std::int32_t ki
         Stake stake;
         DoubleArray array{values.data(), 0, static_cast<std::int32_t>(values.size())};
         bool found = GetChangeSection(road, side, kind, i, &stake.mileage, &array, &stake.occurrence);
-        if (!found && array.count > array.capacity) {  // one that missed the removal of a plate
+        if (!found && array.count > array.capacity) {  // more values than plates: a plate has been deleted since
             values.resize(static_cast<std::size_t>(array.count));
             array = {values.data(), 0, array.count};
             found = GetChangeSection(road, side, kind, i, &stake.mileage, &array, &stake.occurrence);
@@ -93,8 +89,7 @@ std::vector<Change> Changes(RoadDesign* road, std::int32_t side, std::int32_t ki
         if (found) {
             change.stake = stake;
             change.values.assign(values.begin(), values.begin() + array.count);
-            change.continuous = stake.mileage;
-            GetSrcMileage(road, &change.continuous, stake.occurrence);
+            change.continuous = ContinuousMileage(road, stake).value_or(stake.mileage);
         }
         changes.push_back(std::move(change));
     }

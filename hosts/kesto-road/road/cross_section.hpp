@@ -44,8 +44,9 @@ std::optional<std::vector<SectionPlate>> PlatesAt(RoadDesign* road, std::int32_t
 /// The cross section at a place.
 struct CrossSection {
     CentrePoint centre;
-    std::optional<double> height;                     ///< of the centre line (m); nothing without a profile
-    std::array<std::vector<SectionPlate>, 2> plates;  ///< by side; heights from the centre line where it has none
+    std::optional<double> height;  ///< of the centre line (m); nothing without a profile
+    std::array<std::vector<SectionPlate>, 2>
+        plates;  ///< by side; heights count from the centre line where the road has no profile
 };
 
 /// @throws Problem when the place is not on the road or has no section
@@ -53,8 +54,8 @@ CrossSection SectionAt(RoadDesign* road, const RoadLine& line, const Stake& stak
 
 /// A change section with the type of the stretch that ends there.
 struct Change {
-    std::optional<Stake> stake;  ///< nothing for one that is not on the road
-    double continuous;           ///< m; 0 for one that is not on the road
+    std::optional<Stake> stake;  ///< nothing where it is not on the road
+    double continuous;           ///< m; 0 where it is not on the road
     std::vector<double> values;  ///< one per plate
     std::int32_t type;
 };

@@ -12,7 +12,7 @@ namespace kesto::host {
 
 namespace {
 
-constexpr double samePlace = 1e-6;  // m along the road: a stake of the design run and a curve's own point
+constexpr double samePlace = 1e-6;  // m along the road: a stake as near as this to a curve's point is its main point
 constexpr double degree = std::numbers::pi / 180;
 constexpr double fullCircle = 360;  // degrees
 
@@ -22,9 +22,9 @@ public:
     explicit MainPoints(RoadDesign* road) {
         StakeCoordinate stake{};
         for (std::int32_t i = 0; GetStakeCoordinate(road, i, &stake); ++i) {
-            double continuous = stake.mileage;
-            if (stake.label[0] == '\0' || !GetSrcMileage(road, &continuous, stake.occurrence)) continue;
-            points.push_back({continuous, {stake.label, {stake.mileage, stake.occurrence}}});
+            const auto continuous = ContinuousMileage(road, {stake.mileage, stake.occurrence});
+            if (stake.label[0] == '\0' || !continuous) continue;
+            points.push_back({*continuous, {stake.label, {stake.mileage, stake.occurrence}}});
         }
         std::stable_sort(points.begin(), points.end(), [](const auto& a, const auto& b) { return a.first < b.first; });
     }

@@ -18,7 +18,7 @@ struct MainPoint {
     Stake stake;
 };
 
-/// The main points of a curve in order of travel. An arc without spirals has no arc ends of its own.
+/// The main points of a curve in order of travel. Where no spiral joins an arc, curveBegin or curveEnd is its end.
 enum CurvePoint : std::size_t { curveBegin, arcBegin, arcMiddle, arcEnd, curveEnd, curvePointCount };
 
 /// The curve of an intersection, as the built road has it.
@@ -51,7 +51,7 @@ std::vector<Intersection> IntersectionsOf(RoadDesign* road);
 /// Name of an intersection; its number, counted from 1, where it has none.
 std::string IntersectionName(const Intersection& record, std::size_t index);
 
-/// The figures of every intersection, drawn from the road as it is built. None for a road made from anything else.
+/// The figures of every intersection, as the built road has them; none for a road made from anything else.
 std::vector<IntersectionFigures> FiguresOfIntersections(RoadDesign* road, const RoadLine& line);
 
 }  // namespace kesto::host

@@ -44,7 +44,7 @@ std::string PointText(RoadDesign* road, std::int32_t index) {
     return Named("point", index, there, record);
 }
 
-/// "element 7": elements are counted without the start record, all others from 1.
+/// "element 7". Records are counted from 1; the start record, which is the first of the elements, is not counted.
 std::string RecordName(RoadDesign* road, const Failure& failure) {
     switch (failure.list) {
         case KESTO_LIST_ELEMENTS: return "element " + std::to_string(failure.record);
@@ -126,7 +126,7 @@ std::string PointMisfit(RoadDesign* road, const Failure& failure) {
     return text + ": no spiral from " + Radius(from.radius) + " to " + Radius(to.radius) + " meets it";
 }
 
-/// A road has start record and elements; from points it needs as many as it has ends.
+/// Says how many elements, intersections or points the road has, and how many it needs.
 std::string TooFew(const Failure& failure) {
     const char* what = failure.list == KESTO_LIST_INTERSECTIONS ? " intersections"
                        : failure.list == KESTO_LIST_COORDINATES ? " points"
@@ -143,10 +143,9 @@ Failure LastFailure(RoadDesign* road) {
 }
 
 std::string DescribeFailure(RoadDesign* road, std::int32_t status, const Failure& failure) {
-    const char* prefix = GetMakeStakePerfix(road);
     if (failure.status != status) return DescribeStatus(status);
     switch (status) {
-        case KESTO_MILEAGE_OFF_ROAD: return OffRoad(prefix == nullptr ? "" : prefix, failure);
+        case KESTO_MILEAGE_OFF_ROAD: return OffRoad(StakePrefix(road), failure);
         case KESTO_NO_SUCH_OCCURRENCE: return Occurrences(failure);
         case KESTO_RECORDS_SKIPPED:
             return Whole(failure.value) + (std::fabs(failure.value - 1) < 0.5 ? " record" : " records") +

@@ -46,6 +46,11 @@ std::optional<double> ParseMagnitude(std::string_view text, bool& stakeForm) noe
 
 }  // namespace
 
+std::string StakePrefix(RoadDesign* road) {
+    const char* prefix = GetMakeStakePerfix(road);
+    return prefix == nullptr ? "" : prefix;
+}
+
 std::optional<WrittenMileage> ParseMileage(std::string_view text, std::string_view prefix) {
     text = Trim(text);
     const bool negative = TakePrefix(text, "-") || TakePrefix(text, typographicMinus);

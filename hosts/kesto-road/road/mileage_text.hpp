@@ -6,6 +6,8 @@
 #include <string>
 #include <string_view>
 
+#include "kesto_road/kesto_road.h"
+
 namespace kesto::host {
 
 /// A stake mileage with its occurrence: one place on the road.
@@ -20,9 +22,12 @@ struct WrittenMileage {
     bool later = false;  ///< a "+" stands before the stake text: a later occurrence than the first
 };
 
-/// Reads a mileage: a plain number of metres, or a stake text. Prefix and its case do not matter, K12+345.678,
-/// 12+345.678 and 12345.678 are the same; "-K0+012.500" is negative (the typographic minus is taken too) and
-/// "+K28+000.000" a later occurrence, as stake names write it.
+/// The road's stake prefix.
+std::string StakePrefix(RoadDesign* road);
+
+/// Reads a mileage: a plain number of metres, or a stake text. The prefix may be missing, its case does not matter:
+/// K12+345.678, 12+345.678 and 12345.678 are the same. "-K0+012.500" is negative (the typographic minus is taken too),
+/// "+K28+000.000" a later occurrence, as in stake names.
 /// @param text   what was written
 /// @param prefix the road's stake prefix; another one is refused, since it belongs to another road
 /// @return nothing when the text is no mileage
@@ -34,8 +39,8 @@ std::optional<WrittenMileage> ParseMileage(std::string_view text, std::string_vi
 Stake ResolveMileage(std::string_view text, std::string_view prefix, std::optional<int> occurrence,
                      std::string_view name);
 
-/// Stake text, "K12+345.678": "-" in front of a negative mileage, "+" in front of a later occurrence (which, as in
-/// stake names, hides the minus). Unlike in stake names the metres are rounded before they are padded.
+/// Stake text, "K12+345.678": "-" in front of a negative mileage, "+" in front of a later occurrence. As in stake names
+/// a text with "+" has no "-". Unlike in stake names the metres are rounded before they are padded.
 /// @param decimals of the metres
 std::string FormatMileage(std::string_view prefix, const Stake& stake, int decimals = 3);
 

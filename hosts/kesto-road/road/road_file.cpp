@@ -17,19 +17,6 @@ bool HasExtension(const std::string& path, const char* extension) {
     return std::filesystem::path(path).extension() == extension;
 }
 
-}  // namespace
-
-Problem OpenProblem(const std::string& path, std::int32_t status) {
-    std::error_code ignored;
-    if (status == KESTO_FILE_NOT_OPENED && !std::filesystem::exists(path, ignored)) {
-        return FileProblem(path, "read", ENOENT);
-    }
-    if (status == KESTO_FILE_NOT_OPENED) return FileProblem(path, "read", 0);
-    return {ExitCode::File, "'" + path + "' cannot be read: " + DescribeStatus(status)};
-}
-
-namespace {
-
 /// Reads a project file and runs the design.
 /// @param failure out: why it failed, or which records had to be skipped
 /// @return as OpenProject2()
@@ -43,6 +30,15 @@ std::int32_t OpenAndDesign(RoadDesign* road, const std::string& path, Failure& f
 }
 
 }  // namespace
+
+Problem OpenProblem(const std::string& path, std::int32_t status) {
+    std::error_code ignored;
+    if (status == KESTO_FILE_NOT_OPENED && !std::filesystem::exists(path, ignored)) {
+        return FileProblem(path, "read", ENOENT);
+    }
+    if (status == KESTO_FILE_NOT_OPENED) return FileProblem(path, "read", 0);
+    return {ExitCode::File, "'" + path + "' cannot be read: " + DescribeStatus(status)};
+}
 
 RoadHandle NewRoad() {
     RoadHandle road(StartRoadDesign());

@@ -3,6 +3,7 @@
 #include <algorithm>
 #include <cmath>
 
+#include "road/conventions.hpp"
 #include "road/failure_text.hpp"
 #include "terminal/problem.hpp"
 
@@ -10,13 +11,30 @@ namespace kesto::host {
 
 namespace {
 
-constexpr double sameMileage = 1e-7;      // m: the library's own equality of mileages
-constexpr double samePoint = 1e-6;        // m: two evaluations of one point
-constexpr double smallestJump = 1e-6;     // m: below it a difference of stake mileages is rounding
-constexpr double beyondTolerance = 1e-3;  // m: mileages are published to the millimetre
-constexpr double squareOffset = 90;       // degrees
+constexpr double sameResult = 1e-6;    // m: two evaluations of one point
+constexpr double smallestJump = 1e-6;  // m: below it a difference of stake mileages is rounding
 
 }  // namespace
+
+std::optional<double> ContinuousMileage(RoadDesign* road, const Stake& stake) {
+    double mileage = stake.mileage;
+    return GetSrcMileage(road, &mileage, stake.occurrence) ? std::optional(mileage) : std::nullopt;
+}
+
+std::string PlaceName(RoadDesign* road, const Stake& stake) {
+    return FormatMileage(StakePrefix(road), stake) + " (occurrence " + std::to_string(stake.occurrence) + ")";
+}
+
+std::string NotOnRoad(RoadDesign* road, const Stake& stake) {
+    return PlaceName(road, stake) + " is not on the road: " + DescribeLastFailure(road);
+}
+
+RoadPlace ResolvePlace(RoadDesign* road, std::string_view text, std::optional<int> occurrence,
+                       const std::string& name) {
+    const Stake stake = ResolveMileage(text, StakePrefix(road), occurrence, name);
+    if (const auto continuous = ContinuousMileage(road, stake)) return {stake, *continuous};
+    throw Problem(ExitCode::Data, name + " " + NotOnRoad(road, stake));
+}
 
 double Piece::Length() const noexcept { return std::fabs(element.length); }
 
@@ -46,7 +64,7 @@ CentrePoint RoadLine::At(const Piece& piece, double distance) const {
     double azimuth = 0;
     for (std::int32_t k = 0; GetPositionAndAzimuth(road, point.stake.mileage, 0, squareOffset, &x, &y, &azimuth, k);
          ++k) {
-        if (std::fabs(x - point.x) > samePoint || std::fabs(y - point.y) > samePoint) continue;
+        if (std::fabs(x - point.x) > sameResult || std::fabs(y - point.y) > sameResult) continue;
         point.stake.occurrence = k;
         break;
     }
@@ -86,12 +104,12 @@ std::map<double, ChainEffect> RoadLine::ChainEffects(double givenStart) const {
     for (std::size_t k = 0; k < chains.size(); ++k) GetBrokenChain(road, static_cast<std::int32_t>(k), &chains[k]);
     std::map<double, ChainEffect> effects;
     for (const BrokenChain& it : chains) {
-        if (std::fabs(start - givenStart) < sameMileage || std::fabs(it.backMileage - givenStart) >= sameMileage)
-            continue;
+        if (std::fabs(start - givenStart) < sameMileage) continue;
+        if (std::fabs(it.backMileage - givenStart) >= sameMileage) continue;
         effects[it.backMileage] = {true, false, true, givenStart, start};
     }
-    // The builder's own walk: every element, from the start record on, takes the first chain that lies on it, and the
-    // next one a later chain. The elements are cut already, which leaves each with the chain that it was cut at.
+    // The same walk as the design run's: each element, from the start record on, takes the first chain that lies on it,
+    // and the next element a later chain. The design run has cut the elements, so each ends at the chain that it took.
     auto rest = chains.cbegin();
     Element element{};
     Element next{};
@@ -132,16 +150,11 @@ std::optional<double> RoadLine::HeightAt(const Stake& stake, double offset) cons
     return height;
 }
 
-std::string RoadLine::Prefix() const {
-    const char* prefix = GetMakeStakePerfix(road);
-    return prefix == nullptr ? "" : prefix;
-}
-
 const char* ElementName(const Element& element) noexcept {
     switch (element.type) {
-        case 1: return "straight";
-        case 2: return "arc";
-        case 3: return "spiral";
+        case straightType: return "straight";
+        case arcType: return "arc";
+        case spiralType: return "spiral";
         default: return "other";
     }
 }

@@ -1,10 +1,11 @@
-/// The built road as a chain of elements that can be walked from start to end, whatever its broken chains.
+/// The built road as a chain of elements from start to end, with the places where its mileage jumps.
 #pragma once
 
 #include <functional>
 #include <map>
 #include <optional>
 #include <string>
+#include <string_view>
 #include <vector>
 
 #include "kesto_road/kesto_road.h"
@@ -31,13 +32,13 @@ struct Break {
     double azimuth;     ///< degrees
 };
 
-/// What the road makes of a broken chain.
+/// What a broken chain does to the road.
 struct ChainEffect {
-    bool atStart = false;  ///< it stands at the road's start: the road's first mileage is the one behind the break
-    bool late = false;     ///< it acts on the element that it stands at the start of, so at that element's end
-    bool jumps = false;    ///< the mileage jumps: not at the road's end, and not where both mileages are one
-    double from = 0;       ///< stake mileage before the place where it acts (m)
-    double to = 0;         ///< stake mileage behind it (m), where there is something behind
+    bool atStart = false;  ///< it stands at the road's start: the road begins with the mileage ahead of the break
+    bool late = false;     ///< it stands just behind an element's start, but the mileage jumps at that element's end
+    bool jumps = false;    ///< the mileage jumps; false at the road's end and where both mileages are equal
+    double from = 0;       ///< stake mileage before the jump (m)
+    double to = 0;         ///< stake mileage behind the jump (m); without meaning at the road's end
 };
 
 /// A point of the centre line.
@@ -48,7 +49,25 @@ struct CentrePoint {
     double azimuth;     ///< degrees
 };
 
-/// A walk along a designed road; the road must outlive it and stay as it is.
+/// A place on the road.
+struct RoadPlace {
+    Stake stake;
+    double continuous;  ///< m
+};
+
+/// Continuous mileage of a stake (m); nothing when the road does not have this place.
+std::optional<double> ContinuousMileage(RoadDesign* road, const Stake& stake);
+
+/// "K12+345.678 (occurrence 0)".
+std::string PlaceName(RoadDesign* road, const Stake& stake);
+/// "K12+345.678 (occurrence 0) is not on the road: " with the reason of the query that has just failed.
+std::string NotOnRoad(RoadDesign* road, const Stake& stake);
+
+/// A place given as text. Arguments and failures as for ResolveMileage().
+/// @throws Problem also when the road does not have this place
+RoadPlace ResolvePlace(RoadDesign* road, std::string_view text, std::optional<int> occurrence, const std::string& name);
+
+/// The elements of a designed road in order of travel, and its centre line. The road must outlive it unchanged.
 class RoadLine {
 public:
     explicit RoadLine(RoadDesign* designed);
@@ -65,19 +84,19 @@ public:
     /// The centre line at a stake; nothing when the road does not have this place.
     [[nodiscard]] std::optional<CentrePoint> At(const Stake& stake) const;
     [[nodiscard]] std::vector<Break> Breaks() const;
-    /// The broken chains that the road comes by, by the mileage before the break.
-    /// @param givenStart start mileage before the design run (m), which a broken chain at the start has moved
+    /// The broken chains that are on the road, by the mileage before the break.
+    /// @param givenStart start mileage before the design run (m): a broken chain at the start changes it
     [[nodiscard]] std::map<double, ChainEffect> ChainEffects(double givenStart) const;
 
-    /// Visits the road's start, every whole multiple of the step in stake mileage in order of travel (each occurrence
-    /// of it), and the road's end.
+    /// Visits the road's start, the places whose stake mileage is a multiple of the step (each occurrence of it) in
+    /// order of travel, and the road's end.
+    /// @param step m
     void ForEachMultiple(double step, const std::function<void(const CentrePoint&)>& visit) const;
 
     /// Design height at an offset (m, positive to the right); nothing where the road has no profile, or no section
     /// that holds the offset.
     [[nodiscard]] std::optional<double> HeightAt(const Stake& stake, double offset = 0) const;
-    /// The road's stake prefix.
-    [[nodiscard]] std::string Prefix() const;
+    [[nodiscard]] std::string Prefix() const { return StakePrefix(road); }
 
 private:
     RoadDesign* road;
@@ -87,7 +106,7 @@ private:
     bool hasProfile;
 };
 
-/// "straight", "arc", "spiral".
+/// "straight", "arc", "spiral"; "other" for any other type.
 const char* ElementName(const Element& element) noexcept;
 
 }  // namespace kesto::host

@@ -11,8 +11,8 @@
 namespace kesto::host {
 
 /// Reads a table with a header line: columns are found by name, separators are comma, semicolon or tab, fields may be
-/// quoted, a byte order mark, CR LF and blank lines do not matter. One line is held at a time, so a table may be as
-/// long as it likes. A quoted field ends on its line: an unclosed quote spoils one line, not the rest of the table.
+/// quoted, a byte order mark, CR LF and blank lines do not matter. One line is held at a time, so a table may have any
+/// length. A quoted field ends on its line: an unclosed quote spoils one line, not the rest of the table.
 class CsvReader {
 public:
     /// Place of a column; npos for one that the table does not have.
@@ -22,7 +22,7 @@ public:
     /// Opens the file and reads the header. @throws Problem when the file cannot be read or has no header
     explicit CsvReader(std::string filePath);
 
-    /// @throws Problem naming the columns that are there when this one is not
+    /// @throws Problem when the table does not have the column; it names those that there are
     [[nodiscard]] Column Require(std::string_view name) const;
     [[nodiscard]] Column Find(std::string_view name) const noexcept;
 

@@ -1,16 +1,33 @@
-/// The tables of intersections and of main points that a road's plan is made from.
+/// The tables that a road's plan is made from: its start, elements, broken chains, intersections and main points.
 #pragma once
 
+#include <optional>
 #include <string>
 #include <vector>
 
 #include "kesto_road/kesto_road.h"
-#include "tables/make_tables.hpp"
+#include "tables/rows.hpp"
 
 namespace kesto::host {
 
-/// As the readers of make_tables.hpp: one message for each bad line, which is left out.
+struct StartRow {
+    double mileage = 0;  ///< m
+    std::optional<double> x, y, azimuth;
+    std::string where;
+};
+
+struct ElementRow {
+    Element element{};
+    std::optional<double> x, y, azimuth;
+    std::string where;
+};
+
+/// Each reader appends one message for each bad line to the problems and leaves that line out.
 /// @throws Problem when the table cannot be read at all or lacks a column
+StartRow ReadStart(const std::string& path, const std::string& prefix, std::vector<std::string>& problems);
+std::vector<ElementRow> ReadElements(const std::string& path, std::vector<std::string>& problems);
+std::vector<FromLine<BrokenChain>> ReadBrokenChains(const std::string& path, const std::string& prefix,
+                                                    std::vector<std::string>& problems);
 std::vector<FromLine<Intersection>> ReadIntersections(const std::string& path, std::vector<std::string>& problems);
 
 /// @param straights the points are joined by straights: types and radii do not matter

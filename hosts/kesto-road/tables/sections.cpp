@@ -1,9 +1,6 @@
 #include "tables/sections.hpp"
 
 #include "road/cross_section.hpp"
-#include "tables/csv.hpp"
-#include "tables/table_cells.hpp"
-#include "terminal/problem.hpp"
 
 namespace kesto::host {
 
@@ -32,7 +29,7 @@ std::vector<FromLine<PlateRow>> ReadPlates(const std::string& path, std::vector<
         row.plate.crossSlope = reader.Real(reader.Find("cross_slope"));
         row.plate.step = reader.OptionalReal(reader.Find("step")).value_or(0);
         row.plate.extra = reader.OptionalReal(reader.Find("extra")).value_or(0);
-        if (row.plate.width < 0) throw Problem(ExitCode::Data, reader.Where() + ": a width is not negative");
+        if (row.plate.width < 0) Refuse(reader, "a width is not negative");
         rows.push_back({row, reader.Where()});
     });
     return rows;

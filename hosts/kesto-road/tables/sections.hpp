@@ -7,7 +7,7 @@
 #include <vector>
 
 #include "kesto_road/kesto_road.h"
-#include "tables/make_tables.hpp"
+#include "tables/rows.hpp"
 
 namespace kesto::host {
 
@@ -23,7 +23,7 @@ struct ChangeRow {
     std::vector<std::optional<double>> values;  ///< one per plate; nothing stands for the plate's standard value
 };
 
-/// As the readers of make_tables.hpp: one message for each bad line, which is left out.
+/// As the readers of tables/plan.hpp: one message for each bad line, which is left out.
 /// @throws Problem when the table cannot be read at all or lacks a column
 std::vector<FromLine<PlateRow>> ReadPlates(const std::string& path, std::vector<std::string>& problems);
 std::vector<FromLine<ChangeRow>> ReadChanges(const std::string& path, const std::string& prefix,

@@ -22,7 +22,7 @@ public:
     explicit Output(std::string filePath);
     /// @throws Problem when the text cannot be written
     void Write(std::string_view text);
-    /// To be called at the end. @throws Problem when not all has reached the file, a full disk for one
+    /// To be called at the end. @throws Problem when not all has reached the file, as on a full disk
     void Finish();
 
 private:

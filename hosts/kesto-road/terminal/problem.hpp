@@ -1,4 +1,4 @@
-/// How the program ends when something is wrong: exit codes, and the exception that carries a one-line message.
+/// What the program says and returns when something is wrong: exit codes, and the exception that carries a message.
 #pragma once
 
 #include <stdexcept>

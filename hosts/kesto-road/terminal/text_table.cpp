@@ -6,7 +6,7 @@ namespace kesto::host {
 
 namespace {
 
-/// Characters of a UTF-8 text: its bytes but those that continue one.
+/// Characters of a UTF-8 text: its bytes without those that continue a character.
 std::size_t Width(const std::string& text) {
     return static_cast<std::size_t>(std::count_if(
         text.begin(), text.end(), [](char byte) { return (static_cast<unsigned char>(byte) >> 6) != 2; }));
