@@ -329,7 +329,8 @@ KESTO_API void KESTO_CALL SetMileageInterval(RoadDesign* road, double interval);
 /** Stores how regular stakes are made: 0 at whole multiples of the interval (default), 1 from each element's start. */
 KESTO_API void KESTO_CALL SetMakeStakeType(RoadDesign* road, int32_t type);
 
-/** Stores the text before stake mileages, "K" by default. A null text keeps the prefix as it is. */
+/** Stores the text before stake mileages, "K" by default.
+ *  @param prefix the text; may be null, which keeps the prefix as it is */
 KESTO_API void KESTO_CALL SetMakeStakePerfix(RoadDesign* road, const char* prefix);
 
 /** The text before stake mileages.

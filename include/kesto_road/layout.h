@@ -1,5 +1,6 @@
 /** @file layout.h
- *  Compile-time check that this compiler lays the records out as the library does. Included by kesto_road.h. */
+ *  Compile-time check that this compiler lays the records out as the library does. Included by kesto_road.h.
+ *  written by scripts/interface update */
 #ifndef KESTO_ROAD_LAYOUT_H
 #define KESTO_ROAD_LAYOUT_H
 

@@ -7,9 +7,8 @@ header=$folder/include/kesto_road/kesto_road.h
 
 start() { # a tree of its own, as it is now
     rm -rf "$folder"
-    mkdir -p "$(dirname "$header")"
-    cp "$tree/include/kesto_road/kesto_road.h" "$header"
-    cp "$tree/interface.txt" "$tree/CHANGELOG.md" "$folder"
+    mkdir -p "$folder"
+    (cd "$tree" && cp --parents include/kesto_road/kesto_road.h CHANGELOG.md $("$script" files) "$folder")
 }
 fails_with() { # WORDS WHAT: the check fails and says so
     local said
@@ -25,14 +24,18 @@ changed() { # WORDS EDIT: a header changed by sed fails
 
 start
 "$script" check "$folder"
-changed "-function ClearRoad: void (RoadDesign*)" 's/ClearRoad(RoadDesign/EmptyRoad(RoadDesign/'
-changed "+function NewOne: bool (void)" 's/^KESTO_API void KESTO_CALL ClearRoad/KESTO_API bool KESTO_CALL NewOne(void);\n&/'
-changed "+function SetStartMileage: void (RoadDesign*, float)" 's/SetStartMileage(RoadDesign\* road, double/SetStartMileage(RoadDesign* road, float/'
+changed "-function ClearRoad: void (RoadDesign*)" 's/ClearRoad(RoadDesign/ClearAll(RoadDesign/'
+new() { echo "s|^KESTO_API void KESTO_CALL ClearRoad.*|&\n/** New. */\nKESTO_API bool KESTO_CALL $1(void);|"; }
+changed "+function IsNew: bool (void)" "$(new IsNew)"
+changed "+function SetStartMileage: void (RoadDesign*, int32_t)" 's/SetStartMileage(RoadDesign\* road, double/SetStartMileage(RoadDesign* road, int32_t/'
 changed "+enumerator KESTO_NO_FOOT: 48" 's/KESTO_NO_FOOT = 28/KESTO_NO_FOOT = 48/'
 changed "+enumerator KESTO_NEW_ONE: 1" 's/KESTO_SUCCESS = 0,/&\n    KESTO_NEW_ONE,/'
 changed "+    Element.startAzimuth: double at 24, 8 bytes" '/^typedef struct Element/,/^}/s/double startY;/double z;/; s/double startAzimuth;/double startY;/; s/double z;/double startAzimuth;/'
-changed "+record BrokenChain: 24 bytes" 's/double aheadMileage;/double aheadMileage[2];/'
+changed "+record BrokenChain: 24 bytes" 's/double aheadMileage;/& double another;/'
 changed "+    DoubleArray.count: int64_t at 8 (32 bits: 4), 8 bytes" '/^typedef struct DoubleArray/,/^}/s/int32_t count/int64_t count/'
+changed "calls.inc is not what the header gives" 's/spacing (m); may be null/spacing (m)/'
+changed "layout.h is not what the header gives" 's/double aheadMileage;/& double another;/'
+changed "does Newly edit its road?" "$(new Newly)"
 changed "not understood" 's/^typedef struct BrokenChain {/typedef union BrokenChain {/'
 
 start

@@ -10,7 +10,7 @@ from conftest import DATA, ROOT
 import kesto_road
 from kesto_road import (BrokenChain, ChangeOf, Intersection, KestoError, Limit, ListOf, Plate, RecordsSkippedWarning,
                         Road, Side, Status, Turn)
-from kesto_road import _native, _records
+from kesto_road import Record, _native
 
 
 @pytest.fixture
@@ -129,7 +129,7 @@ def test_records_are_those_of_the_header():
     layout = (ROOT / "include/kesto_road/layout.h").read_text(encoding="utf-8")
     names = {"Stake": "StakeCoordinate", "Plate": "SectionPlate", "SectionMileage": "SectionMileageIndex",
              "EaseParameters": "EaseParam"}
-    for record in _records.Record.__subclasses__():
+    for record in Record.__subclasses__():
         theirs = names.get(record.__name__, record.__name__)
         offsets = {re.sub("([A-Z])", r"_\1", field).lower(): int(offset) for field, offset in
                    re.findall(rf"KESTO_ASSERT_OFFSET\({theirs}, (\w+), (\d+)\)", layout)}

@@ -7,12 +7,14 @@
 x is the northing and y the easting (m), azimuths are degrees clockwise from north, offsets are positive to the right.
 """
 
-from ._failures import KestoError, Limit, ListOf, RecordsSkippedWarning, Status, describe
+from ._codes import Limit, ListOf, Status
+from ._failures import KestoError, RecordsSkippedWarning, describe
+from ._layout import Record
 from ._lists import RecordList
 from ._native import library as _library
 from ._queries import Heights, Place, Places, Position, Positions, Queries, Side
-from ._records import (BrokenChain, Coordinate, EaseParameters, Element, Intersection, Plate, Record, SectionMileage,
-                       Stake, VerticalCurve)
+from ._records import (BrokenChain, Coordinate, EaseParameters, Element, Intersection, Plate, SectionMileage, Stake,
+                       VerticalCurve)
 from .road import ChangeOf, ChangeSection, DesignMode, FrozenRoad, Road, Transition, Turn
 
 __version__: str = _library.KestoRoadVersion().decode()

@@ -7,7 +7,7 @@ from typing import Any, Callable, Sequence
 import numpy as np
 from numpy.typing import ArrayLike, NDArray
 
-from ._native import LARGEST, NO_OCCURRENCE
+from ._arguments import LARGEST, NO_OCCURRENCE
 
 ROWS_PER_CALL = 1 << 20  # so that an interrupt is heard, and counts and strides stay within 32 bits
 NO_NUMBERS = "mMcSU"  # kinds of NumPy's: what would become a number without being one

@@ -8,7 +8,7 @@ from typing import TYPE_CHECKING, Any, Callable, Generic, Iterable, Iterator, Ty
 
 import numpy as np
 
-from ._records import Record
+from ._layout import Record
 
 if TYPE_CHECKING:
     from .road import Road

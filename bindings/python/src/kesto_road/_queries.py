@@ -12,9 +12,10 @@ import numpy as np
 from numpy.typing import ArrayLike, NDArray
 
 from ._arrays import Array, coordinates, numbers, run, whole_numbers
-from ._failures import KestoError, Status
-from ._native import PlateArray
+from ._codes import Status
+from ._failures import KestoError
 from ._records import Plate, Stake
+from ._signatures import SectionPlateArray
 
 USUAL_PLATES = 8  # of one side; sections with more are asked for twice
 Number = Union[float, "np.floating[Any]", "np.integer[Any]"]
@@ -227,7 +228,7 @@ class Queries(ABC):
         with self._alone():
             while True:
                 rows = np.zeros(room, Plate.dtype)
-                array = PlateArray(rows.ctypes.data, 0, room)
+                array = SectionPlateArray(rows.ctypes.data, 0, room)
                 try:
                     self._call(name, mileage, occurrence, side, byref(array))
                     return [Plate.of(row) for row in rows[:array.count]]

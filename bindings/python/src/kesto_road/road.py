@@ -14,12 +14,15 @@ from typing import Any, NamedTuple, NoReturn, Sequence, Union
 import numpy as np
 from numpy.typing import NDArray
 
-from ._failures import KestoError, Status, warn_of_skipped_records
+from ._codes import Status
+from ._failures import KestoError, warn_of_skipped_records
+from ._layout import whole
 from ._lists import RecordList, SortedRecordList, whole_call
-from ._native import DoubleArray, Int32Array, call, library
+from ._native import call, library
 from ._queries import Number, Queries, Side, Whole
 from ._records import (BrokenChain, Coordinate, EaseParameters, Element, Failure, Intersection, Plate, SectionMileage,
-                       Stake, VerticalCurve, whole)
+                       Stake, VerticalCurve)
+from ._signatures import DoubleArray, Int32Array
 
 
 class DesignMode(IntEnum):
