@@ -1,6 +1,5 @@
 // Checks the plan: the shape of every element, and how it joins the one before.
 #include <algorithm>
-#include <array>
 #include <cmath>
 #include <numbers>
 #include <vector>
@@ -242,8 +241,7 @@ void CheckCorners(const Checked& checked) {
 void CheckForms(const Checked& checked) {
     std::string_view first;
     for (const SectionLines& it : checked.outline.sections) {
-        constexpr std::array<std::string_view, 4> alignments{"Intersection", "Coordinate", "BrokenLine", "Element"};
-        if (std::find(alignments.begin(), alignments.end(), it.keyword) == alignments.end()) continue;
+        if (std::count(alignmentKeywords.begin(), alignmentKeywords.end(), it.keyword) == 0) continue;
         if (!first.empty() && first != it.keyword) {
             checked.findings.Error(it.line, "several-alignments",
                                    "the file holds the alignment as " + Quoted(first) + " and as " +

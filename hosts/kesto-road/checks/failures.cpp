@@ -1,5 +1,4 @@
 // Tells of the failures of reading and of the design run.
-#include <array>
 #include <string>
 
 #include "checks/checked.hpp"
@@ -10,18 +9,17 @@ namespace {
 
 /// The line that a failure of the design run comes from; 0 where no line is known.
 std::int64_t LineOf(const Checked& checked, const Failure& failure) {
-    constexpr std::array<std::string_view, 4> alignments{"Intersection", "Element", "Coordinate", "BrokenLine"};
     if (failure.status == KESTO_UNKNOWN_STAKE_MODE) return 1;
     if (failure.status == KESTO_ELEMENT_NOT_EVALUABLE) {  // its record counts the elements as broken chains cut them
         const std::int64_t line = checked.findings.FirstLineOf({"spiral-radii", "element-type", "element-shape"});
         if (line > 0) return line;
     }
     const auto mode = static_cast<std::size_t>(GetRoadDesignMode(checked.road));
-    if (mode >= alignments.size()) return 0;
-    const auto records = checked.outline.Records(alignments[mode]);
+    if (mode >= alignmentKeywords.size()) return 0;
+    const auto records = checked.outline.Records(alignmentKeywords[mode]);
     const auto record = static_cast<std::size_t>(failure.record);
     return failure.record >= 0 && record < records.size() ? records[record].line
-                                                          : checked.outline.LineOf(alignments[mode]);
+                                                          : checked.outline.LineOf(alignmentKeywords[mode]);
 }
 
 }  // namespace

@@ -2,6 +2,7 @@
 /// library gives the records, but not the lines that they come from.
 #pragma once
 
+#include <array>
 #include <cstdint>
 #include <optional>
 #include <span>
@@ -19,6 +20,10 @@ struct SectionForm {
     std::string_view keyword;
     std::string_view columns;
 };
+
+/// The sections of the alignment, by the road design mode that they set.
+inline constexpr std::array<std::string_view, 4> alignmentKeywords{"Intersection", "Element", "Coordinate",
+                                                                   "BrokenLine"};
 
 /// All sections that the reader knows.
 std::span<const SectionForm> SectionForms() noexcept;

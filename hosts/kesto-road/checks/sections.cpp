@@ -47,10 +47,9 @@ std::vector<ChangeLines> ChangesOfFile(const Outline& outline, std::string_view 
 
 /// Line of the section that the alignment stands in; 0 where there is none.
 std::int64_t AlignmentLine(const Outline& outline) {
-    constexpr std::array<std::string_view, 4> forms{"Intersection", "Coordinate", "BrokenLine", "Element"};
     std::int64_t first = 0;
-    for (const std::string_view form : forms) {
-        const std::int64_t line = outline.LineOf(form);
+    for (const std::string_view keyword : alignmentKeywords) {
+        const std::int64_t line = outline.LineOf(keyword);
         if (line > 0 && (first == 0 || line < first)) first = line;
     }
     return first;
