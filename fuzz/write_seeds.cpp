@@ -10,7 +10,7 @@
 #include <string>
 #include <vector>
 
-#include "calls/ready_roads.hpp"
+#include "support/ready_roads.hpp"
 #include "kesto_road/kesto_road.h"
 
 #include "calls/call_run.hpp"
@@ -58,7 +58,7 @@ void WriteCalls(const fs::path& folder) {
     for (std::size_t group = 0; group < kesto::fuzz::callGroups.size(); ++group) {
         const kesto::fuzz::CallGroup& calls = *kesto::fuzz::callGroups[group];
         for (std::size_t place = 0; place < calls.size() && calls[place] != nullptr; ++place) {
-            const int road = static_cast<int>((group + place) % kesto::fuzz::readyRoads);
+            const int road = static_cast<int>((group + place) % kesto::test::readyRoads);
             Write(folder / (std::to_string(group) + '_' + std::to_string(place)),
                   RunOf(CodeOf(group, place), road, random));
         }
@@ -72,9 +72,9 @@ int main(int argc, char** argv) {
     const fs::path folder = argv[1];
     fs::create_directories(folder / "project");
     fs::create_directories(folder / "calls");
-    for (std::int32_t number = 0; number < kesto::fuzz::readyRoads; ++number) {
+    for (std::int32_t number = 0; number < kesto::test::readyRoads; ++number) {
         RoadDesign* const road = StartRoadDesign();
-        kesto::fuzz::MakeReady(road, number);
+        kesto::test::MakeReady(road, number);
         const std::string path = (folder / "project" / ("ready_" + std::to_string(number) + ".road")).string();
         if (SaveProject(road, path.c_str()) != KESTO_SUCCESS) return 1;
         EndRoadDesign(road);

@@ -1,7 +1,7 @@
 // The calls of a road's life and of its settings.
 
 #include "call_run.hpp"
-#include "ready_roads.hpp"
+#include "support/ready_roads.hpp"
 
 namespace kesto::fuzz {
 
@@ -11,7 +11,7 @@ void UseRoad(CallRun& it) { it.current = it.in.Byte() % it.roads.size(); }
 
 void Ready(CallRun& it) {
     ++it.Slot().edits;
-    MakeReady(it.Road(), it.in.Byte() % readyRoads);
+    test::MakeReady(it.Road(), it.in.Byte() % test::readyRoads);
 }
 
 void Start(CallRun& it) {

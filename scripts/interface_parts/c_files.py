@@ -62,16 +62,19 @@ KESTO_ASSERT_SIZE(bool, 1);
 
 
 def calls(header: Header) -> str:
-    """Every function with what it does to its road, what it gives, and its arguments by name."""
+    """The records' fields, then every function: what it does to its road, what it gives, its arguments by name."""
     lines = [f"// {MARK}",
-             "// KESTO_CALL(function, what it does to its road, what it gives, its arguments)",
+             "// KESTO_FIELD(record, field)",
+             "// KESTO_ROW(function, what it does to its road, what it gives, its arguments)",
              "// Behind an argument's name: > it is written, = read and written, ? it may be null."]
+    lines += [f"KESTO_FIELD({record.name}, {field})" for record in header.records.values() if not record.is_array
+              for field, _, _ in record.fields if not field.startswith("padding")]
 
     def row(function: Function) -> str:
         names = " ".join(each.name + each.role + "?" * each.optional for each in function.parameters)
-        return f'KESTO_CALL({function.name}, {function.effect}, {function.gives}, "{names}")'
+        return f'KESTO_ROW({function.name}, {function.effect}, {function.gives}, "{names}")'
 
-    frozen = [each for each in header.functions.values() if "FrozenRoad" in each.types]
+    frozen = [each for each in header.functions.values() if "FrozenRoad" in each.types + each.result]
     lines += [row(each) for each in header.functions.values() if each not in frozen]
     return "\n".join(lines) + "\n"
 

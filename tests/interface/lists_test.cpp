@@ -243,5 +243,22 @@ TEST(VerticalCurveList, SetOverwritesInPlace) {
     EXPECT_EQ(GradeMileages(road), (std::vector<double>{300, 200}));
 }
 
+TEST(Lists, SomePointersMayBeNull) {
+    const Road road = MakeRoad({Straight(100)});
+    SetMakeStakePerfix(road, "DK");
+    SetMakeStakePerfix(road, nullptr);
+    EXPECT_STREQ(GetMakeStakePerfix(road), "DK");
+    SetMakeStakeType(road, 1);
+    EXPECT_EQ(GetMakeStakeInfo(road, nullptr), 1);
+    EXPECT_TRUE(DesignRoad(road));
+    EXPECT_EQ(GetRoadMileage(road, nullptr), 100);
+    EXPECT_TRUE(AddIntersectionList(road, nullptr, 0));
+    EXPECT_TRUE(AddElementList(road, nullptr, -5));
+    EXPECT_TRUE(AddCoordinateList(road, nullptr, 0));
+    EXPECT_TRUE(AddBrokenChainList(road, nullptr, -1));
+    EXPECT_TRUE(AddVerticalCurveList(road, nullptr, 0));
+    EXPECT_EQ(LastFailure(road).status, KESTO_SUCCESS);
+}
+
 }  // namespace
 }  // namespace kesto::test

@@ -1,8 +1,8 @@
-#include "ready_roads.hpp"
+#include "support/ready_roads.hpp"
 
 #include <vector>
 
-namespace kesto::fuzz {
+namespace kesto::test {
 
 namespace {
 
@@ -32,23 +32,6 @@ void AddElements(RoadDesign* road, int curves) {
         Join(road, 2, turn, 200, 200, 90);
         Join(road, 3, turn, 200, 0, 60);
     }
-}
-
-void AddIntersections(RoadDesign* road) {
-    const Intersection points[] = {{"BP", 0, 0, 0, 0, 0, 0, 0, {}},
-                                   {"IP1", 400, 50, 300, 60, 60, 0, 0, {}},
-                                   {"IP2", 700, 400, 250, 50, 0, 0, 0, {}},
-                                   {"EP", 1100, 450, 0, 0, 0, 0, 0, {}}};
-    AddIntersectionList(road, points, 4);
-}
-
-void AddPoints(RoadDesign* road, std::int32_t mode) {
-    SetRoadDesignMode(road, mode);
-    const Coordinate points[] = {{1, right, 0, 0, 0, "A"},
-                                 {2, right, 200, 0, 150, "B"},
-                                 {1, right, 300, 80, 0, "C"},
-                                 {1, right, 500, 300, 0, "D"}};
-    AddCoordinateList(road, points, 4);
 }
 
 void AddChains(RoadDesign* road) {
@@ -89,6 +72,23 @@ void AddSections(RoadDesign* road) {
 
 }  // namespace
 
+void AddIntersections(RoadDesign* road) {
+    const Intersection points[] = {{"BP", 0, 0, 0, 0, 0, 0, 0, {}},
+                                   {"IP1", 400, 50, 300, 60, 60, 0, 0, {}},
+                                   {"IP2", 700, 400, 250, 50, 0, 0, 0, {}},
+                                   {"EP", 1100, 450, 0, 0, 0, 0, 0, {}}};
+    AddIntersectionList(road, points, 4);
+}
+
+void AddPoints(RoadDesign* road, std::int32_t mode) {
+    SetRoadDesignMode(road, mode);
+    const Coordinate points[] = {{1, right, 0, 0, 0, "A"},
+                                 {2, right, 200, 0, 150, "B"},
+                                 {1, right, 300, 80, 0, "C"},
+                                 {1, right, 500, 300, 0, "D"}};
+    AddCoordinateList(road, points, 4);
+}
+
 void MakeReady(RoadDesign* road, std::int32_t number) {
     switch (number) {
         case 0: AddElements(road, 2); break;
@@ -110,4 +110,4 @@ void MakeReady(RoadDesign* road, std::int32_t number) {
     DesignRoad(road);
 }
 
-}  // namespace kesto::fuzz
+}  // namespace kesto::test
