@@ -4,6 +4,7 @@
 
 #include <cmath>
 #include <limits>
+#include <random>
 
 #include "quadrature.hpp"
 
@@ -61,6 +62,22 @@ TEST(CoordinateMethod, FindsTheElementThatThePointsWereMadeFrom) {
         EXPECT_NEAR(element.length, original.length, 2e-9);
         EXPECT_NEAR(element.startAzimuth, original.startAzimuth, 1e-8);
         EXPECT_EQ(road.elements[0].startAzimuth, element.startAzimuth);
+    }
+}
+
+// Both ends are rounded, so the chord may come out longer than the diameter.
+TEST(CoordinateMethod, HalfCirclesAreJoined) {
+    std::mt19937 random(9);
+    std::uniform_real_distribution<double> place(0, 1e5), size(10, 1000), way(0, 7);
+    for (int i = 0; i < 2000; ++i) {
+        const double x = place(random), y = place(random), radius = size(random), azimuth = way(random);
+        const double dx = radius * std::cos(azimuth), dy = radius * std::sin(azimuth);
+        RoadDesign road;
+        road.settings.roadDesignMode = 2;
+        road.coordinates.Insert(At(x - dx, y - dy, 2, radius));
+        road.coordinates.Insert(At(x + dx, y + dy, 1));
+        ASSERT_TRUE(kesto::GenerateFromCoordinates(road, road.elements)) << i;
+        ASSERT_NEAR(road.elements[1].length, radius * std::acos(-1.0), radius * 1e-5) << i;
     }
 }
 

@@ -205,6 +205,10 @@ TEST(IntersectionMethod, Refusals) {
         ASSERT_TRUE(kesto::GenerateFromIntersections(touching, touching.elements));
         EXPECT_EQ(touching.elements.Count(), count) << rest << ": a straight of more than 0.1 mm is kept";
     }
+    RoadDesign beside;
+    Fill(beside, {At(-5e-5, 0), At(100, 0, 100), At(100, 300)});
+    ASSERT_TRUE(kesto::GenerateFromIntersections(beside, beside.elements));
+    EXPECT_EQ(beside.elements.Count(), 3) << "a curve at one end is enough";
     RoadDesign rounded;
     Fill(rounded, Bend(1, At(0, 0, 100, 100 * (1 + 5e-8), 100)));
     EXPECT_TRUE(kesto::GenerateFromIntersections(rounded, rounded.elements)) << "spirals too long by rounding";

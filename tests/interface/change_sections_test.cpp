@@ -157,11 +157,14 @@ TEST(ChangeSections, TypesOutliveTheirSections) {
     EXPECT_TRUE(SetChangeSectionType(road, left, widening, 1, 7));
     EXPECT_FALSE(SetChangeSectionType(road, left, widening, 2, 7));
     EXPECT_EQ(SideAt(road, 150, left).at(0).width, 5) << "an unknown type keeps the standard value";
+    ASSERT_TRUE(AddChange(road, 100, widening, {6}, 0));
+    EXPECT_NEAR(SideAt(road, 25, left).at(0).width, 5.25, 1e-12) << "the new section's own type, linear";
+    ASSERT_TRUE(DeleteChangeSection(road, left, widening, 0));
     const auto type = [&](std::int32_t side, std::int32_t kind, std::int32_t index) {
         std::int32_t found = 55;
         return GetChangeSectionType(road, side, kind, index, &found) ? found : -99;
     };
-    EXPECT_EQ(type(left, widening, 0), 1) << "the type of the section that is gone";
+    EXPECT_EQ(type(left, widening, 0), 0) << "the type of the section that is gone";
     EXPECT_EQ(type(left, widening, 1), 7);
     double moved = 7;
     const DoubleArray values{&moved, 1, 0};

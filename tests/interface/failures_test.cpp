@@ -41,9 +41,11 @@ TEST(LastFailure, TellsWhichLimitAndByHowMuch) {
         {"before the start", [](RoadDesign* road) { return PointAt(road, -3).found; }, KESTO_MILEAGE_OFF_ROAD,
          KESTO_LIMIT_ROAD_START, -3, 0, 3},
         {"in the gap", [](RoadDesign* road) { return ConvertMileage(road, 450); }, KESTO_NO_SUCH_OCCURRENCE,
-         KESTO_LIMIT_OCCURRENCES, 0, 0, 0},
+         KESTO_LIMIT_OCCURRENCES, 0, 0, 1},
         {"no second occurrence", [](RoadDesign* road) { return PointAt(road, 100, 0, 1).found; },
-         KESTO_NO_SUCH_OCCURRENCE, KESTO_LIMIT_OCCURRENCES, 1, 1, 0},
+         KESTO_NO_SUCH_OCCURRENCE, KESTO_LIMIT_OCCURRENCES, 1, 1, 1},
+        {"nor a sixth at the very start", [](RoadDesign* road) { return PointAt(road, 0, 0, 5).found; },
+         KESTO_NO_SUCH_OCCURRENCE, KESTO_LIMIT_OCCURRENCES, 5, 1, 5},
         {"distance beyond an element",
          [](RoadDesign* road) {
              const Element element = Straight(50);
@@ -88,7 +90,7 @@ TEST(LastFailure, TellsWhichLimitAndByHowMuch) {
         EXPECT_EQ(failure.limit, each.limit);
         EXPECT_NEAR(failure.value, each.value, 1e-9);
         EXPECT_NEAR(failure.bound, each.bound, 1e-9);
-        EXPECT_NEAR(failure.excess, each.excess, each.limit == KESTO_LIMIT_OCCURRENCES ? 1 : 1e-9);
+        EXPECT_NEAR(failure.excess, each.excess, 1e-9);
     }
 }
 

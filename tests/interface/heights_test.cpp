@@ -105,6 +105,15 @@ TEST(Heights, FollowTheContinuousMileage) {
     EXPECT_EQ(curve.endOccurrence, 1);
 }
 
+TEST(Heights, FollowEditedElements) {
+    const Road road = Profile(1000, {GradePoint(0, 0), GradePoint(500, 10)});
+    ExpectHeights(road, {{"as built", 250, 5}});
+    Element element = Elements(road)[1];
+    element.startMileage -= 100;  // all stakes lie 100 m farther along the road, the grade points with them
+    ASSERT_TRUE(SetElement(road, 1, &element));
+    ExpectHeights(road, {{"edited", 250, 5}});
+}
+
 TEST(Heights, WhereThereIsNone) {
     double height = -7;
     const Road empty;

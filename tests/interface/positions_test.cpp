@@ -1,6 +1,7 @@
 // Points on single elements and at stake mileages and offsets.
 #include <cmath>
 #include <numbers>
+#include <tuple>
 
 #include "road.hpp"
 
@@ -37,6 +38,15 @@ TEST(ElementPosition, NeedsNoRoadAndClearsItsOutputsOnFailure) {
         EXPECT_EQ(none.y, 0);
         EXPECT_EQ(none.azimuth, 0);
     }
+}
+
+TEST(RoadPosition, AnElementWithoutAShapeClearsTheOutputs) {
+    const Road road = MakeRoad({Straight(100), Spiral(right, 300, 300, 20)});
+    ASSERT_TRUE(UpdateData(road));
+    double x = -7, y = -7, azimuth = -7;
+    EXPECT_FALSE(GetPositionAndAzimuth(road, 110, 0, 90, &x, &y, &azimuth, 0));
+    EXPECT_EQ(std::tuple(x, y, azimuth), std::tuple(0.0, 0.0, 0.0));
+    EXPECT_EQ(LastFailure(road).record, 2);
 }
 
 TEST(RoadPosition, OffsetsAndAngles) {

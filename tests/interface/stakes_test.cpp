@@ -111,6 +111,18 @@ TEST(Stakes, NamesSayMileageAndOccurrence) {
     EXPECT_EQ(Stakes(rounded)[1].name, std::string(31, 'p'));
 }
 
+TEST(Stakes, FourOccurrencesAreTriedAndTheirPlusWinsOverTheSign) {
+    const Road road = MakeRoad({Straight(200)}, {.mileage = -50});
+    for (const double back : {-14, -13, -12, -11}) AddChain(road, back, -50);  // five passes
+    SetMileageInterval(road, 40);
+    ASSERT_TRUE(DesignRoad(road));
+    std::string named;
+    for (const StakeCoordinate& stake : Stakes(road)) {
+        if (stake.mileage == -40) named += stake.name + std::string("/") + std::to_string(stake.occurrence) + " ";
+    }
+    EXPECT_EQ(named, "-K0+040.000/0 +K0+040.000/1 +K0+040.000/2 +K0+040.000/3 -K0+040.000/0 ");
+}
+
 TEST(Stakes, IntervalIsRaisedOnLongRoads) {
     const Road road = MakeRoad({Straight(100000)});
     SetMileageInterval(road, 0);
@@ -144,6 +156,14 @@ TEST(DesignRun, StakeThatCannotBeComputedKeepsTheOnesBefore) {
     ASSERT_EQ(stakes.size(), 4U) << "0, 60, 120 and the start of the spiral; 180 fails";
     EXPECT_EQ(stakes[2].mileage, 120);
     for (const StakeCoordinate& stake : stakes) EXPECT_STREQ(stake.name, "");
+}
+
+TEST(DesignRun, ElementsThatCannotBeJoinedFailIt) {
+    const Road road = MakeRoad({Straight(150), Spiral(left, 300, 300, 20), Straight(100)});  // no stake in the spiral
+    EXPECT_FALSE(DesignRoad(road));
+    EXPECT_EQ(LastFailure(road).status, KESTO_ELEMENT_NOT_EVALUABLE);
+    EXPECT_EQ(LastFailure(road).record, 2);
+    EXPECT_STREQ(Stakes(road).back().name, "ZD") << "the stakes are made all the same";
 }
 
 TEST(DesignRun, JoinsStartPointsAndLeavesAzimuths) {

@@ -206,6 +206,17 @@ TEST_F(ProjectFile, OpeningReplacesAllThatClearingEmpties) {
     EXPECT_FALSE(GetPositionAndAzimuth(road, 50, 0, 90, &x, &y, &azimuth, 0));
 }
 
+TEST_F(ProjectFile, TheChainIsBuiltFromWhatWasOpened) {
+    const Road other = MakeRoad({Straight(100), Straight(100)}, {.mileage = 500});
+    ASSERT_EQ(SaveProject(other, At("a.road").c_str()), KESTO_SUCCESS);
+    const Road road = SmallRoad();
+    ASSERT_TRUE(DesignRoad(road));
+    ASSERT_EQ(OpenProject(road, At("a.road").c_str()), KESTO_SUCCESS);
+    const Foot foot = FootOf(road, 150, 3);
+    EXPECT_NEAR(foot.mileage, 650, 1e-7);
+    EXPECT_NEAR(foot.offset, 3, 1e-7);
+}
+
 // Transition types outlive their change sections, so those that a road has stay where the file brings none.
 TEST_F(ProjectFile, TransitionTypesOfTheFileJoinThoseOfTheRoad) {
     constexpr std::int32_t widening = 1;
