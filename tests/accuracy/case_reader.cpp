@@ -20,9 +20,6 @@ constexpr double plainFootBar = 1e-7;     // m: on straights and arcs
 constexpr double spiralFootBar = 1.1e-7;  // m, and the angle below for each metre of offset
 constexpr double spiralAngle = 1.5e-7;    // rad: the search compares angles in single precision
 constexpr double leastSlope = 0.1;        // 1: of the foot's perpendicular; below it feet are reported apart
-constexpr double stationBar = 1e-6;       // m
-constexpr double heightBar = 1e-8;        // m
-constexpr double valueBar = 1e-8;         // m, per cent: widths and cross slopes
 constexpr int straightType = 1;
 constexpr int spiralType = 3;
 
@@ -81,18 +78,11 @@ void CaseReader::Read(const std::string& line) {
         void (CaseReader::*read)(Words&);
         bool isCase;
     };
-    static constexpr std::array<Reader, 12> readers = {{{"road", &CaseReader::BeginRoad, false},
-                                                        {"element", &CaseReader::ReadElement, false},
-                                                        {"grade", &CaseReader::ReadGrade, false},
-                                                        {"plate", &CaseReader::ReadPlate, false},
-                                                        {"change", &CaseReader::ReadChange, false},
-                                                        {"point", &CaseReader::AskPoint, true},
-                                                        {"position", &CaseReader::AskPosition, true},
-                                                        {"foot", &CaseReader::AskFoot, true},
-                                                        {"continuous", &CaseReader::AskContinuous, true},
-                                                        {"station", &CaseReader::AskStation, true},
-                                                        {"height", &CaseReader::AskHeight, true},
-                                                        {"side", &CaseReader::AskSide, true}}};
+    static constexpr std::array<Reader, 5> readers = {{{"road", &CaseReader::BeginRoad, false},
+                                                       {"element", &CaseReader::ReadElement, false},
+                                                       {"point", &CaseReader::AskPoint, true},
+                                                       {"position", &CaseReader::AskPosition, true},
+                                                       {"foot", &CaseReader::AskFoot, true}}};
     Words words(line);
     const std::string first = words.Word();
     if (first == "#") return;
@@ -112,29 +102,19 @@ void CaseReader::Read(const std::string& line) {
         if (!words.AtEnd()) throw std::runtime_error("too many words");
         return;
     }
-    if (first == "chain") {
-        const BrokenChain chain{words.Given(), words.Given()};
-        Require(AddBrokenChain(road.get(), &chain), "a broken chain");
-    } else if (first == "profile") {
-        SetVerticalCurveMode(road.get(), words.Whole());
-    } else {
-        throw std::runtime_error("unknown word: " + first);
-    }
+    throw std::runtime_error("unknown word: " + first);
 }
 
 void CaseReader::BeginRoad(Words& words) {
     road.reset(StartRoadDesign(), EndRoadDesign);
     Require(road != nullptr, "memory");
     built = false;
-    grades.clear();
-    changes.clear();
     SetRoadDesignMode(road.get(), 1);
-    SetMileageInterval(road.get(), 1000);
     SetStartMileage(road.get(), words.Given());
 }
 
 void CaseReader::ReadElement(Words& words) {
-    Element element{};
+    element = {};
     element.type = words.Whole();
     element.turnDirection = static_cast<std::uint8_t>(words.Whole());
     element.startX = words.Given();
@@ -143,56 +123,12 @@ void CaseReader::ReadElement(Words& words) {
     element.startRadius = words.Given();
     element.endRadius = words.Given();
     element.length = words.Given();
-    if (GetElementCount(road.get()) == 0) {
-        Require(SetStartInformation(road.get(), element.startX, element.startY, element.startAzimuth), "its start");
-    }
+    Require(SetStartInformation(road.get(), element.startX, element.startY, element.startAzimuth), "its start");
     Require(AddElement(road.get(), &element, -1), "an element");
-    lastElement = element;
-}
-
-void CaseReader::ReadGrade(Words& words) {
-    VerticalCurve curve{};
-    curve.mileage = words.Given();
-    curve.occurrence = words.Whole();
-    curve.elevation = words.Given();
-    curve.radius = words.Given();
-    curve.startMileage = words.Given();
-    curve.startOccurrence = words.Whole();
-    curve.endMileage = words.Given();
-    curve.endOccurrence = words.Whole();
-    grades.push_back(curve);
-}
-
-void CaseReader::ReadPlate(Words& words) {
-    const int side = words.Whole();
-    SectionPlate plate{};
-    plate.width = words.Given();
-    plate.crossSlope = words.Given();
-    plate.step = words.Given();
-    Require(AddStandardSectionPlate(road.get(), &plate, side, -1), "a plate");
-}
-
-void CaseReader::ReadChange(Words& words) {
-    Change change{};
-    change.side = words.Whole();
-    change.kind = words.Whole();
-    change.mileage = words.Given();
-    change.occurrence = words.Whole();
-    change.type = words.Whole();
-    while (!words.AtEnd()) change.values.push_back(words.Given());
-    changes.push_back(change);
 }
 
 RoadDesign* CaseReader::Built() {
-    if (built) return road.get();
-    const bool hasSections = GetStandardSectionPlateCount(road.get(), 0) > 0;  // they need the stakes
-    Require(hasSections ? DesignRoad(road.get()) : UpdateData(road.get()), "to be built");
-    for (const VerticalCurve& curve : grades) Require(AddVerticalCurve(road.get(), &curve), "a grade-change point");
-    for (const Change& it : changes) {
-        Require(AddChangeSectionList(road.get(), it.mileage, it.side, it.kind, it.values.data(),
-                                     static_cast<std::int32_t>(it.values.size()), it.occurrence, it.type),
-                "a change section");
-    }
+    if (!built) Require(UpdateData(road.get()), "to be built");
     built = true;
     return road.get();
 }
@@ -210,7 +146,7 @@ void CaseReader::AskPoint(Words& words) {
     double x = 0;
     double y = 0;
     double azimuth = 0;
-    const bool found = GetElementPositionAndAzimuth(road.get(), &lastElement, words.Given(), &x, &y, &azimuth);
+    const bool found = GetElementPositionAndAzimuth(road.get(), &element, words.Given(), &x, &y, &azimuth);
     NotePosition(words, found, x, y, azimuth);
 }
 
@@ -225,12 +161,10 @@ void CaseReader::AskPosition(Words& words) {
     NotePosition(words, found, x, y, azimuth);
 }
 
-/// Whether the road is one straight, and so short that the rounding of its ends counts at a distance (m).
-bool CaseReader::IsShortFor(double distance) {
+/// Whether the element is a straight so short that the rounding of its ends counts at a distance (m).
+bool CaseReader::IsShortFor(double distance) const {
     constexpr double farLengths = 50;
-    Element element{};
-    return GetElementCount(Built()) == 2 && GetElement(road.get(), 1, &element) && element.type == straightType &&
-           distance > farLengths * element.length;
+    return element.type == straightType && distance > farLengths * element.length;
 }
 
 void CaseReader::AskFoot(Words& words) {
@@ -260,70 +194,6 @@ void CaseReader::AskFoot(Words& words) {
     const char* const offsetKind =
         onSpiral ? "offset of all these points, on spirals" : "offset of all these points, on straights and arcs";
     table.Of(offsetKind, onSpiral ? "110 nm" : "100 nm").Add(offsetError, onSpiral ? spiralFootBar : plainFootBar);
-}
-
-void CaseReader::AskContinuous(Words& words) {
-    double mileage = words.Given();
-    const int occurrence = words.Whole();
-    const std::string exact = words.Word();
-    const bool found = GetSrcMileage(Built(), &mileage, occurrence);
-    double error = none;
-    if (exact == "none") {
-        if (!found) error = 0;
-    } else if (found) {
-        error = Difference(mileage, Words(exact).Exact());
-    }
-    table.Of(kind, "10 nm").Add(error, forwardBar);
-}
-
-void CaseReader::AskStation(Words& words) {
-    const double station = words.Given();
-    const int occurrence = words.Whole();
-    double x = 0;
-    double y = 0;
-    double azimuth = 0;
-    double mileage = 0;
-    double offset = 0;
-    std::int32_t again = -1;
-    const bool found = GetPositionAndAzimuth(Built(), station, 0, 90, &x, &y, &azimuth, occurrence) &&
-                       GetMileageAndOffset(Built(), x, y, &mileage, &offset, &again) && again == occurrence;
-    table.Of(kind, "1 µm").Add(found ? std::fabs(mileage - station) : none, stationBar);
-}
-
-void CaseReader::AskHeight(Words& words) {
-    const double mileage = words.Given();
-    const int occurrence = words.Whole();
-    const double offset = words.Given();
-    double height = 0;
-    const bool found = GetHeight(Built(), mileage, occurrence, offset, &height);
-    const long double exact = words.Exact();
-    table.Of(kind, "10 nm").Add(found ? Difference(height, exact) : none, heightBar);
-}
-
-void CaseReader::AskSide(Words& words) {
-    const double mileage = words.Given();
-    const int occurrence = words.Whole();
-    const int side = words.Whole();
-    std::vector<SectionPlate> plates(static_cast<std::size_t>(GetStandardSectionPlateCount(road.get(), side)));
-    SectionPlateArray array{plates.data(), 0, static_cast<std::int32_t>(plates.size())};
-    const bool found = GetRoadSide(Built(), mileage, occurrence, side, &array);
-    double width = found ? 0 : none;
-    double slope = width;
-    double edge = width;
-    double height = width;
-    for (const SectionPlate& plate : plates) {
-        width = std::max(width, Difference(plate.width, words.Exact()));
-        slope = std::max(slope, Difference(plate.crossSlope, words.Exact()));
-        edge = std::max(edge, Difference(plate.offset, words.Exact()));
-        const long double exactX = words.Exact();
-        const long double exactY = words.Exact();
-        edge = std::max(edge, Apart(plate.x, plate.y, exactX, exactY));
-        height = std::max(height, Difference(plate.height, words.Exact()));
-    }
-    table.Of(kind + ": widths of the plates", "10 nm").Add(width, valueBar);
-    table.Of(kind + ": cross slopes (per cent)", "1e-8").Add(slope, valueBar);
-    table.Of(kind + ": edges, in plan", "10 nm").Add(edge, forwardBar);
-    table.Of(kind + ": edges, height", "10 nm").Add(height, heightBar);
 }
 
 CaseReader ReadSet(const std::string& path) {

@@ -3,10 +3,8 @@
 
 #include <map>
 #include <memory>
-#include <optional>
 #include <sstream>
 #include <string>
-#include <vector>
 
 #include "error_table.hpp"
 #include "kesto_road/kesto_road.h"
@@ -36,7 +34,6 @@ public:
     void Read(const std::string& line);
 
     const ErrorTable& Table() const { return table; }
-    /// Cases asked, stations and cross sections counted once each.
     long Cases() const { return cases; }
     /// What the generator drew and left out of the set, and how often.
     const std::map<std::string, long>& LeftOut() const { return leftOut; }
@@ -44,32 +41,18 @@ public:
 private:
     void BeginRoad(Words& words);
     void ReadElement(Words& words);
-    void ReadGrade(Words& words);
-    void ReadPlate(Words& words);
-    void ReadChange(Words& words);
     /// Builds the road when its first case comes.
     RoadDesign* Built();
 
     void AskPoint(Words& words);
     void AskPosition(Words& words);
-    bool IsShortFor(double distance);
+    bool IsShortFor(double distance) const;
     void AskFoot(Words& words);
-    void AskContinuous(Words& words);
-    void AskStation(Words& words);
-    void AskHeight(Words& words);
-    void AskSide(Words& words);
     void NotePosition(Words& words, bool found, double x, double y, double azimuth);
 
-    struct Change {
-        double mileage;
-        int side, kind, occurrence, type;
-        std::vector<double> values;
-    };
     std::shared_ptr<RoadDesign> road;
     bool built = false;
-    std::vector<VerticalCurve> grades;
-    std::vector<Change> changes;
-    Element lastElement{};
+    Element element{};  // of the road
     std::string kind;
     ErrorTable table;
     long cases = 0;

@@ -1,5 +1,7 @@
 // Positions and feet on single elements, and elements that run backwards.
 
+#include "element_cases.hpp"
+
 #include <algorithm>
 #include <array>
 #include <cstddef>
@@ -7,13 +9,45 @@
 #include <utility>
 #include <vector>
 
-#include "cases.hpp"
 #include "element_curve.hpp"
-#include "road_data.hpp"
 
 namespace reference {
 
 namespace {
+
+/// How large the coordinates are: up to 1 km, or those of a national grid (m).
+enum class Coordinates { Local, Grid };
+
+/// A road of one element.
+struct RoadData {
+    double startMileage;
+    ElementData element;
+};
+
+/// A start point and azimuth for an element; some azimuths are those of the axes.
+ElementData DrawStart(Dice& dice, Coordinates coordinates) {
+    ElementData element{};
+    const bool grid = coordinates == Coordinates::Grid;
+    element.x = Millimetres(grid ? dice.Between(3e6, 5.5e6) : dice.Between(-1000, 1000));
+    element.y = Millimetres(grid ? dice.Between(2e5, 9e5) : dice.Between(-1000, 1000));
+    element.azimuth = dice.OneIn(20) ? 90 * dice.Below(4) : dice.Between(0, 360);
+    element.right = dice.Flip();
+    return element;
+}
+
+void WriteRoad(const SetWriter& set, const RoadData& road) {
+    const ElementData& element = road.element;
+    set.Begin("road").Given(road.startMileage);
+    set.Begin("element")
+        .Whole(element.type)
+        .Whole(element.right ? 1 : 0)
+        .Given(element.x)
+        .Given(element.y)
+        .Given(element.azimuth)
+        .Given(element.startRadius)
+        .Given(element.endRadius)
+        .Given(element.length);
+}
 
 /// A sort of elements: what it is called, how it is drawn, and whether its points have one foot.
 struct Family {
@@ -101,9 +135,9 @@ void WritePosition(SetWriter& set, Dice& dice, double mileage, const ElementCurv
 }
 
 void WritePositions(SetWriter& set, Dice& dice, const RoadData& road, int count) {
-    const ElementCurve curve(road.elements.front());
+    const ElementCurve curve(road.element);
     Place place = curve.Start();
-    std::vector<double> distances = DrawDistances(dice, road.elements.front(), count, 2 * startZone);
+    std::vector<double> distances = DrawDistances(dice, road.element, count, 2 * startZone);
     if (dice.OneIn(4)) distances.front() = 0;
     for (const double distance : distances) {
         const double mileage = road.startMileage + distance;
@@ -186,7 +220,7 @@ private:
 
 void WriteFeet(SetWriter& set, Dice& dice, const RoadData& road, int count) {
     constexpr double fromEnds = 1e-3;  // m: nearer, the ends themselves may be the answer
-    const ElementData& element = road.elements.front();
+    const ElementData& element = road.element;
     const ElementCurve curve(element);
     const FootCount feet(curve, element);
     Place place = curve.Start();
@@ -222,8 +256,7 @@ void WriteBackwards(SetWriter& set, Dice& dice, int elements) {
         draws[static_cast<std::size_t>(dice.Below(5))](dice, element);
         const double length = element.length;
         if (dice.Flip()) element.length = -length;
-        set.Begin("road").Given(0);
-        WriteElement(set, element);
+        WriteRoad(set, {0, element});
         const ElementCurve curve(element);
         Place place = curve.Start();
         std::vector<double> distances = DrawAscending(dice, placesEach, 2 * startZone, length);
@@ -235,6 +268,9 @@ void WriteBackwards(SetWriter& set, Dice& dice, int elements) {
     }
 }
 
+/// A share of a number, at least 1.
+int ShareOf(int whole, double share) { return whole * share < 1 ? 1 : static_cast<int>(whole * share); }
+
 }  // namespace
 
 void WriteElementCases(SetWriter& set, Dice& dice, double share) {
@@ -244,10 +280,9 @@ void WriteElementCases(SetWriter& set, Dice& dice, double share) {
             const auto write = [&](const char* question, int roads, const auto& writeCases) {
                 set.Kind(KindOf(question, family, coordinates));
                 for (int i = 0; i < ShareOf(roads, share); ++i) {
-                    RoadData road;
-                    road.startMileage = DrawStartMileage(dice);
-                    road.elements.push_back(DrawStart(dice, coordinates));
-                    family.draw(dice, road.elements.front());
+                    const double startMileage = dice.Flip() ? 0 : Millimetres(dice.Between(0, 200000));
+                    RoadData road{startMileage, DrawStart(dice, coordinates)};
+                    family.draw(dice, road.element);
                     WriteRoad(set, road);
                     writeCases(set, dice, road, casesEach);
                 }

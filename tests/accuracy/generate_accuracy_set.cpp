@@ -5,7 +5,7 @@
 #include <cstdio>
 #include <cstdlib>
 
-#include "cases.hpp"
+#include "element_cases.hpp"
 
 int main(int count, char** arguments) {
     constexpr std::uint64_t seed = 20250301;
@@ -17,11 +17,9 @@ int main(int count, char** arguments) {
     }
     reference::SetWriter set(file);
     reference::Dice dice(seed);
-    set.Begin("#").Word("Alignment questions and their exact answers; the format is told in tests/accuracy/README.md.");
+    set.Begin("#").Word(
+        "Questions about elements and their exact answers; the format is told in tests/accuracy/README.md.");
     reference::WriteElementCases(set, dice, share);
-    reference::WriteChainCases(set, dice, share);
-    reference::WriteHeightCases(set, dice, share);
-    reference::WriteSectionCases(set, dice, share);
     set.WriteLeftOut();
     return std::fclose(file) == 0 ? 0 : 1;
 }
