@@ -4,7 +4,7 @@
 #include <cmath>
 #include <cstdint>
 
-#include "owned_road.hpp"
+#include "support/owned_road.hpp"
 #include "require.hpp"
 
 namespace kesto::fuzz {

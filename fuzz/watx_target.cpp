@@ -10,7 +10,7 @@
 #include "kesto_road/kesto_road.h"
 #include "require.hpp"
 #include "saved_road.hpp"
-#include "temporary_folder.hpp"
+#include "support/temporary_folder.hpp"
 
 namespace {
 

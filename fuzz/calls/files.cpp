@@ -4,7 +4,7 @@
 
 #include "call_run.hpp"
 #include "saved_road.hpp"
-#include "temporary_folder.hpp"
+#include "support/temporary_folder.hpp"
 
 namespace kesto::fuzz {
 

@@ -8,9 +8,9 @@
 
 #include "alignment/broken_chains.hpp"
 #include "geometry/angles.hpp"
-#include "quadrature.hpp"
+#include "support/quadrature.hpp"
 
-using kesto_test::MakeElement;
+using kesto::test::MakeElement;
 
 namespace {
 
@@ -93,7 +93,7 @@ TEST(ChainBuilder, SplitPiecesOfASpiral) {
         EXPECT_EQ(road.elements[2].endRadius, it.endRadius);
         EXPECT_EQ(road.elements[1].flag, 5);
         EXPECT_EQ(road.elements[2].flag, 0);
-        const kesto_test::Integrated split = kesto_test::Integrate(spiral, it.at);
+        const kesto::test::Integrated split = kesto::test::Integrate(spiral, it.at);
         EXPECT_NEAR(road.elements[2].startX, static_cast<double>(split.x), 1e-11);
         EXPECT_NEAR(road.elements[2].startY, static_cast<double>(split.y), 1e-11);
         EXPECT_NEAR(kesto::ToRadians(road.elements[2].startAzimuth), static_cast<double>(split.azimuth), 1e-12);

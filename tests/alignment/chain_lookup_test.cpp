@@ -6,32 +6,25 @@
 #include <cmath>
 #include <limits>
 #include <optional>
-#include <random>
 #include <vector>
 
 #include "alignment/chain_builder.hpp"
 #include "alignment/chainage.hpp"
 #include "alignment/position.hpp"
-#include "quadrature.hpp"
+#include "support/dice.hpp"
+#include "support/records.hpp"
 
 using kesto::ChainIndex;
-using kesto_test::MakeElement;
+using kesto::test::MakeElement;
 
 namespace {
 
 constexpr double infinity = std::numeric_limits<double>::infinity();
 
 /// Roads and edits that look random; multiples of 10 m make mileages meet.
-class Dice {
+class Roads : public kesto::test::Dice {
 public:
-    explicit Dice(std::uint32_t seed) : random(seed) {}
-
-    int Below(int bound) { return static_cast<int>(random() % static_cast<std::uint32_t>(bound)); }
-    bool OneIn(int chances) { return Below(chances) == 0; }
-    template <std::size_t count>
-    double Of(const double (&values)[count]) {
-        return values[random() % count];
-    }
+    using Dice::Dice;
 
     /// A chain as a host may leave it: built, then edited without a rebuild.
     void Build(RoadDesign& road, int elements) {
@@ -39,10 +32,10 @@ public:
         road.settings.startMileage = Of({0.0, -250.0, 512.5});
         kesto::SetStart(road, 0, 0, 0);
         const int falling = Below(4);  // 0: all fall, 1: some fall
-        const bool pointLike = OneIn(3);
+        const bool pointLike = In(3);
         for (int i = 0; i < elements; ++i) {
-            const bool falls = falling == 0 || (falling == 1 && OneIn(4));
-            const double length = pointLike && OneIn(4) ? 0 : (falls ? -10.0 : 10.0) * (1 + Below(20));
+            const bool falls = falling == 0 || (falling == 1 && In(4));
+            const double length = pointLike && In(4) ? 0 : (falls ? -10.0 : 10.0) * (1 + Below(20));
             road.elements.Insert(MakeElement(1, false, 0, 0, length));
         }
         for (int i = Below(6); i > 0; --i) {
@@ -51,13 +44,13 @@ public:
         }
         std::ranges::sort(road.brokenChains.Edit(), {}, &BrokenChain::backMileage);
         EXPECT_TRUE(kesto::EnsureCurrent(road));
-        for (int i = OneIn(2) ? Below(6) : 0; i > 0; --i) EditOne(road);
-        if (OneIn(20)) road.totalLength *= 0.9;  // stale
+        for (int i = In(2) ? Below(6) : 0; i > 0; --i) EditOne(road);
+        if (In(20)) road.totalLength *= 0.9;  // stale
     }
 
     void EditOne(RoadDesign& road) {
         const auto elements = road.elements.Edit();
-        Element& element = elements[random() % elements.size()];
+        Element& element = elements[static_cast<std::size_t>(Below(static_cast<int>(elements.size())))];
         const double odd[] = {0, -0.0, 1e-9, -1e-12, 10, -30, 1e17, infinity, -infinity, std::nan("")};
         switch (Below(3)) {
             case 0: element.length = Of(odd); break;
@@ -68,15 +61,12 @@ public:
 
     /// A mileage on an end of an element, nudged across the tolerances, or any other.
     double Mileage(const RoadDesign& road) {
-        if (OneIn(50)) return Of({infinity, -infinity, std::nan(""), 1e17, -1e300});
-        const double nudge = Of({0, 0, 3.7, 5e-8, -5e-8, 2e-7, -2e-7, 5e-10, 1e-7, -1e-7});
+        if (In(50)) return Of({infinity, -infinity, std::nan(""), 1e17, -1e300});
+        const double nudge = Of({0.0, 0.0, 3.7, 5e-8, -5e-8, 2e-7, -2e-7, 5e-10, 1e-7, -1e-7});
         const auto& element = road.elements[Below(road.elements.Count())];
-        return OneIn(4) ? 10.0 * Below(200) - 400 + nudge
-                        : element.startMileage + Of({0, 1, 0.5}) * element.length + nudge;
+        return In(4) ? 10.0 * Below(200) - 400 + nudge
+                     : element.startMileage + Of({0.0, 1.0, 0.5}) * element.length + nudge;
     }
-
-private:
-    std::mt19937 random;
 };
 
 std::uint64_t Bits(double number) { return std::isnan(number) ? ~0ULL : std::bit_cast<std::uint64_t>(number); }
@@ -101,7 +91,7 @@ std::vector<std::uint64_t> Answers(const RoadDesign& road, const ChainIndex* ind
 }
 
 TEST(ChainLookup, IndexAnswersAsTheWalk) {
-    Dice dice(20240611);
+    Roads dice(20240611);
     int runs = 0;
     constexpr int rounds = 4000;
     for (int round = 0; round < rounds; ++round) {
@@ -122,13 +112,13 @@ TEST(ChainLookup, IndexAnswersAsTheWalk) {
 }
 
 TEST(ChainLookup, IndexIsNotOlderThanTheChain) {
-    Dice dice(7);
+    Roads dice(7);
     RoadDesign road;
     dice.Build(road, 40);
     int indexed = 0;
     for (int round = 0; round < 3000; ++round) {
-        if (dice.OneIn(30)) dice.EditOne(road);
-        if (dice.OneIn(50)) road.settings.startMileage += 10;
+        if (dice.In(30)) dice.EditOne(road);
+        if (dice.In(50)) road.settings.startMileage += 10;
         const ChainIndex* const index = kesto::CurrentIndex(road);
         indexed += index != nullptr ? 1 : 0;
         const double m = dice.Mileage(road);

@@ -6,28 +6,19 @@
 #include <limits>
 #include <random>
 
-#include "quadrature.hpp"
+#include "support/quadrature.hpp"
 
-using kesto_test::Integrate;
-using kesto_test::Integrated;
-using kesto_test::MakeElement;
+using kesto::test::Integrate;
+using kesto::test::Integrated;
+using kesto::test::MainPoint;
+using kesto::test::MakeElement;
 
 namespace {
-
-Coordinate At(double x, double y, std::int32_t type, double radius = 0, bool right = true) {
-    Coordinate point{};
-    point.type = type;
-    point.turnDirection = right ? 1 : 0;
-    point.x = x;
-    point.y = y;
-    point.radius = radius;
-    return point;
-}
 
 /// The point at the end of an element, where the next begins.
 Coordinate EndOf(const Element& element, std::int32_t type, double radius) {
     const Integrated end = Integrate(element, element.length);
-    return At(static_cast<double>(end.x), static_cast<double>(end.y), type, radius);
+    return MainPoint(static_cast<double>(end.x), static_cast<double>(end.y), type, radius);
 }
 
 TEST(CoordinateMethod, FindsTheElementThatThePointsWereMadeFrom) {
@@ -51,7 +42,7 @@ TEST(CoordinateMethod, FindsTheElementThatThePointsWereMadeFrom) {
         RoadDesign road;
         road.settings.roadDesignMode = 2;
         road.settings.startMileage = 500;
-        Coordinate first = At(original.startX, original.startY, original.type, original.startRadius);
+        Coordinate first = MainPoint(original.startX, original.startY, original.type, original.startRadius);
         first.turnDirection = original.turnDirection;
         road.coordinates.Insert(first);
         road.coordinates.Insert(EndOf(original, 0, original.endRadius));
@@ -74,8 +65,8 @@ TEST(CoordinateMethod, HalfCirclesAreJoined) {
         const double dx = radius * std::cos(azimuth), dy = radius * std::sin(azimuth);
         RoadDesign road;
         road.settings.roadDesignMode = 2;
-        road.coordinates.Insert(At(x - dx, y - dy, 2, radius));
-        road.coordinates.Insert(At(x + dx, y + dy, 1));
+        road.coordinates.Insert(MainPoint(x - dx, y - dy, 2, radius));
+        road.coordinates.Insert(MainPoint(x + dx, y + dy, 1));
         ASSERT_TRUE(kesto::GenerateFromCoordinates(road, road.elements)) << i;
         ASSERT_NEAR(road.elements[1].length, radius * std::acos(-1.0), radius * 1e-5) << i;
     }
@@ -107,8 +98,8 @@ TEST(CoordinateMethod, TheShortestSpiralCounts) {
         for (const auto& it : cases) {
             RoadDesign road;
             road.settings.roadDesignMode = 2;
-            road.coordinates.Insert(At(0, 0, 3, from));
-            road.coordinates.Insert(At(longest + it.excess, 0, 1, to));
+            road.coordinates.Insert(MainPoint(0, 0, 3, from));
+            road.coordinates.Insert(MainPoint(longest + it.excess, 0, 1, to));
             ASSERT_TRUE(kesto::GenerateFromCoordinates(road, road.elements));
             EXPECT_GT(road.elements[1].length, it.least) << it.excess;
             EXPECT_LT(road.elements[1].length, it.most) << it.excess;
@@ -130,21 +121,32 @@ TEST(CoordinateMethod, Refusals) {
     const double nan = std::nan("");
     const double infinity = std::numeric_limits<double>::infinity();
     const Case cases[] = {
-        {"coinciding points", {At(0, 0, 1), At(5, 0, 1), At(5, 5e-8, 1)}, 1, 5e-8},
-        {"coinciding ends of an arc", {At(0, 0, 2, 0), At(5e-8, 0, 1)}, 0, 5e-8},
-        {"coinciding points of a broken line", {At(0, 0, 2, 0), At(5e-8, 0, 1)}, 0, 5e-8, KESTO_LIMIT_NONE, 0, 3},
-        {"chord above the diameter", {At(0, 0, 2, 10), At(20.01, 0, 1)}, 0, 20.01, KESTO_LIMIT_ARC_DIAMETER, 20},
-        {"arc without a radius", {At(0, 0, 2), At(20, 0, 1)}, 0, 20},
-        {"arc with a negative radius", {At(0, 0, 2, -100), At(50, 0, 1)}, 0, 50},
-        {"arc with an infinite radius", {At(0, 0, 2, infinity), At(50, 0, 1)}, 0, 50},
-        {"spiral between equal radii", {At(0, 0, 3, 50), At(20, 0, 1, 50)}, 0, 20},
-        {"spiral between nearly equal radii", {At(0, 0, 3, 300), At(50, 0, 1, 300.000001)}, 0, 50},
-        {"spiral between straights", {At(0, 0, 3), At(20, 0, 1)}, 0, 20},
-        {"spiral that never gets so far", {At(0, 0, 3, 1), At(2000, 0, 1, 1.1)}, 0, 2000},
-        {"unknown type", {At(0, 0, 4), At(20, 0, 1)}, 0, 20},
-        {"spiral from a negative radius", {At(0, 0, 3, -5), At(20, 0, 1, 50)}, 0, 20},
-        {"spiral to no number", {At(0, 0, 3, 50), At(20, 0, 1, nan)}, 0, 20},
-        {"point at infinity", {At(0, infinity, 1), At(20, 0, 1)}, 0, infinity},
+        {"coinciding points", {MainPoint(0, 0, 1), MainPoint(5, 0, 1), MainPoint(5, 5e-8, 1)}, 1, 5e-8},
+        {"coinciding ends of an arc", {MainPoint(0, 0, 2, 0), MainPoint(5e-8, 0, 1)}, 0, 5e-8},
+        {"coinciding points of a broken line",
+         {MainPoint(0, 0, 2, 0), MainPoint(5e-8, 0, 1)},
+         0,
+         5e-8,
+         KESTO_LIMIT_NONE,
+         0,
+         3},
+        {"chord above the diameter",
+         {MainPoint(0, 0, 2, 10), MainPoint(20.01, 0, 1)},
+         0,
+         20.01,
+         KESTO_LIMIT_ARC_DIAMETER,
+         20},
+        {"arc without a radius", {MainPoint(0, 0, 2), MainPoint(20, 0, 1)}, 0, 20},
+        {"arc with a negative radius", {MainPoint(0, 0, 2, -100), MainPoint(50, 0, 1)}, 0, 50},
+        {"arc with an infinite radius", {MainPoint(0, 0, 2, infinity), MainPoint(50, 0, 1)}, 0, 50},
+        {"spiral between equal radii", {MainPoint(0, 0, 3, 50), MainPoint(20, 0, 1, 50)}, 0, 20},
+        {"spiral between nearly equal radii", {MainPoint(0, 0, 3, 300), MainPoint(50, 0, 1, 300.000001)}, 0, 50},
+        {"spiral between straights", {MainPoint(0, 0, 3), MainPoint(20, 0, 1)}, 0, 20},
+        {"spiral that never gets so far", {MainPoint(0, 0, 3, 1), MainPoint(2000, 0, 1, 1.1)}, 0, 2000},
+        {"unknown type", {MainPoint(0, 0, 4), MainPoint(20, 0, 1)}, 0, 20},
+        {"spiral from a negative radius", {MainPoint(0, 0, 3, -5), MainPoint(20, 0, 1, 50)}, 0, 20},
+        {"spiral to no number", {MainPoint(0, 0, 3, 50), MainPoint(20, 0, 1, nan)}, 0, 20},
+        {"point at infinity", {MainPoint(0, infinity, 1), MainPoint(20, 0, 1)}, 0, infinity},
     };
     for (const Case& it : cases) {
         SCOPED_TRACE(it.name);
@@ -165,12 +167,13 @@ TEST(CoordinateMethod, Refusals) {
     }
     RoadDesign unread;  // radii that no piece uses
     unread.settings.roadDesignMode = 2;
-    for (const Coordinate& it : {At(0, 0, 1, -5), At(50, 0, 1, nan), At(90, 0, 2, 80), At(130, 0, 1, -5)}) {
+    for (const Coordinate& it :
+         {MainPoint(0, 0, 1, -5), MainPoint(50, 0, 1, nan), MainPoint(90, 0, 2, 80), MainPoint(130, 0, 1, -5)}) {
         unread.coordinates.Insert(it);
     }
     EXPECT_TRUE(kesto::GenerateFromCoordinates(unread, unread.elements));
     RoadDesign lonely;
-    lonely.coordinates.Insert(At(0, 0, 1));
+    lonely.coordinates.Insert(MainPoint(0, 0, 1));
     EXPECT_EQ(kesto::GenerateFromCoordinates(lonely, lonely.elements).failure().status, KESTO_TOO_FEW_ELEMENTS);
 }
 

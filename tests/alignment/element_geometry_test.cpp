@@ -10,12 +10,12 @@
 #include <random>
 #include <utility>
 
-#include "quadrature.hpp"
+#include "support/quadrature.hpp"
 
 using kesto::Evaluate;
-using kesto_test::Integrate;
-using kesto_test::Integrated;
-using kesto_test::MakeElement;
+using kesto::test::Integrate;
+using kesto::test::Integrated;
+using kesto::test::MakeElement;
 
 namespace {
 

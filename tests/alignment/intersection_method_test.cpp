@@ -7,27 +7,16 @@
 #include <random>
 
 #include "core/text.hpp"
-#include "csv.hpp"
 #include "design/design_run.hpp"
 #include "geometry/angles.hpp"
-#include "quadrature.hpp"
+#include "support/csv.hpp"
+#include "support/quadrature.hpp"
+
+using kesto::test::Corner;
 
 namespace {
 
 const double pi = std::acos(-1.0);
-
-Intersection At(double x, double y, double radius = 0, double spiralIn = 0, double spiralOut = 0, double radiusIn = 0,
-                double radiusOut = 0) {
-    Intersection point{};
-    point.x = x;
-    point.y = y;
-    point.radius = radius;
-    point.spiralIn = spiralIn;
-    point.spiralOut = spiralOut;
-    point.radiusIn = radiusIn;
-    point.radiusOut = radiusOut;
-    return point;
-}
 
 void Fill(RoadDesign& road, const std::vector<Intersection>& points) {
     for (const Intersection& point : points) road.intersections.Insert(point);
@@ -57,7 +46,7 @@ void ExpectAskedCurves(const RoadDesign& road) {
 void ExpectClosed(const RoadDesign& road, double gap, double kink) {
     for (std::int32_t i = 1; i < road.elements.Count(); ++i) {
         const Element& element = road.elements[i];
-        const kesto_test::Integrated end = kesto_test::Integrate(element, element.length);
+        const kesto::test::Integrated end = kesto::test::Integrate(element, element.length);
         const bool last = i + 1 == road.elements.Count();
         const Intersection& goal = road.intersections[road.intersections.Count() - 1];
         const double x = last ? goal.x : road.elements[i + 1].startX;
@@ -80,7 +69,7 @@ TEST(IntersectionMethod, RandomPolygonsClose) {
         double heading = between(0, 2 * pi);
         double x = 1000;
         double y = 2000;
-        road.intersections.Insert(At(x, y));
+        road.intersections.Insert(Corner(x, y));
         for (int i = 0; i < 6; ++i) {
             const double side = between(900, 1500);
             x += side * std::cos(heading);
@@ -89,10 +78,10 @@ TEST(IntersectionMethod, RandomPolygonsClose) {
             const double radius = between(200, 500);
             // Radii at the outer ends of the spirals: infinite, or wider or tighter than the arc's (egg transitions).
             const auto outer = [&] { return random() % 3 == 0 ? 0 : radius * (random() % 2 == 0 ? 3 : 0.8); };
-            road.intersections.Insert(At(x, y, radius, random() % 3 == 0 ? 0 : between(20, 50),
-                                         random() % 3 == 0 ? 0 : between(20, 50), outer(), outer()));
+            road.intersections.Insert(Corner(x, y, radius, random() % 3 == 0 ? 0 : between(20, 50),
+                                             random() % 3 == 0 ? 0 : between(20, 50), outer(), outer()));
         }
-        road.intersections.Insert(At(x + 1200 * std::cos(heading), y + 1200 * std::sin(heading)));
+        road.intersections.Insert(Corner(x + 1200 * std::cos(heading), y + 1200 * std::sin(heading)));
         ASSERT_TRUE(kesto::GenerateFromIntersections(road, road.elements)) << round;
         ExpectClosed(road, 1e-9, 1e-9);
         ExpectAskedCurves(road);
@@ -104,8 +93,8 @@ TEST(IntersectionMethod, RandomPolygonsClose) {
 std::vector<Intersection> Bend(double deflection, Intersection curve, double way = 0) {
     curve.x = 900 * std::cos(way);
     curve.y = 900 * std::sin(way);
-    return {At(0, 0), curve,
-            At(curve.x + 900 * std::cos(way + deflection), curve.y + 900 * std::sin(way + deflection))};
+    return {Corner(0, 0), curve,
+            Corner(curve.x + 900 * std::cos(way + deflection), curve.y + 900 * std::sin(way + deflection))};
 }
 
 TEST(IntersectionMethod, ExtremeCurvesCloseToo) {
@@ -116,8 +105,9 @@ TEST(IntersectionMethod, ExtremeCurvesCloseToo) {
         Intersection curve;
         std::int32_t count;  // elements with the start record
         double way = 0;
-    } cases[] = {{1e-3, At(0, 0, 20000), 4}, {1e-4, At(0, 0, 10000), 4},      {3e-7, At(0, 0, 1e6), 4},
-                 {5e-8, At(0, 0, 1e6), 3},   {pi - 1e-4, At(0, 0, 0.001), 4}, {0.5, At(0, 0, 300, 60, 60), 6, north}};
+    } cases[] = {{1e-3, Corner(0, 0, 20000), 4},      {1e-4, Corner(0, 0, 10000), 4},
+                 {3e-7, Corner(0, 0, 1e6), 4},        {5e-8, Corner(0, 0, 1e6), 3},
+                 {pi - 1e-4, Corner(0, 0, 0.001), 4}, {0.5, Corner(0, 0, 300, 60, 60), 6, north}};
     for (const auto& it : cases) {
         SCOPED_TRACE(it.deflection);
         RoadDesign road;
@@ -139,57 +129,61 @@ TEST(IntersectionMethod, Refusals) {
     };
     const double nan = std::nan("");
     const Case cases[] = {
-        {"one point", {At(0, 0)}, KESTO_TOO_FEW_ELEMENTS, -1, 1, KESTO_LIMIT_RECORD_COUNT},
+        {"one point", {Corner(0, 0)}, KESTO_TOO_FEW_ELEMENTS, -1, 1, KESTO_LIMIT_RECORD_COUNT},
         {"tangent too long",
-         {At(0, 0), At(200, 0, 250), At(200, 400)},
+         {Corner(0, 0), Corner(200, 0, 250), Corner(200, 400)},
          KESTO_CURVE_DOES_NOT_FIT,
          1,
          50,
          KESTO_LIMIT_POLYGON_SIDE},
         {"the last side too short",
-         {At(0, 0), At(400, 0, 250), At(400, 200)},
+         {Corner(0, 0), Corner(400, 0, 250), Corner(400, 200)},
          KESTO_CURVE_DOES_NOT_FIT,
          1,
          50,
          KESTO_LIMIT_POLYGON_SIDE},
         {"curves overlap by more than a millimetre",
-         {At(0, 0), At(200, 0, 100), At(200, 149.998, 50), At(300, 149.998)},
+         {Corner(0, 0), Corner(200, 0, 100), Corner(200, 149.998, 50), Corner(300, 149.998)},
          KESTO_CURVE_DOES_NOT_FIT,
          2,
          0.002,
          KESTO_LIMIT_POLYGON_SIDE},
         {"spirals turn too much",
-         {At(0, 0), At(900, 0, 100, 200, 200), At(900, 900)},
+         {Corner(0, 0), Corner(900, 0, 100, 200, 200), Corner(900, 900)},
          KESTO_CURVE_DOES_NOT_FIT,
          1,
          400 / 200.0 * 180 / pi - 90,
          KESTO_LIMIT_DEFLECTION},
-        {"spirals turn a microradian too much", Bend(1, At(0, 0, 100, 100, 100 + 2e-4)), KESTO_CURVE_DOES_NOT_FIT, 1,
-         1e-6 * 180 / pi, KESTO_LIMIT_DEFLECTION},
-        {"coinciding points", {At(0, 0), At(200, 0, 10), At(200, 5e-8), At(300, 0)}, KESTO_CURVE_DOES_NOT_FIT, 1, 0},
+        {"spirals turn a microradian too much", Bend(1, Corner(0, 0, 100, 100, 100 + 2e-4)), KESTO_CURVE_DOES_NOT_FIT,
+         1, 1e-6 * 180 / pi, KESTO_LIMIT_DEFLECTION},
+        {"coinciding points",
+         {Corner(0, 0), Corner(200, 0, 10), Corner(200, 5e-8), Corner(300, 0)},
+         KESTO_CURVE_DOES_NOT_FIT,
+         1,
+         0},
         {"no curve at the side's end",
-         {At(0, 0), At(2000, 0, 1000), At(2100, 100), At(2500, 300)},
+         {Corner(0, 0), Corner(2000, 0, 1000), Corner(2100, 100), Corner(2500, 300)},
          KESTO_CURVE_DOES_NOT_FIT,
          1,
          1000 * std::tan(pi / 8) - 100 * std::sqrt(2.0),
          KESTO_LIMIT_POLYGON_SIDE},
-        {"point at infinity", {At(0, 0), At(1e200, 0)}, KESTO_CURVE_DOES_NOT_FIT, 1, 0},
-        {"coinciding ends", {At(5, 5), At(5, 5)}, KESTO_CURVE_DOES_NOT_FIT, 1, 0},
-        {"the road turns back", Bend(pi - 5e-8, At(0, 0, 1e-6)), KESTO_CURVE_DOES_NOT_FIT, 1, 0},
-        {"spiral between nearly equal radii", Bend(1, At(0, 0, 300, 50, 0, 300.000001)), KESTO_CURVE_DOES_NOT_FIT, 1,
-         0},
+        {"point at infinity", {Corner(0, 0), Corner(1e200, 0)}, KESTO_CURVE_DOES_NOT_FIT, 1, 0},
+        {"coinciding ends", {Corner(5, 5), Corner(5, 5)}, KESTO_CURVE_DOES_NOT_FIT, 1, 0},
+        {"the road turns back", Bend(pi - 5e-8, Corner(0, 0, 1e-6)), KESTO_CURVE_DOES_NOT_FIT, 1, 0},
+        {"spiral between nearly equal radii", Bend(1, Corner(0, 0, 300, 50, 0, 300.000001)), KESTO_CURVE_DOES_NOT_FIT,
+         1, 0},
         {"spiral between equal radii",
-         {At(0, 0), At(900, 0, 100, 20, 0, 100), At(900, 900)},
+         {Corner(0, 0), Corner(900, 0, 100, 20, 0, 100), Corner(900, 900)},
          KESTO_CURVE_DOES_NOT_FIT,
          1,
          0},
-        {"negative radius", {At(0, 0), At(200, 0, -10), At(200, 90)}, KESTO_CURVE_DOES_NOT_FIT, 1, 0},
-        {"length no number", {At(0, 0), At(200, 0, 10, nan), At(200, 90)}, KESTO_CURVE_DOES_NOT_FIT, 1, 0},
+        {"negative radius", {Corner(0, 0), Corner(200, 0, -10), Corner(200, 90)}, KESTO_CURVE_DOES_NOT_FIT, 1, 0},
+        {"length no number", {Corner(0, 0), Corner(200, 0, 10, nan), Corner(200, 90)}, KESTO_CURVE_DOES_NOT_FIT, 1, 0},
     };
     for (const Case& it : cases) {
         SCOPED_TRACE(it.name);
         RoadDesign road;
-        road.elements.Insert(kesto_test::MakeElement(1, false, 0, 0, 7));
+        road.elements.Insert(kesto::test::MakeElement(1, false, 0, 0, 7));
         Fill(road, it.points);
         const kesto::Outcome generated = kesto::GenerateFromIntersections(road, road.elements);
         ASSERT_FALSE(generated);
@@ -201,19 +195,19 @@ TEST(IntersectionMethod, Refusals) {
     }
     for (const auto& [rest, count] : {std::pair{-0.0005, 5}, {0.00005, 5}, {0.0002, 6}}) {
         RoadDesign touching;
-        Fill(touching, {At(0, 0), At(200, 0, 100), At(200, 150 + rest, 50), At(300, 150 + rest)});
+        Fill(touching, {Corner(0, 0), Corner(200, 0, 100), Corner(200, 150 + rest, 50), Corner(300, 150 + rest)});
         ASSERT_TRUE(kesto::GenerateFromIntersections(touching, touching.elements));
         EXPECT_EQ(touching.elements.Count(), count) << rest << ": a straight of more than 0.1 mm is kept";
     }
     RoadDesign beside;
-    Fill(beside, {At(-5e-5, 0), At(100, 0, 100), At(100, 300)});
+    Fill(beside, {Corner(-5e-5, 0), Corner(100, 0, 100), Corner(100, 300)});
     ASSERT_TRUE(kesto::GenerateFromIntersections(beside, beside.elements));
     EXPECT_EQ(beside.elements.Count(), 3) << "a curve at one end is enough";
     RoadDesign rounded;
-    Fill(rounded, Bend(1, At(0, 0, 100, 100 * (1 + 5e-8), 100)));
+    Fill(rounded, Bend(1, Corner(0, 0, 100, 100 * (1 + 5e-8), 100)));
     EXPECT_TRUE(kesto::GenerateFromIntersections(rounded, rounded.elements)) << "spirals too long by rounding";
     RoadDesign kinked;
-    Fill(kinked, {At(0, 0), At(100, 0), At(100, 100), At(100, 200, 50)});
+    Fill(kinked, {Corner(0, 0), Corner(100, 0), Corner(100, 100), Corner(100, 200, 50)});
     ASSERT_TRUE(kesto::GenerateFromIntersections(kinked, kinked.elements));
     EXPECT_EQ(kinked.elements.Count(), 4) << "one straight per side where there is no curve";
 }
@@ -224,8 +218,8 @@ void ExpectPublished(const std::string& folder) {
     const std::string path = std::string(KESTO_TEST_DATA) + "/intersections-" + folder;
     RoadDesign road;
     for (const auto& row : kesto::test::ReadCsv(path + "/intersections.csv")) {
-        Intersection point = At(row.Number("x"), row.Number("y"), row.Number("radius"), row.Number("spiral_in"),
-                                row.Number("spiral_out"));
+        Intersection point = Corner(row.Number("x"), row.Number("y"), row.Number("radius"), row.Number("spiral_in"),
+                                    row.Number("spiral_out"));
         kesto::SetText(point.name, row.Text("name"));
         road.intersections.Insert(point);
     }

@@ -9,37 +9,26 @@
 #include <cstdlib>
 #include <optional>
 #include <ostream>
-#include <random>
 #include <string>
 
 #include "alignment/inverse.hpp"
 #include "alignment/position.hpp"
 #include "geometry/spiral_foot.hpp"
-#include "quadrature.hpp"
+#include "support/dice.hpp"
+#include "support/records.hpp"
 
 namespace {
 
 using kesto::Candidate;
 using kesto::Point;
 using kesto::Stretch;
+using kesto::test::Dice;
+using kesto::test::MakeElement;
 
 int Rounds() {
     const char* const wanted = std::getenv("KESTO_INDEX_ROUNDS");
     return wanted == nullptr ? 1 : std::atoi(wanted);
 }
-
-class Dice {
-public:
-    explicit Dice(std::uint64_t seed) : random(seed) {}
-    double Between(double low, double high) { return low + (high - low) * unit(random); }
-    double LogBetween(double low, double high) { return std::exp(Between(std::log(low), std::log(high))); }
-    int Below(int bound) { return static_cast<int>(unit(random) * bound); }
-    bool In(int times) { return Below(times) == 0; }
-
-private:
-    std::mt19937_64 random;
-    std::uniform_real_distribution<double> unit{0, 1};
-};
 
 /// How a road is made.
 struct RoadKind {
@@ -61,8 +50,8 @@ Element RandomElement(Dice& dice, const RoadKind& kind, double x, double y, doub
     if (kind.backwards == RoadKind::Often && dice.In(3)) length = -length;
     if (kind.broken && dice.In(12)) length = dice.In(2) ? 0 : dice.LogBetween(1e-9, 1e-2);
     const bool entry = dice.In(2);
-    Element element = kesto_test::MakeElement(type, dice.In(2), entry && type == 3 ? end : radius, entry ? radius : end,
-                                              length, x, y, azimuth);
+    Element element =
+        MakeElement(type, dice.In(2), entry && type == 3 ? end : radius, entry ? radius : end, length, x, y, azimuth);
     if (kind.broken && dice.In(12)) element.type = dice.Below(6);
     if (kind.broken && dice.In(12)) element.startRadius = element.endRadius = dice.In(2) ? 0 : -5;
     if (kind.broken && dice.In(6)) element.startX += dice.LogBetween(1e-8, 100);
@@ -82,7 +71,7 @@ void FillRoad(RoadDesign& road, Dice& dice, const RoadKind& kind, int count) {
     const int back = kind.backwards == RoadKind::OneSpiral ? dice.Below(count) : -1;
     for (int i = 0; i < count; ++i) {
         Element element = RandomElement(dice, kind, x, y, azimuth);
-        if (i == back) element = kesto_test::MakeElement(3, dice.In(2), 0, 300, -dice.Between(5, 200), x, y, azimuth);
+        if (i == back) element = MakeElement(3, dice.In(2), 0, 300, -dice.Between(5, 200), x, y, azimuth);
         element.startMileage = mileage;
         mileage += element.length;
         road.totalLength += std::fabs(element.length);
@@ -212,9 +201,9 @@ TEST(SpiralFoot, IsThatOfThePlainBisection) {
         const double other = dice.In(2) ? 0 : radius * (1 + dice.LogBetween(1e-3, 5));
         const bool entry = dice.In(2);
         const bool grid = dice.In(2);
-        road.elements.Insert(kesto_test::MakeElement(3, dice.In(2), entry ? other : radius, entry ? radius : other,
-                                                     dice.LogBetween(radius * 0.005, std::min(radius, 300.0)),
-                                                     grid ? 4539456.4 : 0, grid ? 452413.9 : 0, dice.Between(0, 360)));
+        road.elements.Insert(MakeElement(3, dice.In(2), entry ? other : radius, entry ? radius : other,
+                                         dice.LogBetween(radius * 0.005, std::min(radius, 300.0)), grid ? 4539456.4 : 0,
+                                         grid ? 452413.9 : 0, dice.Between(0, 360)));
         const Element& element = road.elements[1];
         const kesto::InverseIndex& index = kesto::CurrentInverseIndex(road);
         if (index.spirals.empty()) continue;  // its end cannot be evaluated
@@ -241,7 +230,7 @@ TEST(SearchLimits, AreKeptAsTheyArePassed) {
     RoadDesign road;
     road.settings.roadDesignMode = 1;
     kesto::SetStart(road, 0, 0, 0);
-    road.elements.Insert(kesto_test::MakeElement(1, false, 0, 0, 100, 0, 0, 0));
+    road.elements.Insert(MakeElement(1, false, 0, 0, 100, 0, 0, 0));
     for (const double upper : {0.0, -0.0}) {
         std::optional<kesto::Located> located;
         static_cast<void>(kesto::LocateBetween(road, {-5, 0}, {50, 0}, {upper, 0}, located));

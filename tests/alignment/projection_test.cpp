@@ -4,11 +4,11 @@
 
 #include <cmath>
 
-#include "quadrature.hpp"
+#include "support/quadrature.hpp"
 
 using kesto::Foot;
 using kesto::Point;
-using kesto_test::MakeElement;
+using kesto::test::MakeElement;
 
 namespace {
 

@@ -20,62 +20,6 @@ std::vector<int> Numbers(const CountedList<Sample>& list) {
     return numbers;
 }
 
-TEST(CountedList, CapacityGrowsInSteps) {
-    struct Case {
-        const char* name;
-        std::int32_t step, spare;
-        std::vector<std::int32_t> grownAt;  // counts whose reaching needed the next step
-    };
-    for (const Case& each : {Case{"records", 16, 0, {1, 17, 33}}, Case{"stakes", stakeListStep, 0, {1, 33, 65}},
-                             Case{"broken chains", 16, brokenChainListSpare, {1, 16, 32}}}) {
-        CountedList<Sample> list(each.step, each.spare);
-        EXPECT_EQ(list.Capacity(), 0) << each.name;
-        std::int32_t steps = 0;
-        for (std::int32_t count = 1; count <= 66; ++count) {
-            list.Insert({count});
-            if (steps < 3 && count == each.grownAt[static_cast<std::size_t>(steps)]) ++steps;
-            if (steps < 3) {
-                EXPECT_EQ(list.Capacity(), steps * each.step) << each.name << ", " << count;
-            }
-        }
-        while (list.Count() > 0) list.Remove(0);
-        EXPECT_GE(list.Capacity(), 66) << "removal never shrinks";
-        list.Clear();
-        EXPECT_EQ(list.Capacity(), 0);
-    }
-}
-
-TEST(CountedList, AppendingKeepsMoreThanAStepFree) {
-    const std::vector<Sample> some(15, Sample{7});
-    CountedList<Sample> list;
-    list.Insert({1});
-    list.Append(std::span(some).first(2));  // 15 free: grows to 32 first
-    EXPECT_EQ(list.Capacity(), 32);
-    list.Append(std::span(some).first(1));  // 29 free: does not grow
-    EXPECT_EQ(list.Capacity(), 32);
-    list.Append(some);
-    EXPECT_EQ(list.Count(), 19);
-    EXPECT_EQ(list.Capacity(), 32);
-    list.Append({});
-    EXPECT_EQ(list.Capacity(), 32);
-}
-
-TEST(CountedList, NewRoomIsZero) {
-    CountedList<Sample> list;
-    for (int i = 1; i <= 17; ++i) list.Insert({i});
-    for (std::int32_t i = list.Count(); i < list.Capacity(); ++i) EXPECT_EQ(list[i].number, 0) << i;
-}
-
-TEST(CountedList, ReservedRoomShowsInNoCapacity) {
-    CountedList<Sample> list;
-    list.Reserve(100);
-    EXPECT_EQ(list.Capacity(), 0);
-    list.Insert({1});
-    EXPECT_EQ(list.Capacity(), 16);
-    EXPECT_THROW(list.Reserve(std::int64_t{1} << 31), std::bad_alloc);
-    EXPECT_EQ(Numbers(list), std::vector<int>{1});
-}
-
 TEST(CountedList, InsertsARecordOfItsOwn) {
     CountedList<Sample> list;
     for (int i = 0; i < 16; ++i) list.Insert({i});

@@ -5,7 +5,7 @@
 
 #include "core/result.hpp"
 #include "core/road_design.hpp"
-#include "temporary_folder.hpp"
+#include "support/temporary_folder.hpp"
 
 namespace kesto::test {
 

@@ -6,7 +6,7 @@
 #include <string>
 #include <vector>
 
-#include "interface/road.hpp"
+#include "support/road.hpp"
 
 namespace kesto::test {
 

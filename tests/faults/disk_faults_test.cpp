@@ -21,8 +21,8 @@
 #include <thread>
 
 #include "failing_disk.hpp"
-#include "interface/road.hpp"
-#include "temporary_folder.hpp"
+#include "support/road.hpp"
+#include "support/temporary_folder.hpp"
 
 namespace kesto::test {
 namespace {

@@ -10,7 +10,7 @@
 #include "alignment/position.hpp"
 #include "core/road_design.hpp"
 #include "failing_allocations.hpp"
-#include "interface/road.hpp"
+#include "support/road.hpp"
 
 namespace kesto::test {
 namespace {

@@ -4,7 +4,7 @@
 #include <cmath>
 #include <string>
 
-#include "random_road.hpp"
+#include "support/random_road.hpp"
 
 namespace kesto::test {
 namespace {

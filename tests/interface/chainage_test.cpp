@@ -1,7 +1,7 @@
 // Broken chains at work: how they split elements and how stake and continuous mileages answer to each other.
 #include <array>
 
-#include "road.hpp"
+#include "support/road.hpp"
 
 namespace kesto::test {
 namespace {
@@ -54,11 +54,6 @@ TEST(Chainage, BackwardBreakRepeatsMileages) {
     EXPECT_EQ(GetRoadMileage(road, nullptr), 0) << "no design run yet";
     ASSERT_TRUE(DesignRoad(road));
     EXPECT_NEAR(GetRoadMileage(road, nullptr), 950, 1e-9);
-}
-
-TEST(Chainage, ForwardBreakLeavesAGap) {
-    const Road road = BrokenRoad(500);
-    ExpectPlaces(road, {{399.9, {399.9}}, {400, {}}, {450, {}}, {500, {400}}, {520, {420}}, {1100, {1000}}});
 }
 
 TEST(Chainage, EndOfTheRoadIsTheLastOccurrence) {

@@ -3,13 +3,10 @@
 #include <functional>
 #include <limits>
 
-#include "road.hpp"
+#include "support/road.hpp"
 
 namespace kesto::test {
 namespace {
-
-constexpr std::int32_t heightening = 0;
-constexpr std::int32_t widening = 1;
 
 /// Designed straight of 1000 m, broken at 400 back to 350, with the plates given on the left.
 Road RoadWithPlates(const std::vector<SectionPlate>& plates) {
@@ -123,30 +120,6 @@ TEST(ChangeSections, HugeCountsAreRefusedUnread) {
         EXPECT_FALSE(AddChangeSectionList(road, 10, left, widening, &value, count, 0, 0));
         EXPECT_EQ(LastFailure(road).status, KESTO_VALUE_COUNT_DIFFERS);
     }
-}
-
-TEST(ChangeSections, FollowThePlates) {
-    const Road road = RoadWithPlates({Plate(5, -2), Plate(1, 4)});
-    AddPlates(road, right, {Plate(5, -2)});
-    ASSERT_TRUE(AddChange(road, 380, heightening, {6, 8}, 2, 1));
-    ASSERT_TRUE(AddChange(road, 100, widening, {6, 2}, 1));
-    const SectionPlate kerb = Plate(3, -5);
-    ASSERT_TRUE(AddStandardSectionPlate(road, &kerb, left, 1));
-    EXPECT_EQ(Listed(road, heightening), "380/1: 6 -5 8; 1 0 1");
-    EXPECT_EQ(Listed(road, widening), "100/0: 6 3 2; 1 0 1");
-    ASSERT_TRUE(DeleteStandardSectionPlate(road, left, 0));
-    EXPECT_EQ(Listed(road, heightening), "380/1: -5 8; 0 1");
-    ASSERT_TRUE(DeleteStandardSectionPlate(road, right, 0));
-    EXPECT_EQ(GetChangeSectionCount(road, left, heightening), 1) << "the other side's last plate";
-    EXPECT_FALSE(AddStandardSectionPlateList(road, nullptr, 1, left));
-    EXPECT_EQ(GetChangeSectionCount(road, left, heightening), 1);
-    const SectionPlate more[] = {Plate(7, 0), Plate(8, 0)};
-    EXPECT_TRUE(AddStandardSectionPlateList(road, more, 2, left));
-    EXPECT_EQ(GetStandardSectionPlateCount(road, left), 4) << "those that were there stay";
-    EXPECT_EQ(GetChangeSectionCount(road, left, heightening) + GetChangeSectionCount(road, left, widening), 0);
-    ASSERT_TRUE(AddChange(road, 100, widening, {1, 2, 3, 4}, 0));
-    EXPECT_TRUE(AddStandardSectionPlateList(road, nullptr, -3, left));
-    EXPECT_EQ(GetChangeSectionCount(road, left, widening), 0) << "even when nothing is appended";
 }
 
 TEST(ChangeSections, TypesOutliveTheirSections) {

@@ -4,7 +4,7 @@
 #include <limits>
 #include <set>
 
-#include "road.hpp"
+#include "support/road.hpp"
 
 namespace kesto::test {
 namespace {

@@ -3,7 +3,7 @@
 #include <cmath>
 #include <thread>
 
-#include "random_road.hpp"
+#include "support/random_road.hpp"
 
 namespace kesto::test {
 namespace {

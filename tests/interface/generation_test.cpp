@@ -2,8 +2,8 @@
 #include <cmath>
 #include <tuple>
 
-#include "quadrature.hpp"
-#include "road.hpp"
+#include "support/quadrature.hpp"
+#include "support/road.hpp"
 
 namespace kesto::test {
 namespace {
@@ -46,7 +46,7 @@ TEST(Generation, EaseParameters) {
         const bool tightens = from < 1 || (to > 1 && to < from);
         const double wide = tightens ? from : to;
         const double radius = tightens ? to : from;
-        const auto end = kesto_test::Integrate(kesto_test::MakeElement(3, true, wide, radius, length), length);
+        const auto end = kesto::test::Integrate(kesto::test::MakeElement(3, true, wide, radius, length), length);
         const auto x = static_cast<double>(end.x);
         const auto y = static_cast<double>(end.y);
         const auto turn = static_cast<double>(end.azimuth);

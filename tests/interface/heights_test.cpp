@@ -1,5 +1,5 @@
 // Vertical curves as derived, and the design heights that follow from them.
-#include "road.hpp"
+#include "support/road.hpp"
 
 namespace kesto::test {
 namespace {
@@ -25,18 +25,6 @@ Road Profile(double length, const std::vector<VerticalCurve>& points, Start star
     Road road = MakeRoad({Straight(length)}, start);
     AddGradePoints(road, points);
     return road;
-}
-
-TEST(Heights, TwoPointsAreAGradeAndFlatOutside) {
-    ExpectHeights(Profile(1000, {GradePoint(200, 10), GradePoint(600, 18)}), {{"start of the road", 0, 10},
-                                                                              {"before the first", 199, 10},
-                                                                              {"first", 200, 10},
-                                                                              {"between", 450, 15},
-                                                                              {"last", 600, 18},
-                                                                              {"behind the last", 601, 18},
-                                                                              {"end of the road", 1000, 18}});
-    ExpectHeights(Profile(1000, {GradePoint(300, 7)}),
-                  {{"only one point", 20, 7}, {"at it", 300, 7}, {"end", 1000, 7}});
 }
 
 TEST(Heights, CrestAndSag) {

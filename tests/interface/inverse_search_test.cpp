@@ -1,7 +1,7 @@
 // From points back to mileages and offsets: signs, kinks, ends, ties, limits and the nearest stake.
 #include <cmath>
 
-#include "road.hpp"
+#include "support/road.hpp"
 
 namespace kesto::test {
 namespace {

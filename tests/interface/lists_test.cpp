@@ -3,7 +3,7 @@
 #include <limits>
 #include <numeric>
 
-#include "road.hpp"
+#include "support/road.hpp"
 
 namespace kesto::test {
 namespace {
@@ -193,20 +193,6 @@ std::vector<double> GradeMileages(RoadDesign* road) {
     std::vector<double> mileages;
     for (const VerticalCurve& curve : Curves(road)) mileages.push_back(curve.mileage);
     return mileages;
-}
-
-TEST(VerticalCurveList, IsOrderedAlongTheRoad) {
-    const Road road = BrokenRoad(350);
-    AddGradePoints(road, {GradePoint(420, 1), GradePoint(380, 2, 0, 1), GradePoint(390, 3), GradePoint(0, 4)});
-    EXPECT_EQ(GradeMileages(road), (std::vector<double>{0, 390, 380, 420}));
-    const VerticalCurve refused[] = {GradePoint(380.00000005, 0, 0, 1),
-                                     GradePoint(430, 0, 0, -1) /* continuous, the same place */,
-                                     GradePoint(noNumber, 0), GradePoint(infinite, 0)};
-    for (const VerticalCurve& curve : refused) {
-        EXPECT_FALSE(AddVerticalCurve(road, &curve)) << curve.mileage;
-        EXPECT_FALSE(AddVerticalCurveList(road, &curve, 1)) << curve.mileage;
-    }
-    EXPECT_EQ(GetVerticalCurveCount(road), 4);
 }
 
 TEST(VerticalCurveList, IsAddedWholeOrNotAtAll) {

@@ -3,7 +3,7 @@
 #include <cstring>
 #include <limits>
 
-#include "road.hpp"
+#include "support/road.hpp"
 
 namespace kesto::test {
 namespace {

@@ -3,7 +3,7 @@
 #include <numbers>
 #include <tuple>
 
-#include "road.hpp"
+#include "support/road.hpp"
 
 namespace kesto::test {
 namespace {

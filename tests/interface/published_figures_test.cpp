@@ -1,7 +1,7 @@
 // Every published figure of the sample alignments, within the tolerance published with it.
 #include <cmath>
 
-#include "published_roads.hpp"
+#include "support/published_roads.hpp"
 
 namespace kesto::test {
 namespace {

@@ -2,7 +2,7 @@
 #include <cmath>
 #include <limits>
 
-#include "road.hpp"
+#include "support/road.hpp"
 
 namespace kesto::test {
 namespace {

@@ -3,7 +3,7 @@
 #include <map>
 #include <numbers>
 
-#include "road.hpp"
+#include "support/road.hpp"
 
 namespace kesto::test {
 namespace {
@@ -50,24 +50,6 @@ TEST(Stakes, FallingMileages) {
         } else {
             EXPECT_EQ(Listed(road), "QD@1010 K0+910.000@910 K0+810.000@810 ZD@760 ");
         }
-    }
-}
-
-TEST(Stakes, JunctionCodesByTheTypesThatMeet) {
-    const Road road = MakeRoad({Straight(10), Straight(10), Arc(right, 500, 10), Arc(right, 400, 10), Straight(10),
-                                Spiral(left, 0, 500, 10), Spiral(left, 500, 300, 10), Arc(left, 300, 10),
-                                Spiral(left, 300, 0, 10), Straight(10)});
-    ASSERT_TRUE(DesignRoad(road));
-    std::string labels;
-    for (const StakeCoordinate& stake : Stakes(road)) {
-        EXPECT_STREQ(stake.name, stake.label);
-        labels += stake.label + std::string(" ");
-    }
-    EXPECT_EQ(labels, "QD ZZ ZY QZ YY QZ YZ ZH HH HY QZ YH HZ ZD ");
-    for (const Element& element : {Arc(left, 90, 10), Spiral(left, 90, 0, 10)}) {
-        const Road first = MakeRoad({element});
-        ASSERT_TRUE(DesignRoad(first));
-        EXPECT_STREQ(Stakes(first).front().label, "QD") << element.type;
     }
 }
 

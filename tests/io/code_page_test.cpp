@@ -4,7 +4,7 @@
 
 #include <gtest/gtest.h>
 
-#include "io/code_pages.hpp"
+#include "support/code_pages.hpp"
 
 #if defined(_WIN32)
 #include <windows.h>

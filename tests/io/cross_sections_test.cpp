@@ -10,21 +10,22 @@
 
 #include "alignment/broken_chains.hpp"
 #include "alignment/chain_builder.hpp"
-#include "io/code_pages.hpp"
 #include "io/project_text.hpp"
-#include "io/roads.hpp"
 #include "profile/vertical_curves.hpp"
 #include "section/change_sections.hpp"
 #include "section/mileage_index.hpp"
 #include "section/plates.hpp"
+#include "support/code_pages.hpp"
+#include "support/records.hpp"
 
 namespace kesto {
 namespace {
 
+using test::Corner;
 using test::GradePoint;
 using test::Lines;
+using test::Named;
 using test::Piece;
-using test::Point;
 
 const CodePage utf8(test::utf8Page);
 constexpr ChangeTable leftSlopes{0, 0}, leftWidths{0, 1}, rightSlopes{1, 0}, rightWidths{1, 1};
@@ -177,7 +178,7 @@ TEST(CrossSectionsInFile, PlacesStayFromSaveToSave) {
         if (fromPoints) {
             for (int i = 0; i < 5; ++i) {
                 Intersection point =
-                    Point("", 400.0 * i + part(random), (i % 2) * 200 + part(random), i % 4 == 0 ? 0 : 150);
+                    Named("", Corner(400.0 * i + part(random), (i % 2) * 200 + part(random), i % 4 == 0 ? 0 : 150));
                 point.spiralIn = point.spiralOut = i % 4 == 0 ? 0 : 20 + part(random);
                 road.intersections.Insert(point);
             }

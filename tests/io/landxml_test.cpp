@@ -8,9 +8,9 @@
 #include <regex>
 #include <sstream>
 
-#include "interface/published_roads.hpp"
-#include "io/xml_document.hpp"
-#include "temporary_folder.hpp"
+#include "support/published_roads.hpp"
+#include "support/temporary_folder.hpp"
+#include "support/xml_document.hpp"
 
 namespace kesto::test {
 namespace {

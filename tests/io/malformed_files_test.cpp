@@ -11,9 +11,9 @@
 #include <fstream>
 #include <set>
 
-#include "csv.hpp"
-#include "interface/road.hpp"
-#include "temporary_folder.hpp"
+#include "support/csv.hpp"
+#include "support/road.hpp"
+#include "support/temporary_folder.hpp"
 
 namespace kesto::test {
 namespace {

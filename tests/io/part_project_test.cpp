@@ -13,16 +13,16 @@
 #include "alignment/inverse.hpp"
 #include "alignment/position.hpp"
 #include "design/design_run.hpp"
-#include "io/code_pages.hpp"
 #include "io/project_file.hpp"
 #include "io/project_text.hpp"
-#include "io/random_roads.hpp"
 #include "profile/height.hpp"
 #include "profile/vertical_curves.hpp"
 #include "section/mileage_index.hpp"
 #include "section/road_side.hpp"
 #include "section/section_at.hpp"
-#include "temporary_folder.hpp"
+#include "support/code_pages.hpp"
+#include "support/road_maker.hpp"
+#include "support/temporary_folder.hpp"
 
 namespace kesto {
 namespace {

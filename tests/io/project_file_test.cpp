@@ -6,8 +6,8 @@
 #include <fstream>
 #include <sstream>
 
-#include "interface/road.hpp"
-#include "temporary_folder.hpp"
+#include "support/road.hpp"
+#include "support/temporary_folder.hpp"
 
 namespace kesto::test {
 namespace {
@@ -143,29 +143,6 @@ TEST_F(ProjectFile, AWaterProjectLeavesTheSectionMileagesOut) {
     EXPECT_EQ(GetSectionMileageIndexCount(opened), 1);
 }
 
-TEST_F(ProjectFile, SavedOpenedAndSavedAgainIsTheSame) {
-    const Road road = SmallRoad();
-    ASSERT_EQ(SaveProject(road, At("a.road").c_str()), KESTO_SUCCESS);
-    const Road opened;
-    ASSERT_EQ(OpenProject(opened, At("a.road").c_str()), KESTO_SUCCESS);
-    EXPECT_EQ(LastStatus(opened), -1);
-    EXPECT_EQ(GetStakeCoordinateCount(opened), 0);
-    ASSERT_EQ(SaveProject(opened, At("b.road").c_str()), KESTO_SUCCESS);
-    EXPECT_EQ(Content("b.road"), Content("a.road"));
-
-    const Road designed;
-    ASSERT_EQ(OpenProject2(designed, At("a.road").c_str()), KESTO_SUCCESS);
-    ASSERT_TRUE(DesignRoad(road));
-    EXPECT_GT(GetStakeCoordinateCount(designed), 0);
-    EXPECT_EQ(GetStakeCoordinateCount(designed), GetStakeCoordinateCount(road));
-    for (const double mileage : {5.0, 149.0, 161.0, 250.0}) {
-        double height[2] = {-1, -2};
-        EXPECT_TRUE(GetHeight(road, mileage, 0, 0, &height[0]));
-        EXPECT_TRUE(GetHeight(designed, mileage, 0, 0, &height[1]));
-        EXPECT_NEAR(height[0], height[1], 1e-8) << mileage;
-    }
-}
-
 TEST_F(ProjectFile, AFailingOpenLeavesTheRoad) {
     const Road road = SmallRoad();
     SetMakeStakePerfix(road, "AK");
@@ -219,7 +196,6 @@ TEST_F(ProjectFile, TheChainIsBuiltFromWhatWasOpened) {
 
 // Transition types outlive their change sections, so those that a road has stay where the file brings none.
 TEST_F(ProjectFile, TransitionTypesOfTheFileJoinThoseOfTheRoad) {
-    constexpr std::int32_t widening = 1;
     const auto addChange = [](RoadDesign* road, double mileage, std::int32_t type) {
         const double width = 4;
         return AddChangeSectionList(road, mileage, right, widening, &width, 1, 0, type);

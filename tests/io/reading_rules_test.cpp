@@ -2,10 +2,10 @@
 
 #include <gtest/gtest.h>
 
-#include "io/code_pages.hpp"
 #include "io/project_sections.hpp"
 #include "io/project_text.hpp"
-#include "io/roads.hpp"
+#include "support/code_pages.hpp"
+#include "support/records.hpp"
 
 namespace kesto {
 namespace {

@@ -4,10 +4,10 @@
 
 #include "alignment/inverse.hpp"
 #include "alignment/position.hpp"
-#include "io/code_pages.hpp"
 #include "io/project_text.hpp"
-#include "io/random_roads.hpp"
 #include "section/road_side.hpp"
+#include "support/code_pages.hpp"
+#include "support/road_maker.hpp"
 
 namespace kesto {
 namespace {

@@ -7,7 +7,7 @@
 #include <filesystem>
 #include <fstream>
 
-#include "temporary_folder.hpp"
+#include "support/temporary_folder.hpp"
 
 #if !defined(_WIN32)
 #include <signal.h>  // NOLINT(modernize-deprecated-headers)
@@ -36,40 +36,11 @@ protected:
     const fs::path folder = temporary;
 };
 
-TEST_F(SafeFile, WritesReplacesAndLeavesNothingElse) {
-    EXPECT_TRUE(WriteWholeFile(At("a.road"), "first"));
-    EXPECT_TRUE(WriteWholeFile(At("a.road"), "2nd"));
-    EXPECT_EQ(Content("a.road"), "2nd");
-    EXPECT_EQ(FileCount(), 1);
-}
-
-TEST_F(SafeFile, OverwritesWhatAKilledSaveLeft) {
-    Put("a.road.saving", "a long rest of an earlier save that never came to its end");
-    EXPECT_TRUE(WriteWholeFile(At("a.road"), "new"));
-    EXPECT_EQ(Content("a.road"), "new");
-    EXPECT_EQ(FileCount(), 1);
-}
-
 TEST_F(SafeFile, TakesTheLongestFileName) {
     const std::string name = std::string(250, 'n') + ".road";
     EXPECT_TRUE(WriteWholeFile(At(name), "new"));
     EXPECT_EQ(Content(name), "new");
     EXPECT_EQ(FileCount(), 1);
-}
-
-TEST_F(SafeFile, TellsWhatItCannotWriteOrRead) {
-    fs::create_directories(folder / "folder.road" / "inside");
-    for (const char* name : {"folder.road", "missing/a.road", ""}) {
-        const Outcome written = WriteWholeFile(name[0] == '\0' ? "" : At(name), "text");
-        ASSERT_FALSE(written) << name;
-        EXPECT_EQ(written.failure().status, KESTO_FILE_NOT_WRITTEN) << name;
-    }
-    EXPECT_TRUE(fs::is_directory(folder / "folder.road" / "inside"));
-    for (const char* name : {"folder.road", "missing.road"}) {
-        const Result<std::string> read = ReadWholeFile(At(name).c_str());
-        ASSERT_FALSE(read) << name;
-        EXPECT_EQ(read.failure().status, KESTO_FILE_NOT_OPENED) << name;
-    }
 }
 
 #if !defined(_WIN32)

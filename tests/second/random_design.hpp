@@ -1,8 +1,8 @@
 /// Designs from a seed, and the library's road of a design.
 #pragma once
 
-#include "interface/random_road.hpp"
 #include "second_road.hpp"
+#include "support/random_road.hpp"
 
 namespace kesto::second {
 

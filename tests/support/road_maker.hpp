@@ -5,7 +5,6 @@
 #include <cstdint>
 #include <memory>
 #include <optional>
-#include <random>
 #include <utility>
 
 #include "alignment/broken_chains.hpp"
@@ -13,11 +12,12 @@
 #include "alignment/chainage.hpp"
 #include "design/design_run.hpp"
 #include "geometry/element_geometry.hpp"
-#include "io/roads.hpp"
 #include "profile/vertical_curves.hpp"
 #include "section/change_sections.hpp"
 #include "section/mileage_index.hpp"
 #include "section/plates.hpp"
+#include "support/dice.hpp"
+#include "support/records.hpp"
 
 namespace kesto::test {
 
@@ -31,36 +31,32 @@ inline void Join(RoadDesign& road, Element element, std::optional<double> azimut
     road.elements.Insert(element);
 }
 
-class RoadMaker {
+class RoadMaker : public Dice {
 public:
     /// @param isWinding a road of elements of any kind, some of negative length, with kinks: it may meet itself
-    explicit RoadMaker(unsigned seed, bool isWinding = false) : random(seed), winding(isWinding) {}
+    explicit RoadMaker(unsigned seed, bool isWinding = false) : Dice(seed), winding(isWinding) {}
 
     /// A designed road of about 1 km. Modes of the alignment and of the curves, and the tables, are drawn.
     std::unique_ptr<RoadDesign> Make() {
         road = std::make_unique<RoadDesign>();
         road->settings.startMileage = Between(-500, 5000);
         road->settings.mileageInterval = Between(10, 60);
-        road->settings.makeStakeType = Draw(2);
-        road->settings.sectionMode = Draw(2);
-        road->settings.sideSlopeMode = Draw(2);
-        road->settings.roadDesignMode = winding ? 1 : Draw(4);
-        road->settings.verticalCurveMode = Draw(2);
+        road->settings.makeStakeType = Below(2);
+        road->settings.sectionMode = Below(2);
+        road->settings.sideSlopeMode = Below(2);
+        road->settings.roadDesignMode = winding ? 1 : Below(4);
+        road->settings.verticalCurveMode = Below(2);
         winding ? MakeWindingAlignment() : MakeAlignment();
-        for (int i = winding ? 0 : Draw(3); i > 0; --i) {
+        for (int i = winding ? 0 : Below(3); i > 0; --i) {
             const double back = road->settings.startMileage + Between(100, 700);
             static_cast<void>(InsertBrokenChain(*road, {back, back + Between(-60, 60)}));
         }
         if (!RunDesign(*road)) return nullptr;
         MakeProfile();
         for (const std::int32_t side : {0, 1}) MakeSections(side);
-        for (int i = Draw(3); i > 0; --i) static_cast<void>(InsertSectionMileage(*road, Between(0, 1000)));
+        for (int i = Below(3); i > 0; --i) static_cast<void>(InsertSectionMileage(*road, Between(0, 1000)));
         return RunDesign(*road) ? std::move(road) : nullptr;
     }
-
-    double Between(double lower, double upper) { return std::uniform_real_distribution<double>(lower, upper)(random); }
-    int Draw(int choices) { return std::uniform_int_distribution<int>(0, choices - 1)(random); }
-    bool In(int sides) { return Draw(sides) == 0; }
 
 private:
     static std::string Numbered(const char* name, int number) {
@@ -75,17 +71,17 @@ private:
             const double x = 200.0 * i + Between(0, 20);
             const double y = (i % 2) * 90 + Between(0, 20);
             if (road->settings.roadDesignMode == 0) {
-                Intersection point = Point(Numbered("JD", i), x, y, end ? 0 : Between(60, 90));
+                Intersection point = Named(Numbered("JD", i), Corner(x, y, end ? 0 : Between(60, 90)));
                 point.spiralIn = point.spiralOut = end ? 0 : Between(10, 20);
                 road->intersections.Insert(point);
             } else if (elements) {
                 Element element = Piece(1 + i % 3, Between(50, 250));
-                element.turnDirection = static_cast<std::uint8_t>(Draw(2));
+                element.turnDirection = static_cast<std::uint8_t>(Below(2));
                 element.startRadius = i % 3 == 0 ? 0 : Between(200, 900);
                 element.endRadius = i % 3 == 2 ? 0 : element.startRadius;
                 Join(*road, element);
             } else {
-                road->coordinates.Insert(Polygon(Numbered("P", i), x, y));
+                road->coordinates.Insert(Named(Numbered("P", i), MainPoint(x, y, 1)));
             }
         }
     }
@@ -93,10 +89,10 @@ private:
     void MakeWindingAlignment() {
         SetStart(*road, Between(1e5, 4e6), Between(1e5, 5e5), Between(0, 360));
         double mileage = road->settings.startMileage;
-        const int count = 2 + Draw(10);
+        const int count = 2 + Below(10);
         for (int i = 0; i < count; ++i) {
-            Element element = Piece(1 + Draw(3), Between(20, 250));
-            element.turnDirection = static_cast<std::uint8_t>(Draw(2));
+            Element element = Piece(1 + Below(3), Between(20, 250));
+            element.turnDirection = static_cast<std::uint8_t>(Below(2));
             element.startRadius = element.type == 1 ? 0 : std::exp(Between(4.5, 8));
             element.endRadius = element.startRadius;
             if (element.type == 3) {
@@ -125,7 +121,7 @@ private:
     /// Grade points whose curves keep apart where their ends count; some lie off the road.
     void MakeProfile() {
         double place = road->settings.startMileage + Between(-100, 400);
-        for (int i = Draw(8); i > 0; --i) {
+        for (int i = Below(8); i > 0; --i) {
             VerticalCurve point = GradePoint(0, Between(90, 110));
             Put(place, point.mileage, point.occurrence);
             Put(place - Between(5, 40), point.startMileage, point.startOccurrence);
@@ -138,7 +134,7 @@ private:
     }
 
     void MakeSections(std::int32_t side) {
-        const int plates = Draw(4);
+        const int plates = Below(4);
         for (int i = 0; i < plates; ++i) {
             SectionPlate plate{};
             SetText(plate.name, i == 0 ? ""
@@ -150,18 +146,17 @@ private:
             plate.step = Between(0, 0.2);
             static_cast<void>(InsertPlate(*road, plate, side, -1));
         }
-        for (int i = plates == 0 ? 0 : Draw(8); i > 0; --i) {
+        for (int i = plates == 0 ? 0 : Below(8); i > 0; --i) {
             ChangeSection section;
             for (int plate = 0; plate < plates; ++plate) {
                 section.values.push_back(Between(1, 5));
-                section.flags.push_back(Draw(3));
+                section.flags.push_back(Below(3));
             }
             const double place = road->settings.startMileage + Between(0, 1) * road->totalLength;
-            static_cast<void>(InsertChangeAt(*road, {side, Draw(2)}, place, section, Draw(4)));
+            static_cast<void>(InsertChangeAt(*road, {side, Below(2)}, place, section, Below(4)));
         }
     }
 
-    std::mt19937 random;
     bool winding;
     std::unique_ptr<RoadDesign> road;
 };

@@ -1,4 +1,4 @@
-/// What the interface tests share: elements joined end to end, and answers as values.
+/// Roads through the interface: elements joined end to end, and answers as values.
 #pragma once
 
 #include <gtest/gtest.h>
@@ -8,34 +8,10 @@
 #include <string>
 #include <vector>
 
-#include "owned_road.hpp"
+#include "support/owned_road.hpp"
+#include "support/records.hpp"
 
 namespace kesto::test {
-
-inline constexpr std::uint8_t left = 0;
-inline constexpr std::uint8_t right = 1;
-
-inline Element Straight(double length) {
-    Element element{};
-    element.type = 1;
-    element.length = length;
-    return element;
-}
-
-inline Element Arc(std::uint8_t turn, double radius, double length) {
-    Element element = Straight(length);
-    element.type = 2;
-    element.turnDirection = turn;
-    element.startRadius = element.endRadius = radius;
-    return element;
-}
-
-inline Element Spiral(std::uint8_t turn, double startRadius, double endRadius, double length) {
-    Element element = Arc(turn, startRadius, length);
-    element.type = 3;
-    element.endRadius = endRadius;
-    return element;
-}
 
 /// Where a road begins: point (m), azimuth (degrees), mileage (m).
 struct Start {
@@ -75,26 +51,8 @@ inline Road BrokenRoad(double ahead) {
     return road;
 }
 
-inline VerticalCurve GradePoint(double mileage, double elevation, double radius = 0, std::int32_t occurrence = 0) {
-    VerticalCurve curve{};
-    curve.mileage = mileage;
-    curve.occurrence = occurrence;
-    curve.elevation = elevation;
-    curve.radius = radius;
-    curve.startOccurrence = curve.endOccurrence = -1;
-    return curve;
-}
-
 inline void AddGradePoints(RoadDesign* road, const std::vector<VerticalCurve>& points) {
     for (const VerticalCurve& point : points) EXPECT_TRUE(AddVerticalCurve(road, &point));
-}
-
-inline SectionPlate Plate(double width, double crossSlope, double step = 0) {
-    SectionPlate plate{};
-    plate.width = width;
-    plate.crossSlope = crossSlope;
-    plate.step = step;
-    return plate;
 }
 
 inline void AddPlates(RoadDesign* road, std::int32_t side, const std::vector<SectionPlate>& plates) {

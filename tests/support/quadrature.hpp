@@ -4,9 +4,9 @@
 
 #include <cmath>
 
-#include "kesto_road/kesto_road.h"
+#include "support/records.hpp"
 
-namespace kesto_test {
+namespace kesto::test {
 
 struct Integrated {
     long double x, y;
@@ -36,19 +36,4 @@ inline Integrated Integrate(const Element& element, long double distance) {
     return {element.startX + x * h / 3, element.startY + y * h / 3, direction(distance)};
 }
 
-/// An element as tests write it down.
-inline Element MakeElement(int type, bool right, double startRadius, double endRadius, double length, double x = 0,
-                           double y = 0, double azimuth = 0) {
-    Element element{};
-    element.type = type;
-    element.turnDirection = right ? 1 : 0;
-    element.startX = x;
-    element.startY = y;
-    element.startAzimuth = azimuth;
-    element.startRadius = startRadius;
-    element.endRadius = endRadius;
-    element.length = length;
-    return element;
-}
-
-}  // namespace kesto_test
+}  // namespace kesto::test

@@ -2,22 +2,11 @@
 #pragma once
 
 #include <limits>
-#include <random>
 
-#include "road.hpp"
+#include "support/dice.hpp"
+#include "support/road.hpp"
 
 namespace kesto::test {
-
-class Dice {
-public:
-    explicit Dice(unsigned seed) : engine(seed) {}
-    double Between(double low, double high) { return std::uniform_real_distribution<double>(low, high)(engine); }
-    int Below(int bound) { return std::uniform_int_distribution<int>(0, bound - 1)(engine); }
-    bool In(int sides) { return std::uniform_int_distribution<int>(1, sides)(engine) == 1; }
-
-private:
-    std::mt19937 engine;
-};
 
 /// Elements of all kinds with broken chains, backward ones among them, a profile and widened plates; designed.
 inline Road RandomRoad(Dice& dice) {

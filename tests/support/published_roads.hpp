@@ -4,8 +4,8 @@
 #include <algorithm>
 #include <filesystem>
 
-#include "csv.hpp"
-#include "interface/road.hpp"
+#include "support/csv.hpp"
+#include "support/road.hpp"
 
 namespace kesto::test {
 
