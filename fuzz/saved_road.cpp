@@ -4,8 +4,8 @@
 #include <cmath>
 #include <cstdint>
 
-#include "support/owned_road.hpp"
 #include "require.hpp"
+#include "support/owned_road.hpp"
 
 namespace kesto::fuzz {
 

@@ -10,8 +10,8 @@
 #include <string>
 #include <vector>
 
-#include "support/ready_roads.hpp"
 #include "kesto_road/kesto_road.h"
+#include "support/ready_roads.hpp"
 
 #include "calls/call_run.hpp"
 

@@ -4,7 +4,7 @@
 #include <cstring>
 
 #include "support/ready_roads.hpp"
-#include "temporary_folder.hpp"
+#include "support/temporary_folder.hpp"
 
 namespace kesto::test {
 

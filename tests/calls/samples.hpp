@@ -5,7 +5,7 @@
 #include <vector>
 
 #include "calls/call.hpp"
-#include "owned_road.hpp"
+#include "support/owned_road.hpp"
 
 namespace kesto::test {
 

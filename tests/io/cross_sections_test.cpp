@@ -10,6 +10,7 @@
 
 #include "alignment/broken_chains.hpp"
 #include "alignment/chain_builder.hpp"
+#include "core/text.hpp"
 #include "io/project_text.hpp"
 #include "profile/vertical_curves.hpp"
 #include "section/change_sections.hpp"

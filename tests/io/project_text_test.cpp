@@ -7,6 +7,7 @@
 
 #include <limits>
 
+#include "core/text.hpp"
 #include "support/code_pages.hpp"
 #include "support/records.hpp"
 

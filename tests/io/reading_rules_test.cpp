@@ -2,6 +2,7 @@
 
 #include <gtest/gtest.h>
 
+#include "core/text.hpp"
 #include "io/project_sections.hpp"
 #include "io/project_text.hpp"
 #include "support/code_pages.hpp"

@@ -10,6 +10,7 @@
 #include "alignment/broken_chains.hpp"
 #include "alignment/chain_builder.hpp"
 #include "alignment/chainage.hpp"
+#include "core/text.hpp"
 #include "design/design_run.hpp"
 #include "geometry/element_geometry.hpp"
 #include "profile/vertical_curves.hpp"

@@ -1,36 +1,14 @@
-"""Queries against published figures, and arrays of every shape against single numbers."""
+"""Arrays of every shape against single numbers."""
 
 from concurrent.futures import ThreadPoolExecutor
 
 import numpy as np
 import pytest
-from conftest import DATA, published_road, rows
 from numpy.testing import assert_array_equal
 
 from kesto_road import KestoError, Road, Side, Status
 
-SETS = sorted(each.parent.name for each in DATA.glob("*/elements.csv")
-              if rows(each.parent / "start.csv")[0]["chained"] == 1)
 MISSING = 1e6  # m: a mileage that no road here has
-
-
-def column(table, name):
-    return np.array([each[name] for each in table])
-
-
-@pytest.mark.parametrize("name", SETS)
-def test_published_figures(name):
-    road, expected = published_road(DATA / name), rows(DATA / name / "expected.csv")
-    points = [each for each in expected if each["kind"] == "point" and "x" in each]
-    heights = [each for each in expected if each["kind"] == "height"]
-    assert points or heights
-    if points:
-        tolerance = column(points, "tolerance_chain_xy")
-        at = road.at(column(points, "mileage"), 0, column(points, "occurrence").astype(int))
-        assert (np.hypot(at.x - column(points, "x"), at.y - column(points, "y")) < tolerance).all()
-    if heights:
-        found = road.height(column(heights, "mileage")).height
-        assert (abs(found - column(heights, "height")) < column(heights, "tolerance_height")).all()
 
 
 def test_there_and_back(road):
