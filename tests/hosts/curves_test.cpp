@@ -43,31 +43,6 @@ protected:
     }
 };
 
-constexpr const char* pointColumns[] = {"begin", "arc_begin", "arc_middle", "arc_end", "end"};
-
-TEST_F(Curves, PublishedMainPointsAndTangentsStandInTheTable) {
-    int mileages = 0;
-    int tangents = 0;
-    for (const std::string sample : {"instrument-manual", "two-arcs"}) {
-        const auto rows = Report(IntersectionTables(sample));
-        for (const Row& is : Table(std::string(KESTO_TEST_DATA) + "/intersections-" + sample + "/expected.csv")) {
-            const Row& row = rows.at(is.at("intersection"));
-            for (const std::string column : pointColumns) {
-                if (row.at(column + "_label") != is.at("label")) continue;
-                EXPECT_NEAR(Number(row, column + "_mileage"), Number(is, "mileage"), Number(is, "tolerance_mileage"));
-                ++mileages;
-                if (is.at("x").empty()) continue;
-                const double tangent =
-                    std::hypot(Number(is, "x") - Number(row, "x"), Number(is, "y") - Number(row, "y"));
-                EXPECT_NEAR(Number(row, column == "begin" ? "tangent_in" : "tangent_out"), tangent, 1e-3);
-                ++tangents;
-            }
-        }
-    }
-    EXPECT_EQ(mileages, 6 + 4);
-    EXPECT_EQ(tangents, 4 + 4);
-}
-
 TEST_F(Curves, FiguresAreThoseOfTheTextbook) {
     // Shift and tangent offset of a spiral by their series, p = L^2 / 24 R - ..., q = L / 2 - L^3 / 240 R^2 + ...
     struct Case {

@@ -33,16 +33,10 @@ inline std::vector<std::string> Lines(const std::string& text) {
     return lines;
 }
 
-/// Fields of a table without quotes; an empty last field counts.
-inline std::vector<std::string> Fields(const std::string& line) {
+/// Fields of a line without quotes; an empty last field counts.
+inline std::vector<std::string> Fields(const std::string& line, char separator = ',') {
     std::vector<std::string> fields(1);
-    for (const char c : line) {
-        if (c == ',') {
-            fields.emplace_back();
-        } else {
-            fields.back() += c;
-        }
-    }
+    for (const char c : line) c == separator ? static_cast<void>(fields.emplace_back()) : fields.back().push_back(c);
     return fields;
 }
 

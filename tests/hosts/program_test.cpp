@@ -32,34 +32,6 @@ protected:
     }
 };
 
-TEST_F(Program, PublishedPointsAndHeightsHold) {
-    // Published is the azimuth at an element's end, printed the one at the next element's start.
-    constexpr double kinks = 4e-5;  // degrees: the largest kink of these alignments is 3.2e-5
-    int points = 0;
-    int heights = 0;
-    for (const std::string sample : {"trafikverket-crossover", "finland-m3", "rfi-primary-route"}) {
-        Make(sample, "it.road");
-        const auto rows = Lines(ReadFile(std::filesystem::path(KESTO_TEST_DATA) / sample / "expected.csv"));
-        for (std::size_t i = 1; i < rows.size(); ++i) {
-            const auto row = Fields(rows[i]);
-            if (row[0] == "station") continue;
-            const auto at = At("it.road " + row[3] + " --occurrence " + row[4] + " --decimals 8");
-            if (row[0] == "point") {
-                const double tolerance = std::stod(row[10]);
-                EXPECT_NEAR(std::stod(at[3]), std::stod(row[5]), tolerance) << sample << ": " << rows[i];
-                EXPECT_NEAR(std::stod(at[4]), std::stod(row[6]), tolerance) << sample << ": " << rows[i];
-                EXPECT_NEAR(std::stod(at[5]), std::stod(row[7]), kinks) << sample << ": " << rows[i];
-                ++points;
-            } else {
-                EXPECT_NEAR(std::stod(at[6]), std::stod(row[8]), std::stod(row[12])) << sample << ": " << rows[i];
-                ++heights;
-            }
-        }
-    }
-    EXPECT_EQ(points, 13 + 16 + 9);
-    EXPECT_EQ(heights, 7 + 5);
-}
-
 TEST_F(Program, WaterProjectsAreRead) {
     Make("trafikverket-crossover", "it.road");
     std::filesystem::copy(folder / "it.road", folder / "it.watx");
@@ -84,18 +56,6 @@ TEST_F(Program, EveryOccurrenceIsListedInOrderOfTravel) {
               (std::vector<std::string>{"K28+000.000", "K28+000.500", "+K28+000.000", "+K28+000.500", "K28+001.000"}));
     EXPECT_EQ(Lines(run.out)[1].substr(0, 15), "    K27+205.415");
     EXPECT_EQ(Lines(run.out).back().substr(0, 15), "    K28+406.153");
-}
-
-TEST_F(Program, OffsetGoesToTheRightAndAlongItsAngle) {
-    Make("finland-m3", "it.road");  // its first straight has the azimuth 25.0419919 degrees
-    const double azimuth = 25.0419919 * std::acos(-1.0) / 180;
-    const auto centre = At("it.road K0+050");
-    const auto right = At("it.road K0+050 --offset 10");
-    const auto ahead = At("it.road K0+050 --offset 10 --angle 0");
-    EXPECT_NEAR(std::stod(right[3]) - std::stod(centre[3]), -10 * std::sin(azimuth), 2e-4);
-    EXPECT_NEAR(std::stod(right[4]) - std::stod(centre[4]), 10 * std::cos(azimuth), 2e-4);
-    EXPECT_NEAR(std::stod(ahead[3]) - std::stod(centre[3]), 10 * std::cos(azimuth), 2e-4);
-    EXPECT_EQ(right[6], "-");  // a road without a profile has no height
 }
 
 TEST_F(Program, NegativeMileagesAreNoOptions) {
@@ -214,21 +174,6 @@ TEST_F(Program, TablesMayComeFromAnySpreadsheet) {
     EXPECT_NE(ReadFile(folder / "a.road"), "");
 }
 
-TEST_F(Program, CurvesGivenByTheirEndsMakeTheProfileSo) {
-    Make("profile-unsymmetrical-100-200", "it.road");
-    const auto rows =
-        Lines(ReadFile(std::filesystem::path(KESTO_TEST_DATA) / "profile-unsymmetrical-100-200/expected.csv"));
-    int heights = 0;
-    for (std::size_t i = 1; i < rows.size(); ++i) {
-        const auto row = Fields(rows[i]);
-        if (row[0] != "height") continue;
-        EXPECT_NEAR(std::stod(At("it.road " + row[3] + " --decimals 6")[6]), std::stod(row[8]),
-                    std::stod(row[12]) + 1e-6);
-        ++heights;
-    }
-    EXPECT_GT(heights, 0);
-}
-
 // The second K0+485 of the sample lies 495 m along the road, 26.816117 m into the transitions of 40 m that lead out of
 // the left curve: cubic from 4 and -4 to -2.5 per cent, fourth degree from 3.8 to 3.5 m on the left. The grade line
 // falls from 5 m at 349.9981 by 3 m in 300.0038 m.
@@ -311,23 +256,6 @@ TEST_F(Program, SectionsOfARoadWithoutAProfileCountFromTheCentreLine) {
     EXPECT_NE(run.out.find("Heights are counted from the centre line: the road has no profile."), std::string::npos);
     EXPECT_NE(run.out.find(" -0.0600\n"), std::string::npos) << run.out;
     EXPECT_NE(run.out.find("(0)\n  none\n"), std::string::npos) << run.out;  // the left side
-}
-
-TEST_F(Program, ReportListsPlatesAndChangeSections) {
-    ASSERT_EQ(Run(SectionTables() + " -o s.road").code, 0);
-    const auto run = Run("report s.road");
-    for (const char* part : {"left side, from the centre line outwards (3)", "outwards (24)"}) {
-        EXPECT_NE(run.out.find(part), std::string::npos) << part << " in\n" << run.out;
-    }
-    const auto row = [&](const std::string& start, const std::string& end) {
-        const auto lines = Lines(run.out);
-        return std::any_of(lines.begin(), lines.end(), [&](const auto& line) {
-            return line.find(start) != std::string::npos && line.ends_with(end);
-        });
-    };
-    EXPECT_TRUE(row("left   heightening  K0+498.184           0             cubic", "-2.500  -2.500  -6.000"));
-    EXPECT_TRUE(row("right     widening  K0+577.165           0             cubic", "3.800  0.500  1.500"));
-    EXPECT_TRUE(row("left      widening  K0+274.719           0            fourth", "3.800  0.500  1.500"));
 }
 
 TEST_F(Program, PlotsInEveryFormat) {

@@ -66,22 +66,6 @@ TEST(Settings, ClearedRoadIsAsNew) {
     EXPECT_EQ(Continuous(road, 1050), 1050) << "the length of the old road is still known";
 }
 
-TEST(Settings, ModesAreStoredUnchecked) {
-    const Road road;
-    using Setter = void (*)(RoadDesign*, std::int32_t);
-    using Getter = std::int32_t (*)(RoadDesign*);
-    const std::pair<Setter, Getter> modes[] = {{SetRoadDesignMode, GetRoadDesignMode},
-                                               {SetVerticalCurveMode, GetVerticalCurveMode},
-                                               {SetSideSlopeMode, GetSideSlopeMode},
-                                               {SetSectionMode, GetSectionMode}};
-    std::int32_t value = 100;
-    for (const auto& mode : modes) mode.first(road, ++value);
-    SetMakeStakeType(road, -9);
-    value = 100;
-    for (const auto& mode : modes) EXPECT_EQ(mode.second(road), ++value);
-    EXPECT_EQ(GetMakeStakeInfo(road, nullptr), -9);
-}
-
 TEST(Settings, IntervalIsAtLeastOne) {
     struct Case {
         double given, stored;

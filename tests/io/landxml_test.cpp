@@ -231,24 +231,6 @@ TEST_F(LandXml, SampleRoadsAndPublishedAlignmentsComeBack) {
     EXPECT_GE(roads, 6 + 2 * 9 + 3);
 }
 
-TEST_F(LandXml, ConstructedRoadsComeBack) {
-    Road roads[] = {
-        MakeRoad({Spiral(left, 0, 300, 100), Spiral(left, 300, 200, 50), Spiral(left, 200, 0, 80), Straight(20)},
-                 {.x = -5e6, .y = 4e5, .azimuth = 359, .mileage = -200}),
-        MakeRoad({Spiral(right, 100, 90, 200), Arc(right, 50, 400), Spiral(right, 50, 10, 1e-3)}, {.azimuth = 300}),
-        MakeRoad({Straight(500), Spiral(left, 200, 150, 500), Arc(left, 150, 200)}),
-    };
-    AddChain(roads[0], -140, 100);  // in a spiral
-    AddChain(roads[0], 150, 120);
-    AddChain(roads[2], 500, 400);  // between two elements
-    AddChain(roads[2], 600, 610);
-    AddGradePoints(roads[2], {GradePoint(0, 5), GradePoint(450, 15, 2000, 1), GradePoint(700, 5, 1e4)});
-    for (const Road& road : roads) {
-        ASSERT_TRUE(DesignRoad(road)) << LastFailure(road).status << " " << LastFailure(road).record;
-        ExpectSame(road, Export(road));
-    }
-}
-
 TEST_F(LandXml, TheDocumentIsWrittenAsToldAttributeByAttribute) {
     const Road road = MakeRoad({Straight(100), Arc(right, 100, 50 * std::numbers::pi), Spiral(left, 0, 1000, 10)},
                                {.x = 1000, .y = 2000, .mileage = 500});

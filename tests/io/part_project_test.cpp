@@ -6,7 +6,6 @@
 #include <gtest/gtest.h>
 
 #include <cmath>
-#include <filesystem>
 
 #include "alignment/broken_chains.hpp"
 #include "alignment/chain_builder.hpp"
@@ -301,31 +300,6 @@ TEST(PartProject, OfASpecialRoadIsThatRoad) {
     }
 }
 
-TEST(PartProject, OfTheSampleRoadsIsThatRoad) {
-    int roads = 0;
-    for (const auto& file : std::filesystem::directory_iterator(KESTO_TEST_DATA "/../../examples/roads")) {
-        if (file.path().extension() != ".road") continue;
-        SCOPED_TRACE(file.path().string());
-        RoadDesign road;
-        ASSERT_TRUE(OpenAndDesignRoad(road, file.path().string().c_str()));
-        const double start = road.settings.startMileage;
-        for (const auto& [from, to] : {std::pair(0.0, 1.0), {0.0, 0.45}, {0.31, 0.78}, {0.5, 1.0}}) {
-            ExpectPart(road, start + from * road.totalLength, start + to * road.totalLength);
-        }
-        const auto all = MakePart(road, StakeMileageAt(road, start), StakeMileageAt(road, start + road.totalLength));
-        ASSERT_TRUE(all);
-        const auto alignment = [](RoadDesign& it) {
-            const std::string text = *FormatProject(it, utf8);
-            return text.substr(0, text.find("VerticalCurve"));  // points off the road get another occurrence
-        };
-        if (road.settings.roadDesignMode == 1) {
-            EXPECT_EQ(alignment(**RoundForFile(**all)), alignment(road)) << "from end to end";
-        }
-        ++roads;
-    }
-    EXPECT_GE(roads, 5);
-}
-
 // A road that was never designed keeps its gaps: the part has the elements where they were entered.
 TEST(PartProject, GapsOfAnUndesignedRoadStay) {
     RoadDesign road;
@@ -358,32 +332,6 @@ void FillOverlapped(RoadDesign& road) {
     ASSERT_TRUE(InsertChangeAt(road, {1, 0}, 300, {{2}, {5}}, 1));
     ASSERT_TRUE(InsertChangeAt(road, {1, 0}, 700, {{6}, {6}}, 2));
     for (const double mileage : {100.0, 380.0, 640.0}) ASSERT_TRUE(InsertSectionMileage(road, mileage));
-}
-
-TEST(PartProject, OccurrencesAndBreaksAreThoseInside) {
-    struct Case {
-        StakeMileage from, to;
-        int breaks;
-        std::optional<double> second;  // continuous mileage of the second occurrence of 380
-    };
-    const Case cases[] = {
-        {{100, 0}, {600, 0}, 1, 430},  // the break lies inside
-        {{360, 0}, {390, 1}, 1, 430},  //
-        {{350, 1}, {600, 0}, 0, {}},   // the part begins at the break
-        {{100, 0}, {350, 1}, 0, {}},   // it ends there
-        {{360, 1}, {600, 0}, 0, {}},   // it begins behind it: what was a second occurrence is the first one
-    };
-    for (const Case& it : cases) {
-        SCOPED_TRACE(testing::Message() << it.from.mileage << " to " << it.to.mileage);
-        RoadDesign road;
-        FillOverlapped(road);
-        const auto part = MakePart(road, it.from, it.to);
-        ASSERT_TRUE(part);
-        const auto read = ReadBack(**part);
-        EXPECT_EQ(read->brokenChains.Count(), it.breaks);
-        EXPECT_EQ(FindContinuous(*read, {380, 0}).has_value(), true);
-        EXPECT_EQ(FindContinuous(*read, {380, 1}), it.second);
-    }
 }
 
 TEST(PartProject, ThePartHasTheRoadsSettingsAndItsOwnRecords) {
