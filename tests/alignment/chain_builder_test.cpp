@@ -162,17 +162,4 @@ TEST(ChainBuilder, FailuresLeaveTheRoadAsItWas) {
     EXPECT_EQ(headless.elements.Count(), 2);
 }
 
-TEST(ChainBuilder, RebuildingChangesNothing) {
-    RoadDesign road;
-    Fill(road, {MakeElement(1, false, 0, 0, 1000), MakeElement(1, false, 0, 0, 500)}, {{400, 350}, {800, 900}});
-    ASSERT_TRUE(kesto::BuildChain(road));
-    const kesto::CountedList<Element> once = road.elements;
-    ASSERT_TRUE(kesto::BuildChain(road));
-    ASSERT_EQ(road.elements.Count(), once.Count());
-    for (std::int32_t i = 0; i < once.Count(); ++i) {
-        EXPECT_EQ(road.elements[i].startMileage, once[i].startMileage) << i;
-        EXPECT_EQ(road.elements[i].length, once[i].length) << i;
-    }
-}
-
 }  // namespace

@@ -7,7 +7,6 @@ namespace {
 class Mistakes : public ProgramTest {
 protected:
     void SetUp() override {
-        ProgramTest::SetUp();
         std::filesystem::copy(KESTO_TEST_DATA "/../hosts/mistakes", folder);
         Make("trafikverket-crossover", "it.road");
     }

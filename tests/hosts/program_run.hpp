@@ -1,18 +1,16 @@
 /// Runs the program as a shell would, in a folder of its own.
 #pragma once
 
-#include <gtest/gtest.h>
 #include <sys/wait.h>
-#include <unistd.h>
 
 #include <algorithm>
 #include <cstdlib>
 #include <filesystem>
-#include <fstream>
-#include <iterator>
 #include <sstream>
 #include <string>
 #include <vector>
+
+#include "support/folder_test.hpp"
 
 namespace kesto::test {
 
@@ -20,11 +18,6 @@ struct RunResult {
     int code;
     std::string out, err;
 };
-
-inline std::string ReadFile(const std::filesystem::path& path) {
-    std::ifstream stream(path, std::ios::binary);
-    return {std::istreambuf_iterator<char>(stream), {}};
-}
 
 inline std::vector<std::string> Lines(const std::string& text) {
     std::vector<std::string> lines;
@@ -40,15 +33,8 @@ inline std::vector<std::string> Fields(const std::string& line, char separator =
     return fields;
 }
 
-class ProgramTest : public testing::Test {
+class ProgramTest : public FolderTest {
 protected:
-    void SetUp() override {
-        std::string name = (std::filesystem::temp_directory_path() / "kesto-road-test-XXXXXX").string();
-        ASSERT_NE(mkdtemp(name.data()), nullptr);
-        folder = name;
-    }
-    void TearDown() override { std::filesystem::remove_all(folder); }
-
     /// Runs the program in the test's folder with arguments as a shell reads them.
     RunResult Run(const std::string& arguments) const {
         const std::string command = "cd '" + folder.string() + "' && " KESTO_LEAK_OPTIONS " '" KESTO_ROAD_PROGRAM "' " +
@@ -56,10 +42,6 @@ protected:
         const int status = std::system(command.c_str());  // NOLINT(cert-env33-c): the tests want a shell
         return {WIFEXITED(status) ? WEXITSTATUS(status) : -1, ReadFile(folder / "stdout.txt"),
                 ReadFile(folder / "stderr.txt")};
-    }
-
-    void Write(const std::string& name, const std::string& text) const {
-        std::ofstream(folder / name, std::ios::binary) << text;
     }
 
     /// Arguments that make a road from one of the sample alignments.
@@ -92,8 +74,6 @@ protected:
         ASSERT_EQ(made.code, 0) << made.err;
         ASSERT_EQ(made.err, "");
     }
-
-    std::filesystem::path folder;
 };
 
 }  // namespace kesto::test

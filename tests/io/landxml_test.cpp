@@ -2,14 +2,12 @@
 #include <clocale>
 #include <cmath>
 #include <cstdlib>
-#include <fstream>
 #include <limits>
 #include <numbers>
 #include <regex>
-#include <sstream>
 
+#include "support/folder_test.hpp"
 #include "support/published_roads.hpp"
-#include "support/temporary_folder.hpp"
 #include "support/xml_document.hpp"
 
 namespace kesto::test {
@@ -21,14 +19,8 @@ constexpr double pointDigits = 1e-6;     // m: six decimals, and what two roundi
 constexpr double sixDigits = 5.0001e-6;  // of the number: the most that "%g" takes away
 constexpr double infinite = std::numeric_limits<double>::infinity();
 
-class LandXml : public testing::Test {
+class LandXml : public FolderTest {
 protected:
-    std::string At(const std::string& name) const { return (folder / name).string(); }
-    std::string Content(const std::string& name) const {
-        std::ostringstream text;
-        text << std::ifstream(At(name), std::ios::binary).rdbuf();
-        return text.str();
-    }
     /// The file's text with every date and time replaced.
     std::string Timeless(const std::string& name) const {
         return std::regex_replace(Content(name), std::regex(R"(\d{4}-\d\d-\d\d(T\d\d:\d\d:\d\d)?|\d\d:\d\d:\d\d)"),
@@ -51,8 +43,6 @@ protected:
     }
 
     const char* const schemas = std::getenv("KESTO_LANDXML_SCHEMAS");
-    const TemporaryFolder temporary;
-    const fs::path folder = temporary;
 };
 
 void ExpectAttribute(const XmlNode& node, const char* name, double expected) {
@@ -397,7 +387,7 @@ TEST_F(LandXml, EveryLocaleAndEveryNameGiveTheSameDocument) {
 }
 
 TEST_F(LandXml, FailuresLeaveTheEarlierFile) {
-    std::ofstream(At("it.xml")) << "earlier";
+    Write("it.xml", "earlier");
     const Road good = MakeRoad({Straight(10)});
     EXPECT_EQ(ExportLandXMLFile(good, ""), KESTO_FILE_NOT_WRITTEN);
     const Road empty;

@@ -3,32 +3,16 @@
 #include <gtest/gtest.h>
 
 #include <filesystem>
-#include <fstream>
-#include <sstream>
 
+#include "support/folder_test.hpp"
 #include "support/road.hpp"
-#include "support/temporary_folder.hpp"
 
 namespace kesto::test {
 namespace {
 
 namespace fs = std::filesystem;
 
-class ProjectFile : public testing::Test {
-protected:
-    std::string At(const std::string& name) const { return (folder / name).string(); }
-    std::string Content(const std::string& name) const {
-        std::ostringstream text;
-        text << std::ifstream(At(name), std::ios::binary).rdbuf();
-        return text.str();
-    }
-    void Put(const std::string& name, const std::string& text) const {
-        std::ofstream(At(name), std::ios::binary) << text;
-    }
-
-    const TemporaryFolder temporary{"kesto.ROAD_"};
-    const fs::path folder = temporary;
-};
+using ProjectFile = FolderTest;
 
 std::int32_t LastStatus(RoadDesign* road) {
     Failure failure{};
@@ -146,8 +130,8 @@ TEST_F(ProjectFile, AWaterProjectLeavesTheSectionMileagesOut) {
 TEST_F(ProjectFile, AFailingOpenLeavesTheRoad) {
     const Road road = SmallRoad();
     SetMakeStakePerfix(road, "AK");
-    Put("capitals.ROAD", "0 100 0 K\r\n");
-    Put("a.road ", "0 100 0 K\r\n");
+    Write("capitals.ROAD", "0 100 0 K\r\n");
+    Write("a.road ", "0 100 0 K\r\n");
     fs::create_directories(folder / "folder.road");
     const std::pair<const char*, std::int32_t> cases[] = {
         {"missing.road", KESTO_FILE_NOT_OPENED},  {"folder.road", KESTO_FILE_NOT_OPENED},
@@ -174,7 +158,7 @@ TEST_F(ProjectFile, AFailingOpenLeavesTheRoad) {
 TEST_F(ProjectFile, OpeningReplacesAllThatClearingEmpties) {
     const Road road = SmallRoad();
     ASSERT_TRUE(DesignRoad(road));
-    Put("empty.road", "");
+    Write("empty.road", "");
     EXPECT_EQ(OpenProject(road, At("empty.road").c_str()), KESTO_SUCCESS);
     EXPECT_EQ(GetElementCount(road) + GetBrokenChainCount(road) + GetVerticalCurveCount(road), 0);
     EXPECT_EQ(GetStakeCoordinateCount(road), 0);
@@ -222,7 +206,7 @@ TEST_F(ProjectFile, TransitionTypesOfTheFileJoinThoseOfTheRoad) {
 }
 
 TEST_F(ProjectFile, SkippedRecordsAreToldBesideSuccess) {
-    Put("a.road", "0 100 0 K\r\n\r\nBrokenChain\r\n1 2\r\n1 3\r\n4 1e999\r\n");
+    Write("a.road", "0 100 0 K\r\n\r\nBrokenChain\r\n1 2\r\n1 3\r\n4 1e999\r\n");
     const Road road;
     EXPECT_EQ(OpenProject(road, At("a.road").c_str()), KESTO_SUCCESS);
     Failure failure{};
@@ -232,13 +216,13 @@ TEST_F(ProjectFile, SkippedRecordsAreToldBesideSuccess) {
     EXPECT_EQ(failure.record, 5);
     EXPECT_EQ(failure.value, 2);
     EXPECT_EQ(GetBrokenChainCount(road), 1);
-    Put("b.road", "0 100 0 K\r\n\r\nBrokenChain\r\n1 2\r\n");
+    Write("b.road", "0 100 0 K\r\n\r\nBrokenChain\r\n1 2\r\n");
     EXPECT_EQ(OpenProject(road, At("b.road").c_str()), KESTO_SUCCESS);
     EXPECT_FALSE(GetLastFailure(road, &failure)) << "a whole file leaves nothing of the one before";
 }
 
 TEST_F(ProjectFile, AFailingDesignRunKeepsWhatWasRead) {
-    Put("a.road", "7 100 0 K\r\n\r\nElement\r\n0 0 0 0 0 0 0 0 0 0\r\n1e999\r\n");
+    Write("a.road", "7 100 0 K\r\n\r\nElement\r\n0 0 0 0 0 0 0 0 0 0\r\n1e999\r\n");
     const Road road;
     EXPECT_EQ(OpenProject2(road, At("a.road").c_str()), KESTO_TOO_FEW_ELEMENTS);
     EXPECT_EQ(LastStatus(road), KESTO_TOO_FEW_ELEMENTS);

@@ -7,7 +7,7 @@
 #include <filesystem>
 #include <fstream>
 
-#include "support/temporary_folder.hpp"
+#include "support/folder_test.hpp"
 
 #if !defined(_WIN32)
 #include <signal.h>  // NOLINT(modernize-deprecated-headers)
@@ -22,19 +22,7 @@ namespace {
 
 namespace fs = std::filesystem;
 
-class SafeFile : public testing::Test {
-protected:
-    std::string At(const std::string& name) const { return (folder / name).string(); }
-    std::string Content(const std::string& name) const {
-        const Result<std::string> text = ReadWholeFile(At(name).c_str());
-        return text ? *text : "cannot be read";
-    }
-    void Put(const std::string& name, std::string_view text) const { std::ofstream(At(name)) << text; }
-    std::ptrdiff_t FileCount() const { return std::distance(fs::directory_iterator(folder), fs::directory_iterator()); }
-
-    const test::TemporaryFolder temporary;
-    const fs::path folder = temporary;
-};
+using SafeFile = test::FolderTest;
 
 TEST_F(SafeFile, TakesTheLongestFileName) {
     const std::string name = std::string(250, 'n') + ".road";
@@ -46,7 +34,7 @@ TEST_F(SafeFile, TakesTheLongestFileName) {
 #if !defined(_WIN32)
 TEST_F(SafeFile, KeepsLinksAndPermissions) {
     fs::create_directories(folder / "elsewhere");
-    Put("elsewhere/a.road", "old");
+    Write("elsewhere/a.road", "old");
     ASSERT_EQ(chmod(At("elsewhere/a.road").c_str(), 0640), 0);
     fs::create_symlink("elsewhere/a.road", folder / "near.road");
     fs::create_symlink("near.road", folder / "link.road");
