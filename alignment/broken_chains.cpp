@@ -4,7 +4,7 @@
 #include <cmath>
 #include <iterator>
 
-#include "core/guard.hpp"
+#include "core/record_lists.hpp"
 #include "core/tolerances.hpp"
 
 namespace kesto {
@@ -59,7 +59,7 @@ Outcome InsertBrokenChains(RoadDesign& road, std::span<const BrokenChain> chains
 }
 
 Outcome ReplaceBrokenChain(RoadDesign& road, std::int32_t index, const BrokenChain& chain) {
-    if (Outcome valid = RequireIndex(road.brokenChains, index); !valid) return valid;
+    if (Outcome valid = RequireRecord(road.brokenChains, index); !valid) return valid;
     if (Outcome finite = RequireFinite({chain.backMileage}); !finite) return finite;
     const std::span<BrokenChain> records = road.brokenChains.Edit();
     auto at = static_cast<std::size_t>(index);

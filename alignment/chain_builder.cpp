@@ -151,9 +151,10 @@ Outcome MakeCurrent(RoadDesign& road) {
     return BuildChainFrom(road, elements);
 }
 
-Outcome EnsureCurrent(RoadDesign& road) {
-    if (road.totalLength < tolerance::builtLength) return MakeCurrent(road);
-    if (road.elements.Count() == 0) return TooFewElements(road);
+Outcome EnsureCurrent(const AskedRoad& asked) {
+    const bool built = !(asked.road.totalLength < tolerance::builtLength);
+    if (!built && asked.live != nullptr) return MakeCurrent(*asked.live);
+    if (asked.road.elements.Count() == 0) return TooFewElements(asked.road);
     return {};
 }
 

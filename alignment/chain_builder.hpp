@@ -1,6 +1,7 @@
 /// Building the element chain: broken chains applied, stake mileages set, lengths summed.
 #pragma once
 
+#include "core/asked_road.hpp"
 #include "core/result.hpp"
 #include "core/road_design.hpp"
 
@@ -25,8 +26,8 @@ Outcome BuildChain(RoadDesign& road);
 /// @return fails as GenerateElements() and BuildChain()
 Outcome MakeCurrent(RoadDesign& road);
 
-/// What every query begins with: makes the road current when no chain is built.
+/// What every query begins with: makes the road current when no chain is built. A frozen road is.
 /// @return fails as MakeCurrent(), and with 3 when the elements are gone although a length is known
-Outcome EnsureCurrent(RoadDesign& road);
+Outcome EnsureCurrent(const AskedRoad& asked);
 
 }  // namespace kesto

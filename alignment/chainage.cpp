@@ -74,8 +74,12 @@ void BuildIndex(RoadDesign& road) {
     }
 }
 
-ChainView::ChainView(RoadDesign& ours, std::int32_t lookups) noexcept
-    : road(ours), index(CurrentIndex(ours, lookups)), keeper(index != nullptr ? &ours.chainIndex : nullptr) {}
+ChainView::ChainView(const AskedRoad& asked, std::int32_t lookups) noexcept
+    : road(asked.road), index(asked.live != nullptr ? CurrentIndex(*asked.live, lookups) : ValidIndex(asked.road)) {
+    if (asked.live != nullptr && index != nullptr) keeper = &asked.live->chainIndex;
+}
+
+ChainView::ChainView(RoadDesign& ours) noexcept : ChainView(AskedRoad(ours)) {}
 
 ChainView::ChainView(const RoadDesign& shared) noexcept : road(shared), index(ValidIndex(shared)) {}
 
@@ -118,13 +122,9 @@ std::optional<double> FindContinuous(const ChainView& chain, StakeMileage stake)
     return result;
 }
 
-Result<double> ContinuousMileage(RoadDesign& road, StakeMileage stake) {
-    if (const Outcome current = EnsureCurrent(road); !current) return current.failure();
-    return PlaceOf(road, stake);
-}
-
-Result<double> ContinuousMileage(const FrozenRoad& frozen, StakeMileage stake) noexcept {
-    return PlaceOf(frozen, stake);
+Result<double> ContinuousMileage(const AskedRoad& asked, StakeMileage stake) {
+    if (const Outcome current = EnsureCurrent(asked); !current) return current.failure();
+    return PlaceOf(asked, stake);
 }
 
 Result<double> PlaceOf(const ChainView& chain, StakeMileage stake) noexcept {

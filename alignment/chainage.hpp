@@ -4,7 +4,7 @@
 #include <optional>
 
 #include "alignment/chain_lookup.hpp"
-#include "core/frozen_road.hpp"
+#include "core/asked_road.hpp"
 #include "core/result.hpp"
 #include "core/road_design.hpp"
 
@@ -24,9 +24,9 @@ void BuildIndex(RoadDesign& road);
 /// The chain as it stands, as lookups read it. A road that may be written gets an index in time and keeps the frames of
 /// elements as they are asked for; of a road that is shared only what it has is used, and nothing in it is written.
 struct ChainView {
-    ChainView(RoadDesign& ours, std::int32_t lookups = 1) noexcept;           // NOLINT(google-explicit-constructor)
-    ChainView(const RoadDesign& shared) noexcept;                             // NOLINT(google-explicit-constructor)
-    ChainView(const FrozenRoad& frozen) noexcept : ChainView(frozen.road) {}  // NOLINT(google-explicit-constructor)
+    ChainView(const AskedRoad& asked, std::int32_t lookups = 1) noexcept;  // NOLINT(google-explicit-constructor)
+    ChainView(RoadDesign& ours) noexcept;                                  // NOLINT(google-explicit-constructor)
+    ChainView(const RoadDesign& shared) noexcept;                          // NOLINT(google-explicit-constructor)
 
     const RoadDesign& road;
     const ChainIndex* index;       // null: lookups walk
@@ -44,8 +44,7 @@ std::optional<double> FindContinuous(const ChainView& chain, StakeMileage stake)
 
 /// Continuous mileage (m) of a stake mileage; makes the road current first.
 /// @return fails where no road can be built, off the road (25), in a gap or for a missing occurrence (26)
-Result<double> ContinuousMileage(RoadDesign& road, StakeMileage stake);
-Result<double> ContinuousMileage(const FrozenRoad& frozen, StakeMileage stake) noexcept;
+Result<double> ContinuousMileage(const AskedRoad& asked, StakeMileage stake);
 
 /// The same on the chain as it stands.
 Result<double> PlaceOf(const ChainView& chain, StakeMileage stake) noexcept;

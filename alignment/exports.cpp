@@ -1,4 +1,4 @@
-// Exported functions of the alignment: element evaluation, broken chains, mileages, positions, inverse projection.
+// Exported functions of the alignment: broken chains, mileages, positions, inverse projection.
 
 #include <cstddef>
 #include <optional>
@@ -7,51 +7,40 @@
 #include "alignment/intersection_method.hpp"
 #include "alignment/inverse.hpp"
 #include "alignment/position.hpp"
+#include "core/arguments.hpp"
 #include "core/guard.hpp"
+#include "core/record_lists.hpp"
 
-using kesto::GuardBool;
-using kesto::GuardFrozen;
+using kesto::AskedRoad;
+using kesto::EditBool;
 using kesto::Outcome;
+using kesto::QueryBool;
+using kesto::QueryValue;
 using kesto::RequireFinite;
 
 namespace {
-
-/// Writes a position to a caller's three outputs.
-void Write(const kesto::Position& position, double* x, double* y, double* azimuth) noexcept {
-    *x = position.x;
-    *y = position.y;
-    *azimuth = position.azimuth;
-}
 
 Outcome PositionInto(const kesto::ChainView& chain, kesto::StakeMileage stake, kesto::Offset offset, double* x,
                      double* y, double* azimuth) noexcept {
     if (Outcome finite = RequireFinite({stake.mileage, offset.distance}); !finite) return finite;
     std::optional<kesto::Position> position;
     Outcome found = kesto::FindPosition(chain, stake, offset, position);
-    if (position) Write(*position, x, y, azimuth);
+    if (position) {
+        *x = position->x;
+        *y = position->y;
+        *azimuth = position->azimuth;
+    }
     return found;
 }
 
-template <class Road>
-Outcome MileageInto(Road& road, double* mileage, std::int32_t occurrence) {
+Outcome MileageInto(const AskedRoad& asked, double* mileage, std::int32_t occurrence) {
     if (Outcome finite = RequireFinite({*mileage}); !finite) return finite;
-    const kesto::Result<double> continuous = kesto::ContinuousMileage(road, {*mileage, occurrence});
-    if (!continuous) return continuous.failure();
-    *mileage = *continuous;
-    return {};
+    return kesto::Assign(mileage, kesto::ContinuousMileage(asked, {*mileage, occurrence}));
 }
 
-template <class Road>
-kesto::Result<std::int32_t> IndexAt(Road& road, kesto::StakeMileage stake) {
+kesto::Result<std::int32_t> IndexAt(const AskedRoad& asked, kesto::StakeMileage stake) {
     if (const Outcome finite = RequireFinite({stake.mileage}); !finite) return finite.failure();
-    return kesto::IntersectionIndexAt(road, stake);
-}
-
-Outcome IndexInto(const FrozenRoad& frozen, kesto::StakeMileage stake, std::int32_t* index) {
-    const kesto::Result<std::int32_t> found = IndexAt(frozen, stake);
-    if (!found) return found.failure();
-    *index = *found;
-    return {};
+    return kesto::IntersectionIndexAt(asked, stake);
 }
 
 /// Where the outputs of a search go.
@@ -69,21 +58,19 @@ struct Found {
     }
 };
 
-template <class Road>
-Outcome LocateInto(Road& road, kesto::Point point, const Found& out) {
+Outcome LocateInto(const AskedRoad& asked, kesto::Point point, const Found& out) {
     if (Outcome finite = RequireFinite({point.x, point.y}); !finite) return finite;
     std::optional<kesto::Located> located;
-    Outcome found = kesto::Locate(road, point, located);
+    Outcome found = kesto::Locate(asked, point, located);
     out.Take(located);
     return found;
 }
 
-template <class Road>
-Outcome LocateBetweenInto(Road& road, kesto::Point point, kesto::StakeMileage lower, kesto::StakeMileage upper,
-                          const Found& out) {
+Outcome LocateBetweenInto(const AskedRoad& asked, kesto::Point point, kesto::StakeMileage lower,
+                          kesto::StakeMileage upper, const Found& out) {
     if (Outcome finite = RequireFinite({point.x, point.y, lower.mileage, upper.mileage}); !finite) return finite;
     std::optional<kesto::Located> located;
-    Outcome found = kesto::LocateBetween(road, point, lower, upper, located);
+    Outcome found = kesto::LocateBetween(asked, point, lower, upper, located);
     out.Take(located);
     return found;
 }
@@ -104,28 +91,20 @@ Outcome AddChains(RoadDesign& road, const BrokenChain* chains, std::int32_t coun
 }  // namespace
 
 // clang-format off
-int32_t KESTO_CALL GetIntersectionIndex(RoadDesign* h, double m, int32_t k) { return kesto::GuardValue<int32_t>(h, {0, -1}, [&](RoadDesign& road) { return IndexAt(road, {m, k}); }); }
-
+int32_t KESTO_CALL GetIntersectionIndex(RoadDesign* h, double m, int32_t k) { return QueryValue<int32_t>(h, {0, -1}, [&](const AskedRoad& asked) { return IndexAt(asked, {m, k}); }); }
 
 int32_t KESTO_CALL GetBrokenChainCount(RoadDesign* h) { return kesto::CountRecords(h, &RoadDesign::brokenChains); }
-bool KESTO_CALL AddBrokenChain(RoadDesign* h, const BrokenChain* r) { return GuardBool(h, [&](RoadDesign& road) { return kesto::InsertBrokenChain(road, *r); }, r); }
-bool KESTO_CALL AddBrokenChainList(RoadDesign* h, const BrokenChain* r, int32_t n) { return GuardBool(h, [&](RoadDesign& road) { return AddChains(road, r, n); }); }
+bool KESTO_CALL AddBrokenChain(RoadDesign* h, const BrokenChain* r) { return EditBool(h, [&](RoadDesign& road) { return kesto::InsertBrokenChain(road, *r); }, r); }
+bool KESTO_CALL AddBrokenChainList(RoadDesign* h, const BrokenChain* r, int32_t n) { return EditBool(h, [&](RoadDesign& road) { return AddChains(road, r, n); }); }
 bool KESTO_CALL DeleteBrokenChain(RoadDesign* h, int32_t i) { return kesto::DeleteRecord(h, &RoadDesign::brokenChains, i); }
 bool KESTO_CALL GetBrokenChain(RoadDesign* h, int32_t i, BrokenChain* r) { return kesto::GetRecord(h, &RoadDesign::brokenChains, i, r); }
-bool KESTO_CALL SetBrokenChain(RoadDesign* h, int32_t i, const BrokenChain* r) { return GuardBool(h, [&](RoadDesign& road) { return kesto::ReplaceBrokenChain(road, i, *r); }, r); }
+bool KESTO_CALL SetBrokenChain(RoadDesign* h, int32_t i, const BrokenChain* r) { return EditBool(h, [&](RoadDesign& road) { return kesto::ReplaceBrokenChain(road, i, *r); }, r); }
 
-bool KESTO_CALL GetSrcMileage(RoadDesign* h, double* m, int32_t k) { return GuardBool(h, [&](RoadDesign& road) { return MileageInto(road, m, k); }, m); }
-double KESTO_CALL GetRoadMileage(RoadDesign* h, double* start) { return kesto::GuardValue<double>(h, {0.0}, [&](RoadDesign& road) { return RoadMileage(road, start); }); }
+bool KESTO_CALL GetSrcMileage(RoadDesign* h, double* m, int32_t k) { return QueryBool(h, [&](const AskedRoad& asked) { return MileageInto(asked, m, k); }, m); }
+double KESTO_CALL GetRoadMileage(RoadDesign* h, double* start) { return QueryValue<double>(h, {0.0}, [&](const AskedRoad& asked) { return RoadMileage(asked.road, start); }); }
 
-bool KESTO_CALL GetPositionAndAzimuth(RoadDesign* h, double m, double offset, double angle, double* x, double* y, double* a, int32_t k) { return GuardBool(h, [&](RoadDesign& road) { return PositionInto(road, {m, k}, {offset, angle}, x, y, a); }, x, y, a); }
+bool KESTO_CALL GetPositionAndAzimuth(RoadDesign* h, double m, double offset, double angle, double* x, double* y, double* a, int32_t k) { return QueryBool(h, [&](const AskedRoad& asked) { return PositionInto(asked, {m, k}, {offset, angle}, x, y, a); }, x, y, a); }
 
-bool KESTO_CALL GetMileageAndOffset(RoadDesign* h, double x, double y, double* m, double* offset, int32_t* k) { return GuardBool(h, [&](RoadDesign& road) { return LocateInto(road, {x, y}, {m, offset, k}); }, m, offset, k); }
-bool KESTO_CALL GetMileAndOffsetInLim(RoadDesign* h, double x, double y, double lower, int32_t lowerK, double upper, int32_t upperK, double* m, double* offset, int32_t* k) { return GuardBool(h, [&](RoadDesign& road) { return LocateBetweenInto(road, {x, y}, {lower, lowerK}, {upper, upperK}, {m, offset, k}); }, m, offset, k); }
-
-
-int32_t KESTO_CALL FrozenGetIntersectionIndex(const FrozenRoad* f, double m, int32_t k, int32_t* index) { return GuardFrozen(f, [&](const FrozenRoad& frozen) { return IndexInto(frozen, {m, k}, index); }, index); }
-int32_t KESTO_CALL FrozenGetSrcMileage(const FrozenRoad* f, double* m, int32_t k) { return GuardFrozen(f, [&](const FrozenRoad& frozen) { return MileageInto(frozen, m, k); }, m); }
-int32_t KESTO_CALL FrozenGetMileageAndOffset(const FrozenRoad* f, double x, double y, double* m, double* offset, int32_t* k) { return GuardFrozen(f, [&](const FrozenRoad& frozen) { return LocateInto(frozen, {x, y}, {m, offset, k}); }, m, offset, k); }
-int32_t KESTO_CALL FrozenGetMileAndOffsetInLim(const FrozenRoad* f, double x, double y, double lower, int32_t lowerK, double upper, int32_t upperK, double* m, double* offset, int32_t* k) { return GuardFrozen(f, [&](const FrozenRoad& frozen) { return LocateBetweenInto(frozen, {x, y}, {lower, lowerK}, {upper, upperK}, {m, offset, k}); }, m, offset, k); }
-int32_t KESTO_CALL FrozenGetPositionAndAzimuth(const FrozenRoad* f, double m, double offset, double angle, double* x, double* y, double* a, int32_t k) { return GuardFrozen(f, [&](const FrozenRoad& frozen) { return PositionInto(frozen.road, {m, k}, {offset, angle}, x, y, a); }, x, y, a); }
+bool KESTO_CALL GetMileageAndOffset(RoadDesign* h, double x, double y, double* m, double* offset, int32_t* k) { return QueryBool(h, [&](const AskedRoad& asked) { return LocateInto(asked, {x, y}, {m, offset, k}); }, m, offset, k); }
+bool KESTO_CALL GetMileAndOffsetInLim(RoadDesign* h, double x, double y, double lower, int32_t lowerK, double upper, int32_t upperK, double* m, double* offset, int32_t* k) { return QueryBool(h, [&](const AskedRoad& asked) { return LocateBetweenInto(asked, {x, y}, {lower, lowerK}, {upper, upperK}, {m, offset, k}); }, m, offset, k); }
 // clang-format on

@@ -202,21 +202,14 @@ Result<std::int32_t> CurveCovering(const RoadDesign& road, double continuous) {
     return found;
 }
 
-template <class Road>
-Result<std::int32_t> IndexAt(Road& road, StakeMileage stake) {
-    const RoadDesign& design = DesignOf(road);
-    if (static_cast<DesignMode>(design.settings.roadDesignMode) != DesignMode::Intersections) return noIntersection;
-    const Result<double> continuous = ContinuousMileage(road, stake);
-    if (!continuous) return continuous.failure();
-    return CurveCovering(design, *continuous);
-}
-
 }  // namespace
 
-Result<std::int32_t> IntersectionIndexAt(RoadDesign& road, StakeMileage stake) { return IndexAt(road, stake); }
-
-Result<std::int32_t> IntersectionIndexAt(const FrozenRoad& frozen, StakeMileage stake) {
-    return IndexAt(frozen, stake);
+Result<std::int32_t> IntersectionIndexAt(const AskedRoad& asked, StakeMileage stake) {
+    const auto mode = static_cast<DesignMode>(asked.road.settings.roadDesignMode);
+    if (mode != DesignMode::Intersections) return noIntersection;
+    const Result<double> continuous = ContinuousMileage(asked, stake);
+    if (!continuous) return continuous.failure();
+    return CurveCovering(asked.road, *continuous);
 }
 
 }  // namespace kesto

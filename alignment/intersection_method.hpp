@@ -47,7 +47,6 @@ Outcome GenerateFromIntersections(const RoadDesign& road, CountedList<Element>& 
 /// point. Makes the road current.
 /// @return -1 where no curve does, or in another design mode. Fails where no road can be built or the mileage is not on
 ///         it
-Result<std::int32_t> IntersectionIndexAt(RoadDesign& road, StakeMileage stake);
-Result<std::int32_t> IntersectionIndexAt(const FrozenRoad& frozen, StakeMileage stake);
+Result<std::int32_t> IntersectionIndexAt(const AskedRoad& asked, StakeMileage stake);
 
 }  // namespace kesto

@@ -48,18 +48,23 @@ SearchLimits LimitsOf(const ChainView& chain, StakeMileage lower, StakeMileage u
     return {KeyOf(chain.road, lower, upper), LowerLimit(chain, lower), UpperLimit(chain, upper)};
 }
 
-const SearchLimits& CurrentLimits(RoadDesign& road, StakeMileage lower, StakeMileage upper) noexcept {
-    if (!(road.searchLimits.key == KeyOf(road, lower, upper))) road.searchLimits = LimitsOf(road, lower, upper);
-    return road.searchLimits;
+/// The limits of a search between two stake mileages; a live road keeps them until others are asked for.
+SearchLimits CurrentLimits(const AskedRoad& asked, const ChainView& chain, StakeMileage lower,
+                           StakeMileage upper) noexcept {
+    if (asked.live == nullptr) return LimitsOf(chain, lower, upper);
+    SearchLimits& kept = asked.live->searchLimits;
+    if (!(kept.key == KeyOf(asked.road, lower, upper))) kept = LimitsOf(chain, lower, upper);
+    return kept;
 }
 
 /// Where the road's end has no stake mileage, the upper limit has no occurrence.
-const SearchLimits& CurrentRoadLimits(RoadDesign& road) noexcept {
+const SearchLimits& CurrentRoadLimits(const AskedRoad& asked, const ChainView& chain) noexcept {
+    const RoadDesign& road = asked.road;
     const SearchLimits::Key now = KeyOf(road, {}, {});
-    if (!(road.roadLimits.key == now)) {
+    if (asked.live != nullptr && !(road.roadLimits.key == now)) {
         const StakeMileage start{road.settings.startMileage, 0};
-        const StakeMileage end = StakeMileageAt(road, road.settings.startMileage + road.totalLength);
-        road.roadLimits = {now, LowerLimit(road, start), UpperLimit(road, end)};
+        const StakeMileage end = StakeMileageAt(chain, road.settings.startMileage + road.totalLength);
+        asked.live->roadLimits = {now, LowerLimit(chain, start), UpperLimit(chain, end)};
     }
     return road.roadLimits;
 }
@@ -104,16 +109,13 @@ Outcome Search(const RoadSearch& search, Point point, const SearchLimits& limits
 
 }  // namespace
 
-RoadSearch::RoadSearch(RoadDesign& ours, std::int32_t points) noexcept
-    : chain(ours, points), index(CurrentInverseIndex(ours)), wholeRoad(CurrentRoadLimits(ours)) {}
-
-RoadSearch::RoadSearch(const FrozenRoad& shared) noexcept
-    : chain(shared.road), index(shared.road.inverseIndex), wholeRoad(shared.road.roadLimits) {}
+RoadSearch::RoadSearch(const AskedRoad& asked, std::int32_t points) noexcept
+    : chain(asked, points), index(CurrentInverseIndex(asked)), wholeRoad(CurrentRoadLimits(asked, chain)) {}
 
 void BuildSearch(RoadDesign& road) {
     BuildIndex(road);
     BuildInverseIndex(road);
-    CurrentRoadLimits(road);
+    CurrentRoadLimits(road, road);
 }
 
 Outcome Locate(const RoadSearch& search, Point point, std::optional<Located>& located) noexcept {
@@ -121,26 +123,16 @@ Outcome Locate(const RoadSearch& search, Point point, std::optional<Located>& lo
     return Search(search, point, search.wholeRoad, located);
 }
 
-Outcome Locate(const FrozenRoad& frozen, Point point, std::optional<Located>& located) noexcept {
-    return Locate(RoadSearch(frozen), point, located);
+Outcome Locate(const AskedRoad& asked, Point point, std::optional<Located>& located) {
+    if (Outcome current = EnsureCurrent(asked); !current) return current;
+    return Locate(RoadSearch(asked), point, located);
 }
 
-Outcome LocateBetween(const FrozenRoad& frozen, Point point, StakeMileage lower, StakeMileage upper,
-                      std::optional<Located>& located) noexcept {
-    const RoadSearch search(frozen);
-    return Search(search, point, LimitsOf(search.chain, lower, upper), located);
-}
-
-Outcome Locate(RoadDesign& road, Point point, std::optional<Located>& located) {
-    if (Outcome current = EnsureCurrent(road); !current) return current;
-    return Locate(RoadSearch(road), point, located);
-}
-
-Outcome LocateBetween(RoadDesign& road, Point point, StakeMileage lower, StakeMileage upper,
+Outcome LocateBetween(const AskedRoad& asked, Point point, StakeMileage lower, StakeMileage upper,
                       std::optional<Located>& located) {
-    if (Outcome current = EnsureCurrent(road); !current) return current;
-    const SearchLimits& limits = CurrentLimits(road, lower, upper);
-    return Search(RoadSearch(road), point, limits, located);
+    if (Outcome current = EnsureCurrent(asked); !current) return current;
+    const RoadSearch search(asked);
+    return Search(search, point, CurrentLimits(asked, search.chain, lower, upper), located);
 }
 
 }  // namespace kesto

@@ -2,7 +2,7 @@
 #pragma once
 
 #include "alignment/chainage.hpp"
-#include "core/frozen_road.hpp"
+#include "core/asked_road.hpp"
 #include "core/result.hpp"
 #include "geometry/projection.hpp"
 
@@ -16,12 +16,10 @@ struct Located {
 
 /// What searches read.
 struct RoadSearch {
-    /// Brings what searches keep up to date.
-    /// @param ours   a current road
+    /// Brings what searches keep in a live road up to date.
+    /// @param asked  a current road
     /// @param points how many are to be searched for
-    explicit RoadSearch(RoadDesign& ours, std::int32_t points = 1) noexcept;
-    /// Writes nothing.
-    explicit RoadSearch(const FrozenRoad& shared) noexcept;
+    explicit RoadSearch(const AskedRoad& asked, std::int32_t points = 1) noexcept;
 
     ChainView chain;
     const InverseIndex& index;
@@ -37,20 +35,15 @@ void BuildSearch(RoadDesign& road);
 /// @return fails where the road's end has no stake mileage (nothing written), and where no element admits the point
 Outcome Locate(const RoadSearch& search, Point point, std::optional<Located>& located) noexcept;
 
-/// The same on a road that is only read, each search on its own.
-Outcome Locate(const FrozenRoad& frozen, Point point, std::optional<Located>& located) noexcept;
-Outcome LocateBetween(const FrozenRoad& frozen, Point point, StakeMileage lower, StakeMileage upper,
-                      std::optional<Located>& located) noexcept;
-
 /// Searches the whole road; makes it current first.
 /// @param located out: as above
 /// @return fails as above, and where no road can be built (nothing written)
-Outcome Locate(RoadDesign& road, Point point, std::optional<Located>& located);
+Outcome Locate(const AskedRoad& asked, Point point, std::optional<Located>& located);
 
 /// Searches between two stake mileages; makes the road current first. A limit that is not on the road is replaced by
 /// the road's end on its side.
 /// @param located out: as Locate(), with the limits for the road's ends
-Outcome LocateBetween(RoadDesign& road, Point point, StakeMileage lower, StakeMileage upper,
+Outcome LocateBetween(const AskedRoad& asked, Point point, StakeMileage lower, StakeMileage upper,
                       std::optional<Located>& located);
 
 }  // namespace kesto

@@ -252,11 +252,12 @@ void BuildInverseIndex(RoadDesign& road) {
     index.key = KeyOf(road);
 }
 
-const InverseIndex& CurrentInverseIndex(RoadDesign& road) noexcept {
-    InverseIndex& index = road.inverseIndex;
-    if (!(index.key == KeyOf(road))) {
+const InverseIndex& CurrentInverseIndex(const AskedRoad& asked) noexcept {
+    if (asked.live == nullptr) return asked.road.inverseIndex;
+    InverseIndex& index = asked.live->inverseIndex;
+    if (!(index.key == KeyOf(asked.road))) {
         try {
-            BuildInverseIndex(road);
+            BuildInverseIndex(*asked.live);
         } catch (const std::bad_alloc&) {
             // The query walks, and the next one tries again: building costs no more than a walk, and memory may be
             // there by then. Until then none is held.

@@ -2,14 +2,14 @@
 #pragma once
 
 #include "alignment/element_walk.hpp"
-#include "core/road_design.hpp"
+#include "core/asked_road.hpp"
 
 namespace kesto {
 
 /// The index of the chain as it stands, built anew when an edit or a rebuild has passed since, or memory ran out the
 /// last time. It is not usable where memory runs out, a record is not finite or beyond the sizes that the bounds allow
-/// for.
-const InverseIndex& CurrentInverseIndex(RoadDesign& road) noexcept;
+/// for. A frozen road has its index.
+const InverseIndex& CurrentInverseIndex(const AskedRoad& asked) noexcept;
 
 /// Builds that index anew.
 /// @throws std::bad_alloc; the index is then not usable

@@ -31,10 +31,11 @@ struct Scene {
     }
     Scene(const Scene&) = delete;
     Scene& operator=(const Scene&) = delete;
-    ~Scene() { ReleaseFrozenRoad(frozen); }
+    ~Scene() { EndRoadDesign(frozen); }
 
     kesto::Road road;
-    const FrozenRoad* frozen = nullptr;
+    RoadDesign* frozen = nullptr;
+    RoadDesign* asked = nullptr;  // the road, or the frozen one
     std::vector<double> x, y, mileage, offset;
     std::vector<double> first = std::vector<double>(rowCount);
     std::vector<double> second = std::vector<double>(rowCount);
@@ -43,68 +44,45 @@ struct Scene {
     std::vector<std::uint8_t> status = std::vector<std::uint8_t>(rowCount);
 };
 
-/// The three questions, each in four ways.
+/// The three questions, one by one and in a batch.
 struct Feet {
     static constexpr double band = nearBand;
     static bool One(Scene& s, std::size_t i) {
-        return GetMileageAndOffset(s.road.Handle(), s.x[i], s.y[i], &s.first[i], &s.second[i], &s.occurrence[i]);
+        return GetMileageAndOffset(s.asked, s.x[i], s.y[i], &s.first[i], &s.second[i], &s.occurrence[i]);
     }
     static bool Batch(Scene& s) {
-        return GetMileageAndOffsetBatch(s.road.Handle(), rows, s.x.data(), step, s.y.data(), step, s.first.data(), step,
+        return GetMileageAndOffsetBatch(s.asked, rows, s.x.data(), step, s.y.data(), step, s.first.data(), step,
                                         s.second.data(), step, s.occurrence.data(), wholeStep, s.status.data(), 1);
-    }
-    static bool FrozenOne(Scene& s, std::size_t i) {
-        return FrozenGetMileageAndOffset(s.frozen, s.x[i], s.y[i], &s.first[i], &s.second[i], &s.occurrence[i]) == 0;
-    }
-    static bool FrozenBatch(Scene& s) {
-        return FrozenGetMileageAndOffsetBatch(s.frozen, rows, s.x.data(), step, s.y.data(), step, s.first.data(), step,
-                                              s.second.data(), step, s.occurrence.data(), wholeStep, s.status.data(),
-                                              1) == 0;
     }
 };
 
 struct Positions {
     static constexpr double band = 5;  // m
     static bool One(Scene& s, std::size_t i) {
-        return GetPositionAndAzimuth(s.road.Handle(), s.mileage[i], s.offset[i], squareAngle, &s.first[i], &s.second[i],
+        return GetPositionAndAzimuth(s.asked, s.mileage[i], s.offset[i], squareAngle, &s.first[i], &s.second[i],
                                      &s.third[i], 0);
     }
     static bool Batch(Scene& s) {
-        return GetPositionAndAzimuthBatch(s.road.Handle(), rows, s.mileage.data(), step, nullptr, 0, s.offset.data(),
-                                          step, nullptr, 0, s.first.data(), step, s.second.data(), step, s.third.data(),
-                                          step, s.status.data(), 1);
-    }
-    static bool FrozenOne(Scene& s, std::size_t i) {
-        return FrozenGetPositionAndAzimuth(s.frozen, s.mileage[i], s.offset[i], squareAngle, &s.first[i], &s.second[i],
-                                           &s.third[i], 0) == 0;
-    }
-    static bool FrozenBatch(Scene& s) {
-        return FrozenGetPositionAndAzimuthBatch(s.frozen, rows, s.mileage.data(), step, nullptr, 0, s.offset.data(),
-                                                step, nullptr, 0, s.first.data(), step, s.second.data(), step,
-                                                s.third.data(), step, s.status.data(), 1) == 0;
+        return GetPositionAndAzimuthBatch(s.asked, rows, s.mileage.data(), step, nullptr, 0, s.offset.data(), step,
+                                          nullptr, 0, s.first.data(), step, s.second.data(), step, s.third.data(), step,
+                                          s.status.data(), 1);
     }
 };
 
 struct Heights {
     static constexpr double band = 5;  // m
-    static bool One(Scene& s, std::size_t i) { return GetHeight(s.road.Handle(), s.mileage[i], 0, 0, &s.first[i]); }
+    static bool One(Scene& s, std::size_t i) { return GetHeight(s.asked, s.mileage[i], 0, 0, &s.first[i]); }
     static bool Batch(Scene& s) {
-        return GetHeightBatch(s.road.Handle(), rows, s.mileage.data(), step, nullptr, 0, nullptr, 0, s.first.data(),
-                              step, s.status.data(), 1);
-    }
-    static bool FrozenOne(Scene& s, std::size_t i) {
-        return FrozenGetHeight(s.frozen, s.mileage[i], 0, 0, &s.first[i]) == 0;
-    }
-    static bool FrozenBatch(Scene& s) {
-        return FrozenGetHeightBatch(s.frozen, rows, s.mileage.data(), step, nullptr, 0, nullptr, 0, s.first.data(),
-                                    step, s.status.data(), 1) == 0;
+        return GetHeightBatch(s.asked, rows, s.mileage.data(), step, nullptr, 0, nullptr, 0, s.first.data(), step,
+                              s.status.data(), 1);
     }
 };
 
 /// One pass over all rows after the other.
 template <class Question>
-void Measure(State& state, bool (*pass)(Scene&)) {
+void Measure(State& state, bool (*pass)(Scene&), bool ofFrozen) {
     Scene scene(state, Question::band);
+    scene.asked = ofFrozen ? scene.frozen : scene.road.Handle();
     while (state.KeepRunningBatch(rows)) {
         if (!pass(scene)) return state.SkipWithError("no answer");
         benchmark::ClobberMemory();
@@ -121,15 +99,15 @@ bool EachOne(Scene& scene) {
 
 template <class Question>
 void Register(const std::string& name) {
-    const auto way = [](const std::string& called, bool (*pass)(Scene&)) {
-        benchmark::RegisterBenchmark(called.c_str(), Measure<Question>, pass)->Arg(100)->Arg(10000);
+    const auto way = [](const std::string& called, bool (*pass)(Scene&), bool ofFrozen) {
+        benchmark::RegisterBenchmark(called.c_str(), Measure<Question>, pass, ofFrozen)->Arg(100)->Arg(10000);
     };
-    way(name + " in a batch/library", Question::Batch);
-    way(name + " in a batch/plain", EachOne<Question::One>);
-    way(name + ", frozen/library", EachOne<Question::FrozenOne>);
-    way(name + ", frozen/plain", EachOne<Question::One>);
-    way(name + " in a frozen batch/library", Question::FrozenBatch);
-    way(name + " in a frozen batch/plain", EachOne<Question::One>);
+    way(name + " in a batch/library", Question::Batch, false);
+    way(name + " in a batch/plain", EachOne<Question::One>, false);
+    way(name + ", frozen/library", EachOne<Question::One>, true);
+    way(name + ", frozen/plain", EachOne<Question::One>, false);
+    way(name + " in a frozen batch/library", Question::Batch, true);
+    way(name + " in a frozen batch/plain", EachOne<Question::One>, false);
 }
 
 }  // namespace

@@ -5,7 +5,7 @@
 #include "alignment/chain_builder.hpp"
 #include "alignment/inverse.hpp"
 #include "alignment/position.hpp"
-#include "core/guard.hpp"
+#include "core/arguments.hpp"
 
 namespace kesto {
 
@@ -44,25 +44,15 @@ void PlaceEach(const ChainView& chain, const PlaceRows& rows) noexcept {
 
 }  // namespace
 
-Outcome AnswerRows(RoadDesign& road, const PointRows& rows) {
-    if (Outcome current = EnsureCurrent(road); !current) return current;
-    LocateEach(RoadSearch(road, rows.count), rows);
+Outcome AnswerRows(const AskedRoad& asked, const PointRows& rows) {
+    if (Outcome current = EnsureCurrent(asked); !current) return current;
+    LocateEach(RoadSearch(asked, rows.count), rows);
     return {};
 }
 
-Outcome AnswerRows(RoadDesign& road, const PlaceRows& rows) {
-    if (Outcome current = EnsureCurrent(road); !current) return current;
-    PlaceEach({road, rows.count}, rows);
-    return {};
-}
-
-Outcome AnswerRows(const FrozenRoad& frozen, const PointRows& rows) noexcept {
-    LocateEach(RoadSearch(frozen), rows);
-    return {};
-}
-
-Outcome AnswerRows(const FrozenRoad& frozen, const PlaceRows& rows) noexcept {
-    PlaceEach(frozen.road, rows);
+Outcome AnswerRows(const AskedRoad& asked, const PlaceRows& rows) {
+    if (Outcome current = EnsureCurrent(asked); !current) return current;
+    PlaceEach({asked, rows.count}, rows);
     return {};
 }
 

@@ -2,7 +2,7 @@
 #pragma once
 
 #include "bulk/strided.hpp"
-#include "core/frozen_road.hpp"
+#include "core/asked_road.hpp"
 #include "core/result.hpp"
 
 namespace kesto {
@@ -43,11 +43,7 @@ struct PlaceRows {
 
 /// Answers every row; rows fail alone. Makes the road current first and allocates nothing after that.
 /// @return fails, with nothing written, where no road can be built
-Outcome AnswerRows(RoadDesign& road, const PointRows& rows);
-Outcome AnswerRows(RoadDesign& road, const PlaceRows& rows);
-
-/// The same from a road that is only read; never fails.
-Outcome AnswerRows(const FrozenRoad& frozen, const PointRows& rows) noexcept;
-Outcome AnswerRows(const FrozenRoad& frozen, const PlaceRows& rows) noexcept;
+Outcome AnswerRows(const AskedRoad& asked, const PointRows& rows);
+Outcome AnswerRows(const AskedRoad& asked, const PlaceRows& rows);
 
 }  // namespace kesto

@@ -7,13 +7,16 @@
 
 namespace kesto {
 
-Result<std::unique_ptr<const FrozenRoad>> Freeze(RoadDesign& road) {
-    if (const Outcome current = EnsureCurrent(road); !current) return current.failure();
-    auto frozen = std::make_unique<FrozenRoad>(road);
-    BuildSearch(frozen->road);
-    BuildStakeOrder(frozen->road);
-    CurrentProfile(frozen->road);
-    return std::unique_ptr<const FrozenRoad>(std::move(frozen));
+Result<std::unique_ptr<RoadDesign>> Freeze(const AskedRoad& asked) {
+    if (const Outcome current = EnsureCurrent(asked); !current) return current.failure();
+    auto copy = std::make_unique<RoadDesign>(asked.road);
+    copy->frozen = false;
+    BuildSearch(*copy);
+    BuildStakeOrder(*copy);
+    CurrentProfile(*copy);
+    copy->lastFailure.reset();
+    copy->frozen = true;
+    return copy;
 }
 
 }  // namespace kesto

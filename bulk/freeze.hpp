@@ -3,14 +3,15 @@
 
 #include <memory>
 
-#include "core/frozen_road.hpp"
+#include "core/asked_road.hpp"
 #include "core/result.hpp"
 
 namespace kesto {
 
-/// A copy of a road that is only read. Makes the road current and leaves it as it is otherwise.
+/// A frozen copy of a road: everything that queries derive is built, so they write nothing. Makes the road current and
+/// leaves it as it is otherwise.
 /// @return fails where no road can be built
 /// @throws std::bad_alloc
-Result<std::unique_ptr<const FrozenRoad>> Freeze(RoadDesign& road);
+Result<std::unique_ptr<RoadDesign>> Freeze(const AskedRoad& asked);
 
 }  // namespace kesto

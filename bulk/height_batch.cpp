@@ -21,15 +21,10 @@ void FindEach(const ChainView& chain, const HeightRows& rows) noexcept {
 
 }  // namespace
 
-Outcome AnswerRows(RoadDesign& road, const HeightRows& rows) {
-    if (Outcome current = EnsureCurrent(road); !current) return current;
-    CurrentProfile(road);
-    FindEach({road, rows.count}, rows);
-    return {};
-}
-
-Outcome AnswerRows(const FrozenRoad& frozen, const HeightRows& rows) noexcept {
-    FindEach(frozen.road, rows);
+Outcome AnswerRows(const AskedRoad& asked, const HeightRows& rows) {
+    if (Outcome current = EnsureCurrent(asked); !current) return current;
+    CurrentProfile(asked);
+    FindEach({asked, rows.count}, rows);
     return {};
 }
 

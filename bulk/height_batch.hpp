@@ -2,7 +2,7 @@
 #pragma once
 
 #include "bulk/strided.hpp"
-#include "core/frozen_road.hpp"
+#include "core/asked_road.hpp"
 #include "core/result.hpp"
 
 namespace kesto {
@@ -24,9 +24,6 @@ struct HeightRows {
 /// Answers every row; rows fail alone. Makes the road current and derives the profile first and allocates nothing after
 /// that.
 /// @return fails, with nothing written, where no road can be built
-Outcome AnswerRows(RoadDesign& road, const HeightRows& rows);
-
-/// The same from a road that is only read; never fails.
-Outcome AnswerRows(const FrozenRoad& frozen, const HeightRows& rows) noexcept;
+Outcome AnswerRows(const AskedRoad& asked, const HeightRows& rows);
 
 }  // namespace kesto

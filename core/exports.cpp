@@ -5,13 +5,14 @@
 #include <string>
 
 #include "core/guard.hpp"
+#include "core/record_lists.hpp"
 
 using kesto::AppendRecords;
 using kesto::CountRecords;
 using kesto::DeleteRecord;
+using kesto::EditBool;
+using kesto::EditVoid;
 using kesto::GetRecord;
-using kesto::GuardBool;
-using kesto::GuardVoid;
 using kesto::InsertRecord;
 using kesto::SetRecord;
 
@@ -20,7 +21,7 @@ namespace {
 /// Stores a setting. Nothing is recomputed.
 template <class Value>
 void Store(RoadDesign* road, Value kesto::Settings::*setting, Value value) noexcept {
-    if (road != nullptr) road->settings.*setting = value;
+    if (road != nullptr && !road->frozen) road->settings.*setting = value;
 }
 
 std::int32_t Load(RoadDesign* road, std::int32_t kesto::Settings::*setting) noexcept {
@@ -32,16 +33,16 @@ std::int32_t Load(RoadDesign* road, std::int32_t kesto::Settings::*setting) noex
 // clang-format off
 RoadDesign* KESTO_CALL StartRoadDesign(void) { try { return std::make_unique<RoadDesign>().release(); } catch (...) { return nullptr; } }
 void KESTO_CALL EndRoadDesign(RoadDesign* h) { delete h; }
-void KESTO_CALL ClearRoad(RoadDesign* h) { GuardVoid(h, kesto::Clear); }
+void KESTO_CALL ClearRoad(RoadDesign* h) { EditVoid(h, kesto::Clear); }
 bool KESTO_CALL GetLastFailure(RoadDesign* h, Failure* f) { return h != nullptr && f != nullptr && h->lastFailure && (*f = *h->lastFailure, true); }
 const char* KESTO_CALL DescribeStatus(int32_t status) { return kesto::Describe(status); }
 const char* KESTO_CALL KestoRoadVersion(void) { return KESTO_ROAD_VERSION; }
 
-bool KESTO_CALL SetStartInformation(RoadDesign* h, double x, double y, double azimuth) { return GuardBool(h, [&](RoadDesign& road) { kesto::SetStart(road, x, y, azimuth); return kesto::Outcome(); }); }
+bool KESTO_CALL SetStartInformation(RoadDesign* h, double x, double y, double azimuth) { return EditBool(h, [&](RoadDesign& road) { kesto::SetStart(road, x, y, azimuth); return kesto::Outcome(); }); }
 void KESTO_CALL SetStartMileage(RoadDesign* h, double mileage) { Store(h, &kesto::Settings::startMileage, mileage); }
-void KESTO_CALL SetMileageInterval(RoadDesign* h, double interval) { GuardVoid(h, [&](RoadDesign& road) { kesto::SetInterval(road, interval); }); }
+void KESTO_CALL SetMileageInterval(RoadDesign* h, double interval) { EditVoid(h, [&](RoadDesign& road) { kesto::SetInterval(road, interval); }); }
 void KESTO_CALL SetMakeStakeType(RoadDesign* h, int32_t type) { Store(h, &kesto::Settings::makeStakeType, type); }
-void KESTO_CALL SetMakeStakePerfix(RoadDesign* h, const char* prefix) { GuardVoid(h, [&](RoadDesign& road) { if (prefix != nullptr) road.settings.stakePrefix = std::string(prefix); }); }
+void KESTO_CALL SetMakeStakePerfix(RoadDesign* h, const char* prefix) { EditVoid(h, [&](RoadDesign& road) { if (prefix != nullptr) road.settings.stakePrefix = std::string(prefix); }); }
 const char* KESTO_CALL GetMakeStakePerfix(RoadDesign* h) { return h == nullptr ? nullptr : h->settings.stakePrefix.c_str(); }
 int32_t KESTO_CALL GetMakeStakeInfo(RoadDesign* h, double* interval) { if (h != nullptr && interval != nullptr) *interval = h->settings.mileageInterval; return Load(h, &kesto::Settings::makeStakeType); }
 void KESTO_CALL SetRoadDesignMode(RoadDesign* h, int32_t mode) { Store(h, &kesto::Settings::roadDesignMode, mode); }

@@ -67,6 +67,8 @@ struct RoadDesign {
     kesto::CountedList<VerticalCurve> verticalCurves;
     kesto::SectionData sections;
 
+    bool frozen = false;  // a copy that is only read: see FreezeRoad()
+
     // Derived
     double totalLength = 0;              // m: sum of the absolute element lengths; below 1e-7: the chain is not built
     kesto::ChainIndex chainIndex;        // valid while its key equals the chain's

@@ -80,6 +80,7 @@ const char* Describe(std::int32_t status) noexcept {
         case KESTO_VALUE_COUNT_DIFFERS:
             return "a change section needs one value and one flag for each plate of its side";
         case KESTO_ARRAY_TOO_SMALL: return "the array given has too little room";
+        case KESTO_ROAD_IS_FROZEN: return "the road is frozen and cannot be edited";
         case KESTO_INTERNAL_ERROR: return "internal error of the library";
         default: return "unknown status";
     }

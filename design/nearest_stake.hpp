@@ -1,7 +1,7 @@
 /// The design stake nearest to a point.
 #pragma once
 
-#include "core/frozen_road.hpp"
+#include "core/asked_road.hpp"
 #include "core/result.hpp"
 #include "geometry/projection.hpp"
 
@@ -11,7 +11,6 @@ namespace kesto {
 /// @param stake      out: untouched on failure
 /// @param occurrence out: of the foot's stake mileage, written whenever Locate() finds something
 /// @return fails as Locate(), and where there is no stake list
-Outcome NearestStake(RoadDesign& road, Point point, StakeCoordinate& stake, std::int32_t& occurrence);
-Outcome NearestStake(const FrozenRoad& frozen, Point point, StakeCoordinate& stake, std::int32_t& occurrence) noexcept;
+Outcome NearestStake(const AskedRoad& asked, Point point, StakeCoordinate& stake, std::int32_t& occurrence);
 
 }  // namespace kesto

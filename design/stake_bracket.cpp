@@ -40,15 +40,10 @@ std::optional<std::size_t> WalkToBracket(std::span<const StakeCoordinate> stakes
     return std::nullopt;
 }
 
-std::optional<std::size_t> FindBracket(RoadDesign& road, double mileage) noexcept {
-    BuildStakeOrder(road);
-    const std::span<const StakeCoordinate> stakes = road.stakes.Records();
-    return road.stakeOrder.neverFalls ? BisectToBracket(stakes, mileage) : WalkToBracket(stakes, mileage);
-}
-
-std::optional<std::size_t> FindBracket(const FrozenRoad& frozen, double mileage) noexcept {
-    const std::span<const StakeCoordinate> stakes = frozen.road.stakes.Records();
-    return frozen.road.stakeOrder.neverFalls ? BisectToBracket(stakes, mileage) : WalkToBracket(stakes, mileage);
+std::optional<std::size_t> FindBracket(const AskedRoad& asked, double mileage) noexcept {
+    if (asked.live != nullptr) BuildStakeOrder(*asked.live);
+    const std::span<const StakeCoordinate> stakes = asked.road.stakes.Records();
+    return asked.road.stakeOrder.neverFalls ? BisectToBracket(stakes, mileage) : WalkToBracket(stakes, mileage);
 }
 
 }  // namespace kesto

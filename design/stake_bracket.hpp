@@ -5,7 +5,7 @@
 #include <optional>
 #include <span>
 
-#include "core/frozen_road.hpp"
+#include "core/asked_road.hpp"
 #include "core/road_design.hpp"
 
 namespace kesto {
@@ -18,8 +18,7 @@ std::optional<std::size_t> WalkToBracket(std::span<const StakeCoordinate> stakes
 /// Finds out whether the mileages of the road's stakes never fall, unless it is known.
 void BuildStakeOrder(RoadDesign& road) noexcept;
 
-/// The same for the road's stakes, by bisection where their mileages never fall. Of a frozen road that must be known.
-std::optional<std::size_t> FindBracket(RoadDesign& road, double mileage) noexcept;
-std::optional<std::size_t> FindBracket(const FrozenRoad& frozen, double mileage) noexcept;
+/// The same for the road's stakes, by bisection where their mileages never fall.
+std::optional<std::size_t> FindBracket(const AskedRoad& asked, double mileage) noexcept;
 
 }  // namespace kesto

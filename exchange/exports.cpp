@@ -3,8 +3,8 @@
 #include "core/guard.hpp"
 #include "exchange/landxml.hpp"
 
-using kesto::GuardFile;
+using kesto::WriteFromRoad;
 
 // clang-format off
-int32_t KESTO_CALL ExportLandXMLFile(RoadDesign* h, const char* path) { return GuardFile(h, path, kesto::ExportLandXml); }
+int32_t KESTO_CALL ExportLandXMLFile(RoadDesign* h, const char* path) { return WriteFromRoad(h, path, kesto::ExportLandXml); }
 // clang-format on

@@ -17,7 +17,7 @@ inline std::set<std::string>& CalledNames() {
 
 /// Whether the integer that a function returns is a status rather than a number that was asked for.
 constexpr bool ReturnsStatus(std::string_view name) {
-    for (const std::string_view beginning : {"Open", "Save", "Export", "Frozen"}) {
+    for (const std::string_view beginning : {"Open", "Save", "Export"}) {
         if (name.starts_with(beginning)) return !name.ends_with("Count");
     }
     return false;

@@ -1,11 +1,13 @@
 // Exported functions of single elements.
 
+#include "core/arguments.hpp"
 #include "core/guard.hpp"
 #include "geometry/element_geometry.hpp"
 #include "geometry/transition.hpp"
 
-using kesto::GuardBool;
+using kesto::AskedRoad;
 using kesto::Outcome;
+using kesto::QueryBool;
 
 namespace {
 
@@ -26,15 +28,12 @@ Outcome EvaluateInto(const Element& element, double distance, double* x, double*
 }
 
 Outcome EaseInto(double startRadius, double endRadius, double length, EaseParam* out) noexcept {
-    const kesto::Result<EaseParam> parameters = kesto::EaseParameters(startRadius, endRadius, length);
-    if (!parameters) return parameters.failure();
-    *out = *parameters;
-    return {};
+    return kesto::Assign(out, kesto::EaseParameters(startRadius, endRadius, length));
 }
 
 }  // namespace
 
 // clang-format off
-bool KESTO_CALL GetElementPositionAndAzimuth(RoadDesign* h, const Element* e, double s, double* x, double* y, double* a) { return GuardBool(h, [&](RoadDesign&) { return EvaluateInto(*e, s, x, y, a); }, e, x, y, a); }
-bool KESTO_CALL CalcEaseParam(RoadDesign* h, double startRadius, double endRadius, double length, EaseParam* out) { return GuardBool(h, [&](RoadDesign&) { return EaseInto(startRadius, endRadius, length, out); }, out); }
+bool KESTO_CALL GetElementPositionAndAzimuth(RoadDesign* h, const Element* e, double s, double* x, double* y, double* a) { return QueryBool(h, [&](const AskedRoad&) { return EvaluateInto(*e, s, x, y, a); }, e, x, y, a); }
+bool KESTO_CALL CalcEaseParam(RoadDesign* h, double startRadius, double endRadius, double length, EaseParam* out) { return QueryBool(h, [&](const AskedRoad&) { return EaseInto(startRadius, endRadius, length, out); }, out); }
 // clang-format on

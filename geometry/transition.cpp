@@ -2,7 +2,7 @@
 
 #include <cmath>
 
-#include "core/guard.hpp"
+#include "core/arguments.hpp"
 #include "geometry/angles.hpp"
 #include "geometry/element_geometry.hpp"
 

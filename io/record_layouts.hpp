@@ -6,7 +6,7 @@
 
 #include "alignment/broken_chains.hpp"
 #include "alignment/chainage.hpp"
-#include "core/guard.hpp"
+#include "core/record_lists.hpp"
 #include "core/road_design.hpp"
 #include "io/line_format.hpp"
 #include "profile/vertical_curves.hpp"

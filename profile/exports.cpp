@@ -3,9 +3,10 @@
 #include <cstddef>
 
 #include "core/guard.hpp"
+#include "core/record_lists.hpp"
 #include "profile/vertical_curves.hpp"
 
-using kesto::GuardBool;
+using kesto::EditBool;
 using kesto::Outcome;
 
 namespace {
@@ -23,9 +24,9 @@ Outcome AddCurves(RoadDesign& road, const VerticalCurve* curves, std::int32_t co
 
 // clang-format off
 int32_t KESTO_CALL GetVerticalCurveCount(RoadDesign* h) { return kesto::CountRecords(h, &RoadDesign::verticalCurves); }
-bool KESTO_CALL AddVerticalCurve(RoadDesign* h, const VerticalCurve* r) { return GuardBool(h, [&](RoadDesign& road) { return kesto::InsertVerticalCurve(road, *r); }, r); }
-bool KESTO_CALL AddVerticalCurveList(RoadDesign* h, const VerticalCurve* r, int32_t n) { return GuardBool(h, [&](RoadDesign& road) { return AddCurves(road, r, n); }); }
+bool KESTO_CALL AddVerticalCurve(RoadDesign* h, const VerticalCurve* r) { return EditBool(h, [&](RoadDesign& road) { return kesto::InsertVerticalCurve(road, *r); }, r); }
+bool KESTO_CALL AddVerticalCurveList(RoadDesign* h, const VerticalCurve* r, int32_t n) { return EditBool(h, [&](RoadDesign& road) { return AddCurves(road, r, n); }); }
 bool KESTO_CALL DeleteVerticalCurve(RoadDesign* h, int32_t i) { return kesto::DeleteRecord(h, &RoadDesign::verticalCurves, i); }
 bool KESTO_CALL GetVerticalCurve(RoadDesign* h, int32_t i, VerticalCurve* r) { return kesto::GetRecord(h, &RoadDesign::verticalCurves, i, r); }
-bool KESTO_CALL SetVerticalCurve(RoadDesign* h, int32_t i, const VerticalCurve* r) { return GuardBool(h, [&](RoadDesign& road) { return kesto::ReplaceVerticalCurve(road, i, *r); }, r); }
+bool KESTO_CALL SetVerticalCurve(RoadDesign* h, int32_t i, const VerticalCurve* r) { return EditBool(h, [&](RoadDesign& road) { return kesto::ReplaceVerticalCurve(road, i, *r); }, r); }
 // clang-format on

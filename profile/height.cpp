@@ -98,14 +98,12 @@ Result<double> HeightAtPlace(const RoadDesign& road, double continuous) noexcept
     return height;
 }
 
-Result<double> CentreHeight(RoadDesign& road, StakeMileage stake, bool& known) {
-    if (road.verticalCurves.Count() == 0) return 0.0;
-    if (const Outcome current = EnsureCurrent(road); !current) return current.failure();
-    known = true;
-    const Result<double> continuous = PlaceOf(road, stake);
+Result<double> CentreHeight(const AskedRoad& asked, StakeMileage stake) {
+    if (asked.road.verticalCurves.Count() == 0) return 0.0;
+    const Result<double> continuous = ContinuousMileage(asked, stake);
     if (!continuous) return continuous;
-    CurrentProfile(road);
-    return HeightAtPlace(road, *continuous);
+    CurrentProfile(asked);
+    return HeightAtPlace(asked.road, *continuous);
 }
 
 }  // namespace kesto

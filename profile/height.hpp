@@ -13,9 +13,8 @@ namespace kesto {
 Result<double> HeightAtPlace(const RoadDesign& road, double continuous) noexcept;
 
 /// The same at a stake mileage (m). Makes the road current and derives the profile where they are not.
-/// @param known out: true once the road is current, so that a failure means that there is no height there
 /// @return 0 without grade-change points, touching nothing. Fails as above, where no road can be built, and for a
 ///         missing occurrence.
-Result<double> CentreHeight(RoadDesign& road, StakeMileage stake, bool& known);
+Result<double> CentreHeight(const AskedRoad& asked, StakeMileage stake);
 
 }  // namespace kesto

@@ -11,7 +11,7 @@
 
 #include "alignment/chain_builder.hpp"
 #include "alignment/chainage.hpp"
-#include "core/guard.hpp"
+#include "core/record_lists.hpp"
 #include "core/tolerances.hpp"
 
 namespace kesto {
@@ -261,7 +261,7 @@ std::vector<bool> InsertEachVerticalCurve(RoadDesign& road, std::span<const Vert
 }
 
 Outcome ReplaceVerticalCurve(RoadDesign& road, std::int32_t index, const VerticalCurve& curve) {
-    if (Outcome valid = RequireIndex(road.verticalCurves, index); !valid) return valid;
+    if (Outcome valid = RequireRecord(road.verticalCurves, index); !valid) return valid;
     if (Outcome finite = RequireFinite({curve.mileage}); !finite) return finite;
     road.verticalCurves.Edit()[static_cast<std::size_t>(index)] = curve;
     return {};
@@ -292,9 +292,9 @@ void DeriveProfile(RoadDesign& road) {
     road.profileCache.key = KeyOf(road);
 }
 
-const ProfileCache& CurrentProfile(RoadDesign& road) {
-    if (!(road.profileCache.key == KeyOf(road))) DeriveProfile(road);
-    return road.profileCache;
+const ProfileCache& CurrentProfile(const AskedRoad& asked) {
+    if (asked.live != nullptr && !(asked.road.profileCache.key == KeyOf(asked.road))) DeriveProfile(*asked.live);
+    return asked.road.profileCache;
 }
 
 }  // namespace kesto

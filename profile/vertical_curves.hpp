@@ -38,7 +38,8 @@ Outcome ReplaceVerticalCurve(RoadDesign& road, std::int32_t index, const Vertica
 /// searched by. The road must be current.
 void DeriveProfile(RoadDesign& road);
 
-/// The profile's places; derives first when points, mode or chain have changed since. The road must be current.
-const ProfileCache& CurrentProfile(RoadDesign& road);
+/// The profile's places; derives first when points, mode or chain of a live road have changed since. The road must be
+/// current.
+const ProfileCache& CurrentProfile(const AskedRoad& asked);
 
 }  // namespace kesto

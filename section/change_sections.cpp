@@ -5,7 +5,7 @@
 #include <utility>
 
 #include "alignment/chain_builder.hpp"
-#include "core/guard.hpp"
+#include "core/arguments.hpp"
 #include "section/plates.hpp"
 
 namespace kesto {
@@ -26,10 +26,7 @@ Outcome RequireTable(ChangeTable which) noexcept {
 
 template <class Map>
 Outcome RequireEntry(const Map& map, std::int32_t index) noexcept {
-    if (index < 0 || static_cast<std::size_t>(index) >= map.size()) {
-        return FailIndex(KESTO_LIST_CHANGE_SECTIONS, index, static_cast<std::int32_t>(map.size()));
-    }
-    return {};
+    return RequireIndex(KESTO_LIST_CHANGE_SECTIONS, index, map.size());
 }
 
 Failure DuplicateAt(const Table& table, Table::const_iterator stored) noexcept {
@@ -126,13 +123,13 @@ Outcome RemoveChange(RoadDesign& road, ChangeTable which, std::int32_t index) no
     return {};
 }
 
-Result<PlacedChange> ChangeAt(RoadDesign& road, ChangeTable which, std::int32_t index) {
+Result<PlacedChange> ChangeAt(const AskedRoad& asked, ChangeTable which, std::int32_t index) {
     if (const Outcome known = RequireTable(which); !known) return known.failure();
-    const Table& table = TableOf(road.sections.changeSections, which);
+    const Table& table = TableOf(asked.road.sections.changeSections, which);
     if (const Outcome valid = RequireEntry(table, index); !valid) return valid.failure();
-    if (const Outcome current = EnsureCurrent(road); !current) return current.failure();
+    if (const Outcome current = EnsureCurrent(asked); !current) return current.failure();
     const auto& [continuous, section] = *std::next(table.begin(), index);
-    const StakeMileage stake = StakeMileageAt(road, continuous);
+    const StakeMileage stake = StakeMileageAt(asked, continuous);
     if (!std::isfinite(stake.mileage)) return Fail(KESTO_RESULT_NOT_FINITE);
     if (stake.occurrence < 0) {
         Failure failure = FailRecord(KESTO_MILEAGE_OFF_ROAD, KESTO_LIST_CHANGE_SECTIONS, index);

@@ -55,7 +55,7 @@ Outcome RemoveChange(RoadDesign& road, ChangeTable which, std::int32_t index) no
 
 /// A change section with its place. Makes the road current.
 /// @return fails for an unknown side or kind, an index that addresses no change section, or a place off the road
-Result<PlacedChange> ChangeAt(RoadDesign& road, ChangeTable which, std::int32_t index);
+Result<PlacedChange> ChangeAt(const AskedRoad& asked, ChangeTable which, std::int32_t index);
 
 /// Transition type by its index in the type table, which keeps the types of change sections that are gone.
 /// @param type out: 0 for an index past the table; untouched for an unknown side, which counts as success deliberately

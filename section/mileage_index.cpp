@@ -2,7 +2,7 @@
 
 #include <algorithm>
 
-#include "core/guard.hpp"
+#include "core/arguments.hpp"
 #include "core/stake_text.hpp"
 #include "core/text.hpp"
 
@@ -11,11 +11,7 @@ namespace kesto {
 namespace {
 
 Outcome RequireEntry(const RoadDesign& road, std::int32_t index) noexcept {
-    const std::size_t count = road.sections.mileageIndex.size();
-    if (index < 0 || static_cast<std::size_t>(index) >= count) {
-        return FailIndex(KESTO_LIST_SECTION_MILEAGES, index, static_cast<std::int32_t>(count));
-    }
-    return {};
+    return RequireIndex(KESTO_LIST_SECTION_MILEAGES, index, road.sections.mileageIndex.size());
 }
 
 SectionMileageIndex MakeEntry(const RoadDesign& road, double mileage) {

@@ -7,7 +7,7 @@
 
 #include "alignment/chain_builder.hpp"
 #include "alignment/chainage.hpp"
-#include "core/text.hpp"
+#include "core/record_lists.hpp"
 
 namespace kesto {
 
@@ -16,17 +16,7 @@ namespace {
 using Table = std::map<double, ChangeSection>;
 
 Outcome RequirePlate(const std::vector<SectionPlate>& plates, std::int32_t index) noexcept {
-    if (index < 0 || static_cast<std::size_t>(index) >= plates.size()) {
-        return FailIndex(KESTO_LIST_PLATES, index, static_cast<std::int32_t>(plates.size()));
-    }
-    return {};
-}
-
-SectionPlate StoredPlate(const SectionPlate& plate) noexcept {
-    SectionPlate copy = plate;
-    CutText(copy.name);
-    CutText(copy.code);
-    return copy;
+    return RequireIndex(KESTO_LIST_PLATES, index, plates.size());
 }
 
 /// Makes room for one more value, so that adding it cannot fail.
@@ -90,7 +80,7 @@ Outcome InsertPlate(RoadDesign& road, const SectionPlate& plate, std::int32_t si
         }
     }
     ReserveOne(plates);
-    InsertValue(plates, at, StoredPlate(plate));
+    InsertValue(plates, at, Stored(plate));
     for (std::size_t kind = 0; kind < changeKindCount; ++kind) {
         const bool widening = static_cast<ChangeKind>(kind) == ChangeKind::Widening;
         for (ChangeSection* section : sections[kind]) {
@@ -106,7 +96,7 @@ Outcome AppendPlates(RoadDesign& road, std::span<const SectionPlate> added, std:
     std::vector<SectionPlate>& plates = road.sections.plates[static_cast<std::size_t>(side)];
     if (plates.capacity() - plates.size() < added.size()) plates.reserve(2 * plates.size() + added.size());
     for (Table& table : TablesOf(road, side)) table.clear();
-    std::transform(added.begin(), added.end(), std::back_inserter(plates), StoredPlate);
+    std::transform(added.begin(), added.end(), std::back_inserter(plates), Stored<SectionPlate>);
     return {};
 }
 
@@ -142,7 +132,7 @@ Outcome ReplacePlate(RoadDesign& road, std::int32_t side, std::int32_t index, co
     if (Outcome known = RequireSide(side); !known) return known;
     std::vector<SectionPlate>& plates = road.sections.plates[static_cast<std::size_t>(side)];
     if (Outcome valid = RequirePlate(plates, index); !valid) return valid;
-    plates[static_cast<std::size_t>(index)] = StoredPlate(plate);
+    plates[static_cast<std::size_t>(index)] = Stored(plate);
     return {};
 }
 

@@ -4,7 +4,7 @@
 
 #include "alignment/chain_builder.hpp"
 #include "alignment/position.hpp"
-#include "core/guard.hpp"
+#include "core/arguments.hpp"
 #include "core/tolerances.hpp"
 #include "profile/height.hpp"
 #include "profile/vertical_curves.hpp"
@@ -95,30 +95,20 @@ Outcome HeightThere(const RoadDesign& road, const Result<double>& continuous, do
     return {};
 }
 
-/// Height of the profile at a stake mileage (m).
-Result<double> ProfileHeight(RoadDesign& road, StakeMileage stake) {
-    bool known = false;
-    return CentreHeight(road, stake, known);
-}
+}  // namespace
 
-Result<double> ProfileHeight(const FrozenRoad& frozen, StakeMileage stake) noexcept {
-    if (frozen.road.verticalCurves.Count() == 0) return 0.0;
-    const Result<double> continuous = PlaceOf(frozen, stake);
-    return continuous ? HeightAtPlace(frozen.road, *continuous) : continuous;
-}
-
-template <class Road>
-Result<std::vector<SectionPlate>> SideOf(Road& road, StakeMileage stake, std::int32_t side, HeightBase base) {
-    Result<std::vector<SectionPlate>> plates = GetSectionAtMileage(road, stake, side);
+Result<std::vector<SectionPlate>> RoadSide(const AskedRoad& asked, StakeMileage stake, std::int32_t side,
+                                           HeightBase base) {
+    Result<std::vector<SectionPlate>> plates = GetSectionAtMileage(asked, stake, side);
     if (!plates) return plates;
     double centreHeight = 0;
     if (base == HeightBase::Profile) {
-        const Result<double> profile = ProfileHeight(road, stake);
+        const Result<double> profile = CentreHeight(asked, stake);
         if (!profile) return profile.failure();
         centreHeight = *profile;
     }
     std::optional<Position> centre;
-    if (const Outcome found = FindPosition(road, stake, {}, centre); !found) return found.failure();
+    if (const Outcome found = FindPosition(asked, stake, {}, centre); !found) return found.failure();
     FillHeights(*plates, centreHeight);
     for (SectionPlate& plate : *plates) {
         const Position edge = Moved(*centre, {.distance = SideSign(side) * plate.offset});
@@ -127,17 +117,6 @@ Result<std::vector<SectionPlate>> SideOf(Road& road, StakeMileage stake, std::in
         if (!HasFiniteEdge(plate)) return Fail(KESTO_RESULT_NOT_FINITE);
     }
     return plates;
-}
-
-}  // namespace
-
-Result<std::vector<SectionPlate>> RoadSide(RoadDesign& road, StakeMileage stake, std::int32_t side, HeightBase base) {
-    return SideOf(road, stake, side, base);
-}
-
-Result<std::vector<SectionPlate>> RoadSide(const FrozenRoad& frozen, StakeMileage stake, std::int32_t side,
-                                           HeightBase base) {
-    return SideOf(frozen, stake, side, base);
 }
 
 Outcome HeightOf(const ChainView& chain, StakeMileage stake, double offset, std::optional<double>& height) noexcept {
@@ -149,17 +128,17 @@ Outcome HeightOf(const ChainView& chain, StakeMileage stake, double offset, std:
     return HeightThere(chain.road, PlaceOf(chain, stake), offset, height);
 }
 
-Outcome FindHeight(RoadDesign& road, StakeMileage stake, double offset, double& height) {
+Outcome FindHeight(const AskedRoad& asked, StakeMileage stake, double offset, double& height) {
     if (Outcome finite = RequireFinite({stake.mileage, offset}); !finite) return finite;
-    if (IsLevel(road, offset)) {
+    if (IsLevel(asked.road, offset)) {
         height = 0;
         return {};
     }
-    if (Outcome current = EnsureCurrent(road); !current) return current;
-    const Result<double> continuous = PlaceOf(road, stake);
-    if (continuous) CurrentProfile(road);
+    if (Outcome current = EnsureCurrent(asked); !current) return current;
+    const Result<double> continuous = PlaceOf(asked, stake);
+    if (continuous) CurrentProfile(asked);
     std::optional<double> found;
-    Outcome known = HeightThere(road, continuous, offset, found);
+    Outcome known = HeightThere(asked.road, continuous, offset, found);
     height = found.value_or(height);
     return known;
 }

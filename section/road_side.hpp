@@ -17,15 +17,14 @@ enum class HeightBase { Profile, CentreLine };
 /// The plates of one side with their outer edges: offset, point and height, from the centre line outwards. A plate's
 /// step stands at its inner edge. Makes the road current. Side slopes are to continue outwards from the last plate.
 /// @return fails as GetSectionAtMileage(), where the profile gives no height, and where an edge would not be finite
-Result<std::vector<SectionPlate>> RoadSide(RoadDesign& road, StakeMileage stake, std::int32_t side, HeightBase base);
-Result<std::vector<SectionPlate>> RoadSide(const FrozenRoad& frozen, StakeMileage stake, std::int32_t side,
+Result<std::vector<SectionPlate>> RoadSide(const AskedRoad& asked, StakeMileage stake, std::int32_t side,
                                            HeightBase base);
 
 /// Design height at a stake mileage and offset (m): on the centre line that of the profile, away from it on the plate
 /// that holds the offset, the inner one at an edge.
 /// @param height out: untouched where an argument is not finite, no road can be built or no section holds the offset;
 ///               0 where the centre line has no height
-Outcome FindHeight(RoadDesign& road, StakeMileage stake, double offset, double& height);
+Outcome FindHeight(const AskedRoad& asked, StakeMileage stake, double offset, double& height);
 
 /// The same on a current road whose profile is derived: nothing is built.
 /// @param height out: nothing where FindHeight() leaves it untouched

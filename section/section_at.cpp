@@ -123,15 +123,11 @@ Result<SectionHere> SectionAtPlace(const RoadDesign& road, double continuous, st
     return ChangedSection(road, continuous, side);
 }
 
-namespace {
-
-template <class Road>
-Result<std::vector<SectionPlate>> PlatesAt(Road& road, StakeMileage stake, std::int32_t side) {
-    const RoadDesign& design = DesignOf(road);
-    if (const Outcome known = RequireSectionMode(design); !known) return known.failure();
-    const Result<double> continuous = ContinuousMileage(road, stake);
+Result<std::vector<SectionPlate>> GetSectionAtMileage(const AskedRoad& asked, StakeMileage stake, std::int32_t side) {
+    if (const Outcome known = RequireSectionMode(asked.road); !known) return known.failure();
+    const Result<double> continuous = ContinuousMileage(asked, stake);
     if (!continuous) return continuous.failure();
-    const Result<SectionHere> here = SectionAtPlace(design, *continuous, side);
+    const Result<SectionHere> here = SectionAtPlace(asked.road, *continuous, side);
     if (!here) return here.failure();
     std::vector<SectionPlate> plates(here->standard.begin(), here->standard.end());
     for (std::size_t i = 0; i < plates.size(); ++i) {
@@ -139,16 +135,6 @@ Result<std::vector<SectionPlate>> PlatesAt(Road& road, StakeMileage stake, std::
         plates[i].width = here->Width(i);
     }
     return plates;
-}
-
-}  // namespace
-
-Result<std::vector<SectionPlate>> GetSectionAtMileage(RoadDesign& road, StakeMileage stake, std::int32_t side) {
-    return PlatesAt(road, stake, side);
-}
-
-Result<std::vector<SectionPlate>> GetSectionAtMileage(const FrozenRoad& frozen, StakeMileage stake, std::int32_t side) {
-    return PlatesAt(frozen, stake, side);
 }
 
 }  // namespace kesto

@@ -57,7 +57,6 @@ Result<SectionHere> SectionAtPlace(const RoadDesign& road, double continuous, st
 /// slopes passing from one change section to the next by the transition of the later one. Makes the road current.
 /// @return plates from the centre line outwards, their outputs as stored. Fails for an unknown side or section mode,
 ///         where there are no plates or no stakes (run the design first), and off the road
-Result<std::vector<SectionPlate>> GetSectionAtMileage(RoadDesign& road, StakeMileage stake, std::int32_t side);
-Result<std::vector<SectionPlate>> GetSectionAtMileage(const FrozenRoad& frozen, StakeMileage stake, std::int32_t side);
+Result<std::vector<SectionPlate>> GetSectionAtMileage(const AskedRoad& asked, StakeMileage stake, std::int32_t side);
 
 }  // namespace kesto

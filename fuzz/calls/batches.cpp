@@ -98,20 +98,18 @@ bool IsUnwritten(const Row& row) {
            row.status == none.status;
 }
 
-/// The status of a question asked of a road, as the functions of frozen roads return it.
+/// The status of a question asked of a road.
 std::uint8_t StatusOf(RoadDesign* road, bool answered) {
     if (answered) return KESTO_SUCCESS;
     const std::optional<Failure> told = LastFailureOf(road);
     return static_cast<std::uint8_t>(told ? told->status : unwritten);
 }
 
-std::uint8_t StatusOf(const FrozenRoad* /*road*/, std::int32_t status) { return static_cast<std::uint8_t>(status); }
-
 /// Checks the rows of a batch that has been called.
-/// @param ran   what the call returned: true or 0 when it ran through
+/// @param ran   what the call returned: true when it ran through
 /// @param rowAt what stands in a row; ask: what the single question gives
 template <class RowAt, class Ask>
-void RequireRows(CallRun& it, bool ofFrozen, bool complete, bool ran, std::int32_t count, RowAt&& rowAt, Ask&& ask) {
+void RequireRows(CallRun& it, bool complete, bool ran, std::int32_t count, RowAt&& rowAt, Ask&& ask) {
     Require(!ran || count == 0 || (complete && count > 0), "rows without what they need fail");
     if (count <= 0 || !complete) {
         for (std::int32_t i = 0; i < count; ++i) Require(IsUnwritten(rowAt(i)), "a refused batch writes nothing");
@@ -119,7 +117,7 @@ void RequireRows(CallRun& it, bool ofFrozen, bool complete, bool ran, std::int32
     }
     if (IsUnwritten(rowAt(0))) {  // no road can be built, or none is there
         Require(!ran, "a batch that writes nothing fails");
-        Require(!ofFrozen && FreezeRoad(it.Road()) == nullptr, "a batch runs where a road can be built");
+        Require(FreezeRoad(it.Road()) == nullptr, "a batch runs where a road can be built");
         return;
     }
     for (std::int32_t i = 0; i < count; ++i) {
@@ -129,15 +127,9 @@ void RequireRows(CallRun& it, bool ofFrozen, bool complete, bool ran, std::int32
     Require(ran, "a batch that answers rows is true");
 }
 
-template <class Result>
-bool Ran(Result result) {
-    if constexpr (std::is_same_v<Result, bool>) return result;
-    return result == KESTO_SUCCESS;
-}
-
-/// Points to mileages and offsets, by a road or by a frozen one.
-template <class Road, class Batch, class One>
-void LocateRows(CallRun& it, Road* road, Batch&& batch, One&& one) {
+/// Points to mileages and offsets.
+template <class Batch, class One>
+void LocateRows(CallRun& it, RoadDesign* road, Batch&& batch, One&& one) {
     const std::int32_t count = RowsFrom(it.in);
     const Column<double> x = Numbers(it.in, count), y = Numbers(it.in, count);
     const Column<double> mileage(it.in, count, false), offset(it.in, count, false);
@@ -145,12 +137,12 @@ void LocateRows(CallRun& it, Road* road, Batch&& batch, One&& one) {
     const Column<std::uint8_t> status(it.in, count, false);
     const bool complete = road != nullptr && x.Given() && y.Given() && mileage.Given() && offset.Given() &&
                           occurrence.Given() && status.Given();
-    const auto result =
+    const bool result =
         batch(count, static_cast<const double*>(x.Given()), x.Step(), static_cast<const double*>(y.Given()), y.Step(),
               mileage.Given(), mileage.Step(), offset.Given(), offset.Step(), occurrence.Given(), occurrence.Step(),
               status.Given(), status.Step());
     RequireRows(
-        it, !std::is_same_v<Road, RoadDesign>, complete, Ran(result), count,
+        it, complete, result, count,
         [&](std::int32_t i) {
             Row row;
             row.a = mileage[i];
@@ -167,8 +159,8 @@ void LocateRows(CallRun& it, Road* road, Batch&& batch, One&& one) {
 }
 
 /// Mileages and offsets to points.
-template <class Road, class Batch, class One>
-void PlaceRows(CallRun& it, Road* road, Batch&& batch, One&& one) {
+template <class Batch, class One>
+void PlaceRows(CallRun& it, RoadDesign* road, Batch&& batch, One&& one) {
     const std::int32_t count = RowsFrom(it.in);
     const Column<double> mileage = Numbers(it.in, count), offset = Numbers(it.in, count);
     const Column<double> angle = Numbers(it.in, count);
@@ -177,13 +169,13 @@ void PlaceRows(CallRun& it, Road* road, Batch&& batch, One&& one) {
     const Column<std::uint8_t> status(it.in, count, false);
     const bool complete =
         road != nullptr && mileage.Given() && x.Given() && y.Given() && azimuth.Given() && status.Given();
-    const auto result = batch(count, static_cast<const double*>(mileage.Given()), mileage.Step(),
+    const bool result = batch(count, static_cast<const double*>(mileage.Given()), mileage.Step(),
                               static_cast<const std::int32_t*>(occurrence.Given()), occurrence.Step(),
                               static_cast<const double*>(offset.Given()), offset.Step(),
                               static_cast<const double*>(angle.Given()), angle.Step(), x.Given(), x.Step(), y.Given(),
                               y.Step(), azimuth.Given(), azimuth.Step(), status.Given(), status.Step());
     RequireRows(
-        it, !std::is_same_v<Road, RoadDesign>, complete, Ran(result), count,
+        it, complete, result, count,
         [&](std::int32_t i) {
             Row row;
             row.a = x[i];
@@ -202,20 +194,20 @@ void PlaceRows(CallRun& it, Road* road, Batch&& batch, One&& one) {
 }
 
 /// Mileages and offsets to heights.
-template <class Road, class Batch, class One>
-void HeightRows(CallRun& it, Road* road, Batch&& batch, One&& one) {
+template <class Batch, class One>
+void HeightRows(CallRun& it, RoadDesign* road, Batch&& batch, One&& one) {
     const std::int32_t count = RowsFrom(it.in);
     const Column<double> mileage = Numbers(it.in, count), offset = Numbers(it.in, count);
     const Column<std::int32_t> occurrence = Wholes(it.in, count);
     const Column<double> height(it.in, count, false);
     const Column<std::uint8_t> status(it.in, count, false);
     const bool complete = road != nullptr && mileage.Given() && height.Given() && status.Given();
-    const auto result = batch(count, static_cast<const double*>(mileage.Given()), mileage.Step(),
+    const bool result = batch(count, static_cast<const double*>(mileage.Given()), mileage.Step(),
                               static_cast<const std::int32_t*>(occurrence.Given()), occurrence.Step(),
                               static_cast<const double*>(offset.Given()), offset.Step(), height.Given(), height.Step(),
                               status.Given(), status.Step());
     RequireRows(
-        it, !std::is_same_v<Road, RoadDesign>, complete, Ran(result), count,
+        it, complete, result, count,
         [&](std::int32_t i) {
             Row row;
             row.a = height[i];
@@ -231,175 +223,24 @@ void HeightRows(CallRun& it, Road* road, Batch&& batch, One&& one) {
 
 // ------------------------------------------------------------------------------------------------------- frozen roads
 
-FrozenSlot& FrozenFrom(CallRun& it) { return it.frozen[it.in.Byte() % it.frozen.size()]; }
-
+/// Freezes the road: the copy answers as the road does.
 void Freeze(CallRun& it) {
-    FrozenSlot& slot = FrozenFrom(it);
-    KESTO_NAMED(ReleaseFrozenRoad)(slot.road);
-    slot = {it.Ask(KESTO_NAMED(FreezeRoad)), it.current, it.Slot().edits};
+    RoadDesign* const frozen = it.Ask(KESTO_NAMED(FreezeRoad));
+    Require(KESTO_NAMED(IsFrozenRoad)(frozen) == (frozen != nullptr), "what FreezeRoad() makes is frozen");
+    const double x = it.in.Number(), y = it.in.Number();
+    Row one, other;
+    const bool live = GetMileageAndOffset(it.Road(), x, y, &one.a, &one.b, &one.k);
+    const bool alike = GetMileageAndOffset(frozen, x, y, &other.a, &other.b, &other.k) == live;
+    if (frozen != nullptr) {
+        Require(alike, "a frozen road answers where the road does");
+        RequireSameRow(one, other);
+    }
+    EndRoadDesign(frozen);
 }
 
-void Release(CallRun& it) {
-    FrozenSlot& slot = FrozenFrom(it);
-    KESTO_NAMED(ReleaseFrozenRoad)(slot.road);
-    slot = {};
-}
-
-/// Asks a frozen road and, if it has not been edited since, the road that it was frozen from.
-template <class AskFrozen, class AskRoad>
-void AskBoth(CallRun& it, AskFrozen&& askFrozen, AskRoad&& askRoad) {
-    const FrozenSlot& slot = FrozenFrom(it);
-    Row frozen;
-    frozen.status = static_cast<std::uint8_t>(askFrozen(slot.road, frozen));
-    if (slot.road == nullptr) return Require(frozen.status == KESTO_NULL_HANDLE_OR_PATH, "no frozen road answers");
-    const RoadSlot& origin = it.roads[slot.origin];
-    if (origin.edits != slot.edits || origin.road == nullptr) return;
-    Row live;
-    live.status = StatusOf(origin.road, askRoad(origin.road, live));
-    RequireSameRow(frozen, live);
-}
-
-void AskFrozenFoot(CallRun& it) {
-    const double x = it.in.Number() * 4, y = it.in.Number() * 4;
-    AskBoth(
-        it,
-        [&](const FrozenRoad* road, Row& row) {
-            return KESTO_NAMED(FrozenGetMileageAndOffset)(road, x, y, &row.a, &row.b, &row.k);
-        },
-        [&](RoadDesign* road, Row& row) { return GetMileageAndOffset(road, x, y, &row.a, &row.b, &row.k); });
-}
-
-void AskFrozenFootBetween(CallRun& it) {
-    const double x = it.in.Number() * 4, y = it.in.Number() * 4, lower = it.in.Number(), upper = it.in.Number();
-    const std::int32_t lowerOccurrence = it.in.Whole(), upperOccurrence = it.in.Whole();
-    AskBoth(
-        it,
-        [&](const FrozenRoad* road, Row& row) {
-            return KESTO_NAMED(FrozenGetMileAndOffsetInLim)(road, x, y, lower, lowerOccurrence, upper, upperOccurrence,
-                                                            &row.a, &row.b, &row.k);
-        },
-        [&](RoadDesign* road, Row& row) {
-            return GetMileAndOffsetInLim(road, x, y, lower, lowerOccurrence, upper, upperOccurrence, &row.a, &row.b,
-                                         &row.k);
-        });
-}
-
-void AskFrozenPosition(CallRun& it) {
-    const double mileage = it.in.Number(), offset = it.in.Number(), angle = it.in.Number();
-    const std::int32_t occurrence = it.in.Whole();
-    AskBoth(
-        it,
-        [&](const FrozenRoad* road, Row& row) {
-            return KESTO_NAMED(FrozenGetPositionAndAzimuth)(road, mileage, offset, angle, &row.a, &row.b, &row.c,
-                                                            occurrence);
-        },
-        [&](RoadDesign* road, Row& row) {
-            return GetPositionAndAzimuth(road, mileage, offset, angle, &row.a, &row.b, &row.c, occurrence);
-        });
-}
-
-void AskFrozenHeight(CallRun& it) {
-    const double mileage = it.in.Number(), offset = it.in.Number();
-    const std::int32_t occurrence = it.in.Whole();
-    AskBoth(
-        it,
-        [&](const FrozenRoad* road, Row& row) {
-            return KESTO_NAMED(FrozenGetHeight)(road, mileage, occurrence, offset, &row.a);
-        },
-        [&](RoadDesign* road, Row& row) { return GetHeight(road, mileage, occurrence, offset, &row.a); });
-}
-
-void AskFrozenContinuous(CallRun& it) {
-    const double mileage = it.in.Number();
-    const std::int32_t occurrence = it.in.Whole();
-    AskBoth(
-        it,
-        [&](const FrozenRoad* road, Row& row) {
-            row.a = mileage;
-            return KESTO_NAMED(FrozenGetSrcMileage)(road, &row.a, occurrence);
-        },
-        [&](RoadDesign* road, Row& row) {
-            row.a = mileage;
-            return GetSrcMileage(road, &row.a, occurrence);
-        });
-}
-
-/// Asks both roads for a record or records; those of the road stay as they are where it is not asked.
-template <class Records, class AskFrozen, class AskRoad>
-void AskBothRecords(CallRun& it, AskFrozen&& askFrozen, AskRoad&& askRoad) {
-    Records frozen{}, live{};
-    bool asked = false;
-    AskBoth(
-        it, [&](const FrozenRoad* road, Row& row) { return askFrozen(road, frozen, row); },
-        [&](RoadDesign* road, Row& row) {
-            asked = true;
-            return askRoad(road, live, row);
-        });
-    Require(!asked || SameBits(frozen, live), "a frozen road has the records of its road");
-}
-
-template <class Frozen, class Live>
-void AskFrozenSide(CallRun& it, const Frozen& ofFrozen, Live ofRoad) {
-    constexpr std::int32_t room = 12;
-    using Plates = std::array<SectionPlate, room>;
-    const double mileage = it.in.Number();
-    const std::int32_t occurrence = it.in.Rarely() ? it.in.Whole() : it.in.Byte() % 2;
-    const std::int32_t side = it.in.Byte() % 3, capacity = it.in.Byte() % (room + 1);
-    const auto ask = [&](const auto& function, auto* road, Plates& plates, Row& row) {
-        SectionPlateArray array{plates.data(), 0, capacity};
-        const auto answer = function(road, mileage, occurrence, side, &array);
-        row.k = array.count;
-        return answer;
-    };
-    AskBothRecords<Plates>(
-        it, [&](const FrozenRoad* road, Plates& plates, Row& row) { return ask(ofFrozen, road, plates, row); },
-        [&](RoadDesign* road, Plates& plates, Row& row) { return ask(ofRoad, road, plates, row); });
-}
-
-void AskFrozenStakeNearby(CallRun& it) {
-    const double x = it.in.Number() * 4, y = it.in.Number() * 4;
-    AskBothRecords<StakeCoordinate>(
-        it,
-        [&](const FrozenRoad* road, StakeCoordinate& stake, Row& row) {
-            return KESTO_NAMED(FrozenGetNearbyStakeCoordinate)(road, x, y, &stake, &row.k);
-        },
-        [&](RoadDesign* road, StakeCoordinate& stake, Row& row) {
-            return GetNearbyStakeCoordinate(road, x, y, &stake, &row.k);
-        });
-}
-
-void AskFrozenStake(CallRun& it) {
-    const std::int32_t count = KESTO_NAMED(FrozenGetStakeCoordinateCount)(FrozenFrom(it).road);
-    const std::int32_t index = it.in.Index(count);
-    AskBothRecords<StakeCoordinate>(
-        it,
-        [&](const FrozenRoad* road, StakeCoordinate& stake, Row&) {
-            return KESTO_NAMED(FrozenGetStakeCoordinate)(road, index, &stake);
-        },
-        [&](RoadDesign* road, StakeCoordinate& stake, Row&) { return GetStakeCoordinate(road, index, &stake); });
-}
-
-void AskFrozenIntersection(CallRun& it) {
-    const double mileage = it.in.Number();
-    const std::int32_t occurrence = it.in.Whole();
-    const FrozenSlot& slot = FrozenFrom(it);
-    std::int32_t index = -1;
-    const std::int32_t status = KESTO_NAMED(FrozenGetIntersectionIndex)(slot.road, mileage, occurrence, &index);
-    const RoadSlot& origin = it.roads[slot.origin];
-    if (slot.road == nullptr || origin.edits != slot.edits || origin.road == nullptr) return;
-    Require(index == GetIntersectionIndex(origin.road, mileage, occurrence), "a frozen road has its road's curves");
-    Require(status == KESTO_SUCCESS || index == -1, "no curve where there is no answer");
-}
-
-/// A batch as a callable without its road. Rows that fail leave no last failure.
 template <class Function>
 auto OfRoad(CallRun& it, const Named<Function>& function) {
     return [&it, function](auto... arguments) { return function(it.Road(), arguments...); };
-}
-
-template <class Function>
-auto OfFrozen(const FrozenRoad* road, const Named<Function>& function) {
-    return [road, function](auto... arguments) { return function(road, arguments...); };
 }
 
 void LocateRoad(CallRun& it) {
@@ -411,21 +252,6 @@ void PlaceRoad(CallRun& it) {
 }
 
 void HeightRoad(CallRun& it) { HeightRows(it, it.Road(), OfRoad(it, KESTO_NAMED(GetHeightBatch)), GetHeight); }
-
-void LocateFrozen(CallRun& it) {
-    const FrozenRoad* const road = FrozenFrom(it).road;
-    LocateRows(it, road, OfFrozen(road, KESTO_NAMED(FrozenGetMileageAndOffsetBatch)), FrozenGetMileageAndOffset);
-}
-
-void PlaceFrozen(CallRun& it) {
-    const FrozenRoad* const road = FrozenFrom(it).road;
-    PlaceRows(it, road, OfFrozen(road, KESTO_NAMED(FrozenGetPositionAndAzimuthBatch)), FrozenGetPositionAndAzimuth);
-}
-
-void HeightFrozen(CallRun& it) {
-    const FrozenRoad* const road = FrozenFrom(it).road;
-    HeightRows(it, road, OfFrozen(road, KESTO_NAMED(FrozenGetHeightBatch)), FrozenGetHeight);
-}
 
 /// Rows whose columns lie over each other: no answers are expected, only that nothing outside is touched.
 void OverlapRoad(CallRun& it) {
@@ -450,26 +276,6 @@ void OverlapRoad(CallRun& it) {
 
 }  // namespace
 
-const CallGroup batchCalls{
-    LocateRoad,
-    PlaceRoad,
-    HeightRoad,
-    Freeze,
-    Release,
-    AskFrozenFoot,
-    AskFrozenFootBetween,
-    AskFrozenPosition,
-    AskFrozenHeight,
-    LocateFrozen,
-    PlaceFrozen,
-    HeightFrozen,
-    OverlapRoad,
-    AskFrozenContinuous,
-    [](CallRun& it) { AskFrozenSide(it, KESTO_NAMED(FrozenGetRoadSide), GetRoadSide); },
-    [](CallRun& it) { AskFrozenSide(it, KESTO_NAMED(FrozenGetRoadSideNoHeight), GetRoadSideNoHeight); },
-    AskFrozenStakeNearby,
-    AskFrozenStake,
-    AskFrozenIntersection,
-};
+const CallGroup batchCalls{LocateRoad, PlaceRoad, HeightRoad, Freeze, OverlapRoad};
 
 }  // namespace kesto::fuzz

@@ -25,13 +25,6 @@ struct RoadSlot {
     std::uint64_t edits = 0;  // calls that may have changed what queries answer
 };
 
-/// A frozen road and what it was frozen from.
-struct FrozenSlot {
-    const FrozenRoad* road = nullptr;
-    std::size_t origin = 0;
-    std::uint64_t edits = 0;  // those of its origin at that time
-};
-
 inline std::optional<Failure> LastFailureOf(RoadDesign* road) {
     Failure failure;
     if (!GetLastFailure(road, &failure)) return std::nullopt;
@@ -59,7 +52,6 @@ public:
     CallRun(const CallRun&) = delete;
     CallRun& operator=(const CallRun&) = delete;
     ~CallRun() {
-        for (const FrozenSlot& slot : frozen) ReleaseFrozenRoad(slot.road);
         for (const RoadSlot& slot : roads) EndRoadDesign(slot.road);
     }
 
@@ -109,7 +101,6 @@ public:
 
     Bytes in;
     std::array<RoadSlot, 3> roads;
-    std::array<FrozenSlot, 2> frozen;
     std::size_t current = 0;
     std::string savedText;  // what SaveProjectToMemory gave last
 

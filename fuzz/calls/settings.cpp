@@ -18,7 +18,6 @@ void Start(CallRun& it) {
     if (it.Road() == nullptr) it.Slot().road = KESTO_NAMED(StartRoadDesign)();
 }
 
-/// Frozen copies live on.
 void End(CallRun& it) {
     ++it.Slot().edits;
     KESTO_NAMED(EndRoadDesign)(it.Road());

@@ -51,7 +51,7 @@
 extern "C" {
 #endif
 
-/** A road with all its design data; made by StartRoadDesign(), ended by EndRoadDesign(). */
+/** A road with all its design data; made by StartRoadDesign() or FreezeRoad(), ended by EndRoadDesign(). */
 typedef struct RoadDesign RoadDesign;
 
 /* ------------------------------------------------------------------------------------------------ status codes --- */
@@ -107,7 +107,8 @@ enum KestoStatus {
     KESTO_UNKNOWN_CHANGE_KIND = 35, /**< the kind of a change section is neither 0 nor 1 */
     KESTO_VALUE_COUNT_DIFFERS = 36, /**< value = the number of values or flags, bound = the number of plates */
     KESTO_ARRAY_TOO_SMALL = 37,     /**< value = the records (or bytes) needed, bound = the capacity given */
-    KESTO_INTERNAL_ERROR = 39       /**< a fault of the library itself: please report it */
+    KESTO_INTERNAL_ERROR = 39,      /**< a fault of the library itself: please report it */
+    KESTO_ROAD_IS_FROZEN = 50       /**< the road is frozen, so nothing can be read into it */
 };
 
 /** Which list a Failure speaks of. */
@@ -762,76 +763,19 @@ KESTO_API bool KESTO_CALL GetHeightBatch(RoadDesign* road, int32_t count, const 
 
 /* ----------------------------------------------------------------------------------------------- many readers --- */
 
-/** A copy of a road that is only read: made by FreezeRoad(), ended by ReleaseFrozenRoad(). Any number of threads may
- *  ask it at the same time. */
-typedef struct FrozenRoad FrozenRoad;
+/** A frozen copy of a road as it stands, with everything built that queries derive. The road is made current, and
+ *  otherwise left as it is; later edits of it do not reach the copy.
+ *
+ *  Every query answers on the copy as on the road at that moment, to the bit, and from any number of threads at the same
+ *  time. Whatever edits fails and changes nothing: setters, lists, ClearRoad(), DesignRoad() and UpdateData(), and the
+ *  reading of files (KESTO_ROAD_IS_FROZEN). The copy keeps no failure: GetLastFailure() of it is false, and who needs
+ *  the reason asks a batch with one row. Files are written from it as from any road.
+ *  @return the copy, to be ended by EndRoadDesign() when no thread asks it any more; null for a null handle, where no
+ *          road can be built and where memory runs out */
+KESTO_API RoadDesign* KESTO_CALL FreezeRoad(RoadDesign* road);
 
-/** A copy of the road as it stands, with everything built that queries derive. The road is made current, and otherwise
- *  left as it is; later edits of it do not reach the copy.
- *  @return the copy, whose answers are the road's to the bit; null for a null handle, where no road can be built and
- *          where memory runs out */
-KESTO_API const FrozenRoad* KESTO_CALL FreezeRoad(RoadDesign* road);
-
-/** Ends a frozen road: no thread may be asking it any more. Null is nothing to end. */
-KESTO_API void KESTO_CALL ReleaseFrozenRoad(const FrozenRoad* road);
-
-/* The queries of a frozen road change nothing in it, so they record no failure: they return the KestoStatus. 0 success,
- * 12 a null road, 20 a null argument, otherwise why there is no answer. Outputs are written as by the function that
- * bears the same name without "Frozen". */
-
-/** GetMileageAndOffset() of a frozen road. @return 0, or why there is no answer */
-KESTO_API int32_t KESTO_CALL FrozenGetMileageAndOffset(const FrozenRoad* road, double x, double y, double* mileage,
-                                                       double* offset, int32_t* occurrence);
-/** GetMileAndOffsetInLim() of a frozen road. @return 0, or why there is no answer */
-KESTO_API int32_t KESTO_CALL FrozenGetMileAndOffsetInLim(const FrozenRoad* road, double x, double y, double lower,
-                                                         int32_t lowerOccurrence, double upper, int32_t upperOccurrence,
-                                                         double* mileage, double* offset, int32_t* occurrence);
-/** GetPositionAndAzimuth() of a frozen road. @return 0, or why there is no answer */
-KESTO_API int32_t KESTO_CALL FrozenGetPositionAndAzimuth(const FrozenRoad* road, double mileage, double offset,
-                                                         double angle, double* x, double* y, double* azimuth,
-                                                         int32_t occurrence);
-/** GetHeight() of a frozen road. @return 0, or why there is no answer */
-KESTO_API int32_t KESTO_CALL FrozenGetHeight(const FrozenRoad* road, double mileage, int32_t occurrence, double offset,
-                                             double* height);
-/** GetSrcMileage() of a frozen road. @return 0, or why there is no answer */
-KESTO_API int32_t KESTO_CALL FrozenGetSrcMileage(const FrozenRoad* road, double* mileage, int32_t occurrence);
-/** GetRoadSide() of a frozen road: without stakes at the time of freezing there are no sections (29).
- *  @return 0, or why there is no answer; 37 where the room is too small */
-KESTO_API int32_t KESTO_CALL FrozenGetRoadSide(const FrozenRoad* road, double mileage, int32_t occurrence, int32_t side,
-                                               SectionPlateArray* plates);
-/** GetRoadSideNoHeight() of a frozen road. @return as FrozenGetRoadSide() */
-KESTO_API int32_t KESTO_CALL FrozenGetRoadSideNoHeight(const FrozenRoad* road, double mileage, int32_t occurrence,
-                                                       int32_t side, SectionPlateArray* plates);
-/** GetNearbyStakeCoordinate() of a frozen road. @return 0, or why there is no answer */
-KESTO_API int32_t KESTO_CALL FrozenGetNearbyStakeCoordinate(const FrozenRoad* road, double x, double y,
-                                                            StakeCoordinate* stake, int32_t* occurrence);
-/** Number of stakes in a frozen road; 0 for a null road. */
-KESTO_API int32_t KESTO_CALL FrozenGetStakeCoordinateCount(const FrozenRoad* road);
-/** GetStakeCoordinate() of a frozen road. @return 0; 12 null road, 20 null argument, 22 index out of range */
-KESTO_API int32_t KESTO_CALL FrozenGetStakeCoordinate(const FrozenRoad* road, int32_t index, StakeCoordinate* stake);
-/** GetIntersectionIndex() of a frozen road.
- *  @param index out: the intersection whose curve covers the place; -1 where no curve does, and in other design modes
- *  @return 0, or why there is no answer */
-KESTO_API int32_t KESTO_CALL FrozenGetIntersectionIndex(const FrozenRoad* road, double mileage, int32_t occurrence,
-                                                        int32_t* index);
-/** GetMileageAndOffsetBatch() of a frozen road. @return 0; 12 null road, 20 null column, 23 negative count */
-KESTO_API int32_t KESTO_CALL FrozenGetMileageAndOffsetBatch(const FrozenRoad* road, int32_t count, const double* x,
-                                                            int32_t xStep, const double* y, int32_t yStep,
-                                                            double* mileage, int32_t mileageStep, double* offset,
-                                                            int32_t offsetStep, int32_t* occurrence,
-                                                            int32_t occurrenceStep, uint8_t* status,
-                                                            int32_t statusStep);
-/** GetPositionAndAzimuthBatch() of a frozen road. @return 0; 12 null road, 20 null column, 23 negative count */
-KESTO_API int32_t KESTO_CALL FrozenGetPositionAndAzimuthBatch(
-    const FrozenRoad* road, int32_t count, const double* mileage, int32_t mileageStep, const int32_t* occurrence,
-    int32_t occurrenceStep, const double* offset, int32_t offsetStep, const double* angle, int32_t angleStep, double* x,
-    int32_t xStep, double* y, int32_t yStep, double* azimuth, int32_t azimuthStep, uint8_t* status, int32_t statusStep);
-/** GetHeightBatch() of a frozen road. @return 0; 12 null road, 20 null column, 23 negative count */
-KESTO_API int32_t KESTO_CALL FrozenGetHeightBatch(const FrozenRoad* road, int32_t count, const double* mileage,
-                                                  int32_t mileageStep, const int32_t* occurrence,
-                                                  int32_t occurrenceStep, const double* offset, int32_t offsetStep,
-                                                  double* height, int32_t heightStep, uint8_t* status,
-                                                  int32_t statusStep);
+/** Whether a road was made by FreezeRoad(); false for a null handle. */
+KESTO_API bool KESTO_CALL IsFrozenRoad(RoadDesign* road);
 
 /* -------------------------------------------------------------------------------------------------------- files --- */
 

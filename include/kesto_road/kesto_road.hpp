@@ -100,11 +100,11 @@ struct PointColumns {
     Column<std::int32_t> occurrence; /**< out: which of the equal stake mileages */
     Column<std::uint8_t> status;     /**< out: a KestoStatus */
 
-    /** Hands the columns to one of the batch functions and gives its result. */
-    template <class Batch, class Road>
-    auto Run(Batch batch, Road* road, std::int32_t count) const {
-        return batch(road, count, x.first, x.step, y.first, y.step, mileage.first, mileage.step, offset.first,
-                     offset.step, occurrence.first, occurrence.step, status.first, status.step);
+    /** Hands the columns to the batch function and gives its result. */
+    bool Run(RoadDesign* road, std::int32_t count) const {
+        return GetMileageAndOffsetBatch(road, count, x.first, x.step, y.first, y.step, mileage.first, mileage.step,
+                                        offset.first, offset.step, occurrence.first, occurrence.step, status.first,
+                                        status.step);
     }
 };
 
@@ -119,12 +119,11 @@ struct PlaceColumns {
     Column<double> azimuth;                /**< out: azimuth of the centre line (degrees) */
     Column<std::uint8_t> status;           /**< out: a KestoStatus */
 
-    /** Hands the columns to one of the batch functions and gives its result. */
-    template <class Batch, class Road>
-    auto Run(Batch batch, Road* road, std::int32_t count) const {
-        return batch(road, count, mileage.first, mileage.step, occurrence.first, occurrence.step, offset.first,
-                     offset.step, angle.first, angle.step, x.first, x.step, y.first, y.step, azimuth.first,
-                     azimuth.step, status.first, status.step);
+    /** Hands the columns to the batch function and gives its result. */
+    bool Run(RoadDesign* road, std::int32_t count) const {
+        return GetPositionAndAzimuthBatch(road, count, mileage.first, mileage.step, occurrence.first, occurrence.step,
+                                          offset.first, offset.step, angle.first, angle.step, x.first, x.step, y.first,
+                                          y.step, azimuth.first, azimuth.step, status.first, status.step);
     }
 };
 
@@ -136,27 +135,235 @@ struct HeightColumns {
     Column<double> height;                 /**< out: design height (m) */
     Column<std::uint8_t> status;           /**< out: a KestoStatus */
 
-    /** Hands the columns to one of the batch functions and gives its result. */
-    template <class Batch, class Road>
-    auto Run(Batch batch, Road* road, std::int32_t count) const {
-        return batch(road, count, mileage.first, mileage.step, occurrence.first, occurrence.step, offset.first,
-                     offset.step, height.first, height.step, status.first, status.step);
+    /** Hands the columns to the batch function and gives its result. */
+    bool Run(RoadDesign* road, std::int32_t count) const {
+        return GetHeightBatch(road, count, mileage.first, mileage.step, occurrence.first, occurrence.step, offset.first,
+                              offset.step, height.first, height.step, status.first, status.step);
     }
 };
 
-/** A road. Moves but does not copy; ended by its destructor. A moved-from road may only be assigned or destroyed. */
-class Road {
+/** What can be asked of a road, live or frozen. A query of a live road may rebuild what the road derives, so one thread
+ *  at a time asks it, const or not; a frozen one answers any number of threads at once. */
+class RoadQueries {
 public:
-    // What may rebuild the road behind the handle is not const.
+    /** The handle, for every function of kesto_road.h; stays owned by this object. */
+    RoadDesign* Handle() const noexcept { return handle.get(); }
+
+    /** Point at a stake mileage, on the chain as it stands: Design(), Update() or Open() must have built it.
+     *  @param mileage    stake mileage (m)
+     *  @param offset     offset square to the centre line (m), positive to the right
+     *  @param occurrence which of the equal stake mileages, 0-based
+     *  @return empty: the road does not have this mileage in this occurrence */
+    std::optional<Position> At(double mileage, double offset = 0, std::int32_t occurrence = 0) const {
+        Position at;
+        const bool found =
+            GetPositionAndAzimuth(Handle(), mileage, offset, squareAngle, &at.x, &at.y, &at.azimuth, occurrence);
+        return When(found, at);
+    }
+
+    /** Mileage and offset of a point, searched on the whole road.
+     *  @param x, y the point (m)
+     *  @return empty: no part of the road lies beside the point */
+    std::optional<Location> Locate(double x, double y) const {
+        Location at;
+        return When(GetMileageAndOffset(Handle(), x, y, &at.mileage, &at.offset, &at.occurrence), at);
+    }
+
+    /** Mileage and offset of a point, searched between two places of the road (their offsets are not read). Where a
+     *  limit is the nearest point it becomes the result.
+     *  @param x, y         the point (m)
+     *  @param lower, upper limits: stake mileage (m) and occurrence
+     *  @return empty: see GetMileAndOffsetInLim() */
+    std::optional<Location> LocateBetween(double x, double y, const Location& lower, const Location& upper) const {
+        Location at;
+        const bool found = GetMileAndOffsetInLim(Handle(), x, y, lower.mileage, lower.occurrence, upper.mileage,
+                                                 upper.occurrence, &at.mileage, &at.offset, &at.occurrence);
+        return When(found, at);
+    }
+
+    /** Design height.
+     *  @param mileage    stake mileage (m)
+     *  @param occurrence which of the equal stake mileages, 0-based
+     *  @param offset     offset from the centre line (m), positive to the right
+     *  @return height (m), 0 on the centre line of a road without grade points; empty: no such place, or no height */
+    std::optional<double> Height(double mileage, std::int32_t occurrence = 0, double offset = 0) const {
+        double height = 0;
+        return When(GetHeight(Handle(), mileage, occurrence, offset, &height), height);
+    }
+
+    /** The cross section of one side, from the centre line outwards: every plate with its width and cross slope here,
+     * and the offset (positive on both sides), point and design height of its outer edge. Design() must have run.
+     *  @param mileage    stake mileage (m)
+     *  @param side       side of the road
+     *  @param occurrence which of the equal stake mileages, 0-based
+     *  @return heights counted from the centre line for a road without grade points; empty: no plates, no such place,
+     * or no stakes yet */
+    std::optional<std::vector<SectionPlate>> RoadSide(double mileage, Side side, std::int32_t occurrence = 0) const {
+        std::vector<SectionPlate> plates;
+        SectionPlateArray array{nullptr, GetStandardSectionPlateCount(Handle(), static_cast<std::int32_t>(side)), 0};
+        bool found = false;
+        do {
+            plates.resize(static_cast<std::size_t>(array.count));
+            array = {plates.data(), 0, static_cast<std::int32_t>(plates.size())};
+            found = GetRoadSide(Handle(), mileage, occurrence, static_cast<std::int32_t>(side), &array);
+        } while (!found && array.count > array.capacity);
+        return When(found, plates);
+    }
+
+    /** Continuous mileage (start mileage plus distance along the road) of a stake mileage.
+     *  @param mileage    stake mileage (m)
+     *  @param occurrence which of the equal stake mileages, 0-based
+     *  @return continuous mileage (m); empty: the road does not have this mileage in this occurrence */
+    std::optional<double> ContinuousMileage(double mileage, std::int32_t occurrence = 0) const {
+        return When(GetSrcMileage(Handle(), &mileage, occurrence), mileage);
+    }
+
+    /** The design stake nearest to a point's foot on the road. @return empty: see GetNearbyStakeCoordinate() */
+    std::optional<StakeCoordinate> NearestStake(double x, double y) const {
+        StakeCoordinate stake{};
+        std::int32_t occurrence = 0;
+        return When(GetNearbyStakeCoordinate(Handle(), x, y, &stake, &occurrence), stake);
+    }
+
+    /** The stakes of the last design run, in the order of travel. */
+    std::vector<StakeCoordinate> Stakes() const { return Copies(GetStakeCoordinateCount, GetStakeCoordinate); }
+
+    /** The elements, the start record first. */
+    std::vector<Element> Elements() const { return Copies(GetElementCount, GetElement); }
+
+    /** A mileage as it is written on a stake: "K12+345.678", rounded to the millimetre; "+" in front marks a later
+     *  occurrence, "-" a negative mileage.
+     *  @param mileage    stake mileage (m)
+     *  @param occurrence which of the equal stake mileages, 0-based */
+    std::string StakeText(double mileage, std::int32_t occurrence = 0) const {
+        if (!(std::fabs(mileage) < mostWritten)) return "?";
+        const long long millimetres = std::llround(std::fabs(mileage) * 1000);
+        const auto threeDigits = [](long long number) { return std::to_string(1000 + number % 1000).substr(1); };
+        std::string text = occurrence > 0 ? "+" : mileage < 0 && millimetres > 0 ? "-" : "";
+        text += GetMakeStakePerfix(Handle());
+        text += std::to_string(millimetres / 1000000);
+        text += '+';
+        text += threeDigits(millimetres / 1000);
+        text += '.';
+        text += threeDigits(millimetres);
+        return text;
+    }
+
+    /** Why the last failed call on this road failed; empty when none has failed. */
+    std::optional<Failure> LastFailure() const {
+        Failure failure{};
+        return When(GetLastFailure(Handle(), &failure), failure);
+    }
+
+    // ------------------------------------------------------------------------------------------------ many points
+
+    /** Mileages and offsets of many points. @throws Error as GetMileageAndOffsetBatch() is false */
+    void Locate(std::int32_t count, const PointColumns& columns) const {
+        Require(count >= 0, KESTO_RECORD_COUNT_REFUSED);
+        Require(columns.Run(Handle(), count));
+    }
+
+    /** Points at many mileages. @throws Error as GetPositionAndAzimuthBatch() is false */
+    void At(std::int32_t count, const PlaceColumns& columns) const {
+        Require(count >= 0, KESTO_RECORD_COUNT_REFUSED);
+        Require(columns.Run(Handle(), count));
+    }
+
+    /** Design heights of many places. @throws Error as GetHeightBatch() is false */
+    void Heights(std::int32_t count, const HeightColumns& columns) const {
+        Require(count >= 0, KESTO_RECORD_COUNT_REFUSED);
+        Require(columns.Run(Handle(), count));
+    }
+
+    // ------------------------------------------------------------------------------------------------ files written
+
+    /** Saves the road as a project file; an earlier file stays whole until the new one is complete.
+     *  @param path file path; ".road" is appended where it is missing
+     *  @return a KestoStatus: 0, or as SaveProject() */
+    std::int32_t Save(const std::string& path) const { return SaveProject(Handle(), path.c_str()); }
+
+    /** Saves the road as a water project, without its section mileage index.
+     *  @param path file path; ".watx" is appended where it is missing
+     *  @return a KestoStatus: 0, or as SaveWaterProject() */
+    std::int32_t SaveWater(const std::string& path) const { return SaveWaterProject(Handle(), path.c_str()); }
+
+    /** Runs the design and writes alignment and profile as a LandXML 1.1 document.
+     *  @return a KestoStatus: 0, or as ExportLandXMLFile() */
+    std::int32_t ExportLandXml(const std::string& path) const { return ExportLandXMLFile(Handle(), path.c_str()); }
+
+    /** Saves the stretch between two places as a road of its own.
+     *  @param path       file path; ".road" is appended where it is missing
+     *  @param start, end stake mileages (m)
+     *  @param startOccurrence, endOccurrence which of the equal stake mileages, 0-based
+     *  @return a KestoStatus: 0, or as SavePartProject() */
+    std::int32_t SavePart(const std::string& path, double start, double end, std::int32_t startOccurrence = 0,
+                          std::int32_t endOccurrence = 0) const {
+        return SavePartProject(Handle(), path.c_str(), start, end, startOccurrence, endOccurrence);
+    }
+
+    /** The content that Save() writes. @throws Error when memory runs out */
+    std::string ToMemory() const {
+        std::int64_t size = 0;
+        std::string bytes;
+        std::int32_t status = SaveProjectToMemory(Handle(), nullptr, 0, &size);
+        if (status == KESTO_ARRAY_TOO_SMALL) {
+            bytes.resize(static_cast<std::size_t>(size));
+            status = SaveProjectToMemory(Handle(), bytes.data(), size, &size);
+        }
+        Require(status == KESTO_SUCCESS, status);
+        return bytes;
+    }
+
+protected:
+    /** @param made a handle that this object ends; null where the call that should have made it failed */
+    explicit RoadQueries(RoadDesign* made) noexcept : handle(made) {}
+
+    template <class Value>
+    static std::optional<Value> When(bool found, const Value& value) {
+        return found ? std::optional<Value>(value) : std::nullopt;
+    }
+
+    static void Require(bool holds, std::int32_t status) {
+        if (!holds) throw Error(status);
+    }
+
+    /** Throws the reason of the call that has just failed. A frozen road keeps none: of the batches only a missing
+     * column is left to fail there. */
+    void Require(bool succeeded) const {
+        if (succeeded) return;
+        const std::optional<Failure> failure = LastFailure();
+        throw Error(failure ? failure->status : std::int32_t{KESTO_NULL_ARGUMENT});
+    }
+
+private:
+    static constexpr double squareAngle = 90;    // degrees
+    static constexpr double mostWritten = 1e12;  // m: stake texts of larger mileages have no exact millimetres
+
+    struct End {
+        void operator()(RoadDesign* road) const noexcept { EndRoadDesign(road); }
+    };
+
+    template <class Record>
+    std::vector<Record> Copies(std::int32_t(KESTO_CALL* count)(RoadDesign*),
+                               bool(KESTO_CALL* get)(RoadDesign*, std::int32_t, Record*)) const {
+        std::vector<Record> records(static_cast<std::size_t>(count(Handle())));
+        for (std::size_t i = 0; i < records.size(); ++i) get(Handle(), static_cast<std::int32_t>(i), &records[i]);
+        return records;
+    }
+
+    std::unique_ptr<RoadDesign, End> handle;
+};
+
+/** A road. Moves but does not copy; ended by its destructor. A moved-from road may only be assigned or destroyed. */
+class Road : public RoadQueries {
+public:
+    // What changes the road behind the handle is not const.
     // NOLINTBEGIN(readability-make-member-function-const)
 
     /** An empty road with default settings. @throws std::bad_alloc */
-    Road() : handle(StartRoadDesign()) {
-        if (!handle) throw std::bad_alloc();
+    Road() : RoadQueries(StartRoadDesign()) {
+        if (Handle() == nullptr) throw std::bad_alloc();
     }
-
-    /** The handle, for every function of kesto_road.h; stays owned by this object. */
-    RoadDesign* Handle() const noexcept { return handle.get(); }
 
     // ---------------------------------------------------------------------------------------------- building a road
 
@@ -288,149 +495,17 @@ public:
     /** Builds the element chain anew and keeps the stakes. @return false: see UpdateData() */
     bool Update() { return UpdateData(Handle()); }
 
-    // ---------------------------------------------------------------------------------------------------- queries
-
-    /** Point at a stake mileage, on the chain as it stands: Design(), Update() or Open() must have built it.
-     *  @param mileage    stake mileage (m)
-     *  @param offset     offset square to the centre line (m), positive to the right
-     *  @param occurrence which of the equal stake mileages, 0-based
-     *  @return empty: the road does not have this mileage in this occurrence */
-    std::optional<Position> At(double mileage, double offset = 0, std::int32_t occurrence = 0) {
-        Position at;
-        const bool found =
-            GetPositionAndAzimuth(Handle(), mileage, offset, squareAngle, &at.x, &at.y, &at.azimuth, occurrence);
-        return When(found, at);
-    }
-
-    /** Mileage and offset of a point, searched on the whole road.
-     *  @param x, y the point (m)
-     *  @return empty: no part of the road lies beside the point */
-    std::optional<Location> Locate(double x, double y) {
-        Location at;
-        return When(GetMileageAndOffset(Handle(), x, y, &at.mileage, &at.offset, &at.occurrence), at);
-    }
-
-    /** Mileage and offset of a point, searched between two places of the road (their offsets are not read). Where a
-     *  limit is the nearest point it becomes the result.
-     *  @param x, y         the point (m)
-     *  @param lower, upper limits: stake mileage (m) and occurrence
-     *  @return empty: see GetMileAndOffsetInLim() */
-    std::optional<Location> LocateBetween(double x, double y, const Location& lower, const Location& upper) {
-        Location at;
-        const bool found = GetMileAndOffsetInLim(Handle(), x, y, lower.mileage, lower.occurrence, upper.mileage,
-                                                 upper.occurrence, &at.mileage, &at.offset, &at.occurrence);
-        return When(found, at);
-    }
-
-    /** Design height.
-     *  @param mileage    stake mileage (m)
-     *  @param occurrence which of the equal stake mileages, 0-based
-     *  @param offset     offset from the centre line (m), positive to the right
-     *  @return height (m), 0 on the centre line of a road without grade points; empty: no such place, or no height */
-    std::optional<double> Height(double mileage, std::int32_t occurrence = 0, double offset = 0) {
-        double height = 0;
-        return When(GetHeight(Handle(), mileage, occurrence, offset, &height), height);
-    }
-
-    /** The cross section of one side, from the centre line outwards: every plate with its width and cross slope here,
-     * and the offset (positive on both sides), point and design height of its outer edge. Design() must have run.
-     *  @param mileage    stake mileage (m)
-     *  @param side       side of the road
-     *  @param occurrence which of the equal stake mileages, 0-based
-     *  @return heights counted from the centre line for a road without grade points; empty: no plates, no such place,
-     * or no stakes yet */
-    std::optional<std::vector<SectionPlate>> RoadSide(double mileage, Side side, std::int32_t occurrence = 0) {
-        std::vector<SectionPlate> plates;
-        SectionPlateArray array{nullptr, GetStandardSectionPlateCount(Handle(), static_cast<std::int32_t>(side)), 0};
-        bool found = false;
-        do {
-            plates.resize(static_cast<std::size_t>(array.count));
-            array = {plates.data(), 0, static_cast<std::int32_t>(plates.size())};
-            found = GetRoadSide(Handle(), mileage, occurrence, static_cast<std::int32_t>(side), &array);
-        } while (!found && array.count > array.capacity);
-        return When(found, plates);
-    }
-
-    /** Continuous mileage (start mileage plus distance along the road) of a stake mileage.
-     *  @param mileage    stake mileage (m)
-     *  @param occurrence which of the equal stake mileages, 0-based
-     *  @return continuous mileage (m); empty: the road does not have this mileage in this occurrence */
-    std::optional<double> ContinuousMileage(double mileage, std::int32_t occurrence = 0) {
-        return When(GetSrcMileage(Handle(), &mileage, occurrence), mileage);
-    }
-
-    /** The design stake nearest to a point's foot on the road. @return empty: see GetNearbyStakeCoordinate() */
-    std::optional<StakeCoordinate> NearestStake(double x, double y) {
-        StakeCoordinate stake{};
-        std::int32_t occurrence = 0;
-        return When(GetNearbyStakeCoordinate(Handle(), x, y, &stake, &occurrence), stake);
-    }
-
-    /** The stakes of the last design run, in the order of travel. */
-    std::vector<StakeCoordinate> Stakes() { return Copies(GetStakeCoordinateCount, GetStakeCoordinate); }
-
-    /** The elements, the start record first. */
-    std::vector<Element> Elements() { return Copies(GetElementCount, GetElement); }
-
-    /** A mileage as it is written on a stake: "K12+345.678", rounded to the millimetre; "+" in front marks a later
-     *  occurrence, "-" a negative mileage.
-     *  @param mileage    stake mileage (m)
-     *  @param occurrence which of the equal stake mileages, 0-based */
-    std::string StakeText(double mileage, std::int32_t occurrence = 0) const {
-        if (!(std::fabs(mileage) < mostWritten)) return "?";
-        const long long millimetres = std::llround(std::fabs(mileage) * 1000);
-        const auto threeDigits = [](long long number) { return std::to_string(1000 + number % 1000).substr(1); };
-        std::string text = occurrence > 0 ? "+" : mileage < 0 && millimetres > 0 ? "-" : "";
-        text += GetMakeStakePerfix(Handle());
-        text += std::to_string(millimetres / 1000000);
-        text += '+';
-        text += threeDigits(millimetres / 1000);
-        text += '.';
-        text += threeDigits(millimetres);
-        return text;
-    }
-
-    /** Why the last failed call on this road failed; empty when none has failed. */
-    std::optional<Failure> LastFailure() const {
-        Failure failure{};
-        return When(GetLastFailure(Handle(), &failure), failure);
-    }
-
-    // ------------------------------------------------------------------------------------------------------ files
+    // ------------------------------------------------------------------------------------------------- files read
 
     /** Opens a project file and runs the design.
      *  @param path file path ending in ".road"
      *  @return a KestoStatus: 0, or as OpenProject2() */
     std::int32_t Open(const std::string& path) { return OpenProject2(Handle(), path.c_str()); }
 
-    /** Saves the road as a project file; an earlier file stays whole until the new one is complete.
-     *  @param path file path; ".road" is appended where it is missing
-     *  @return a KestoStatus: 0, or as SaveProject() */
-    std::int32_t Save(const std::string& path) { return SaveProject(Handle(), path.c_str()); }
-
     /** Opens a water project. The road has to be built afterwards, by Design() or Update().
      *  @param path file path ending in ".watx"
      *  @return a KestoStatus: 0, or as OpenWaterProject() */
     std::int32_t OpenWater(const std::string& path) { return OpenWaterProject(Handle(), path.c_str()); }
-
-    /** Saves the road as a water project, without its section mileage index.
-     *  @param path file path; ".watx" is appended where it is missing
-     *  @return a KestoStatus: 0, or as SaveWaterProject() */
-    std::int32_t SaveWater(const std::string& path) { return SaveWaterProject(Handle(), path.c_str()); }
-
-    /** Runs the design and writes alignment and profile as a LandXML 1.1 document.
-     *  @return a KestoStatus: 0, or as ExportLandXMLFile() */
-    std::int32_t ExportLandXml(const std::string& path) { return ExportLandXMLFile(Handle(), path.c_str()); }
-
-    /** Saves the stretch between two places as a road of its own.
-     *  @param path       file path; ".road" is appended where it is missing
-     *  @param start, end stake mileages (m)
-     *  @param startOccurrence, endOccurrence which of the equal stake mileages, 0-based
-     *  @return a KestoStatus: 0, or as SavePartProject() */
-    std::int32_t SavePart(const std::string& path, double start, double end, std::int32_t startOccurrence = 0,
-                          std::int32_t endOccurrence = 0) {
-        return SavePartProject(Handle(), path.c_str(), start, end, startOccurrence, endOccurrence);
-    }
 
     /** Opens the content of a project file and runs the design.
      *  @param bytes the content
@@ -443,36 +518,6 @@ public:
         return failure ? failure->status : std::int32_t{KESTO_INTERNAL_ERROR};
     }
 
-    /** The content that Save() writes. @throws Error when memory runs out */
-    std::string ToMemory() const {
-        std::int64_t size = 0;
-        std::string bytes;
-        std::int32_t status = SaveProjectToMemory(Handle(), nullptr, 0, &size);
-        if (status == KESTO_ARRAY_TOO_SMALL) {
-            bytes.resize(static_cast<std::size_t>(size));
-            status = SaveProjectToMemory(Handle(), bytes.data(), size, &size);
-        }
-        Require(status == KESTO_SUCCESS, status);
-        return bytes;
-    }
-
-    // ------------------------------------------------------------------------------------------------ many points
-
-    /** Mileages and offsets of many points. @throws Error as GetMileageAndOffsetBatch() is false */
-    void Locate(std::int32_t count, const PointColumns& columns) {
-        Require(columns.Run(GetMileageAndOffsetBatch, Handle(), count));
-    }
-
-    /** Points at many mileages. @throws Error as GetPositionAndAzimuthBatch() is false */
-    void At(std::int32_t count, const PlaceColumns& columns) {
-        Require(columns.Run(GetPositionAndAzimuthBatch, Handle(), count));
-    }
-
-    /** Design heights of many places. @throws Error as GetHeightBatch() is false */
-    void Heights(std::int32_t count, const HeightColumns& columns) {
-        Require(columns.Run(GetHeightBatch, Handle(), count));
-    }
-
     // NOLINTEND(readability-make-member-function-const)
 
 private:
@@ -482,31 +527,9 @@ private:
     static constexpr std::int32_t spiralType = 3;
     static constexpr std::int32_t notSet = -1;
     static constexpr std::int32_t atEnd = -1;
-    static constexpr double squareAngle = 90;    // degrees
-    static constexpr double mostWritten = 1e12;  // m: stake texts of larger mileages have no exact millimetres
-
-    struct End {
-        void operator()(RoadDesign* road) const noexcept { EndRoadDesign(road); }
-    };
-
-    template <class Value>
-    static std::optional<Value> When(bool found, const Value& value) {
-        return found ? std::optional<Value>(value) : std::nullopt;
-    }
-
-    static void Require(bool holds, std::int32_t status) {
-        if (!holds) throw Error(status);
-    }
 
     static void RequireFinite(std::initializer_list<double> numbers) {
         for (const double number : numbers) Require(std::isfinite(number), KESTO_ARGUMENT_NOT_FINITE);
-    }
-
-    /** Throws the reason of the call that has just failed. */
-    void Require(bool succeeded) const {
-        if (succeeded) return;
-        const std::optional<Failure> failure = LastFailure();
-        throw Error(failure ? failure->status : std::int32_t{KESTO_INTERNAL_ERROR});
     }
 
     Position EndOf(const Element& element) const {
@@ -534,128 +557,19 @@ private:
         SetRoadDesignMode(Handle(), elementMode);
         return *this;
     }
-
-    template <class Record>
-    std::vector<Record> Copies(std::int32_t(KESTO_CALL* count)(RoadDesign*),
-                               bool(KESTO_CALL* get)(RoadDesign*, std::int32_t, Record*)) {
-        std::vector<Record> records(static_cast<std::size_t>(count(Handle())));
-        for (std::size_t i = 0; i < records.size(); ++i) get(Handle(), static_cast<std::int32_t>(i), &records[i]);
-        return records;
-    }
-
-    std::unique_ptr<RoadDesign, End> handle;
 };
 
-/** A copy of a road that any number of threads may ask at once. Moves but does not copy; the destructor ends it. A
- *  query without an answer gives an empty optional and leaves no reason: the functions of kesto_road.h that it stands
- * on return it as a status, and so do the columns of the batches. Write kesto::FrozenRoad: behind `using namespace
- * kesto` the bare name could be the handle of kesto_road.h too. */
-class FrozenRoad {
+/** A copy of a road that any number of threads may ask at once; see FreezeRoad(). Moves but does not copy; the
+ *  destructor ends it. A query without an answer gives an empty optional and leaves no reason: the status column of a
+ *  batch tells it. */
+class FrozenRoad : public RoadQueries {
 public:
-    /** Freezes a road as it stands; see FreezeRoad(). @throws Error when no road can be built or memory runs out */
-    explicit FrozenRoad(const Road& road) : handle(FreezeRoad(road.Handle())) {
-        if (handle) return;
+    /** Freezes a road as it stands. @throws Error when no road can be built or memory runs out */
+    explicit FrozenRoad(const RoadQueries& road) : RoadQueries(FreezeRoad(road.Handle())) {
+        if (Handle() != nullptr) return;
         const std::optional<Failure> failure = road.LastFailure();
-        throw Error(failure ? failure->status : std::int32_t{KESTO_INTERNAL_ERROR});
+        throw Error(failure ? failure->status : std::int32_t{KESTO_OUT_OF_MEMORY});
     }
-
-    /** The handle, for the functions of kesto_road.h; stays owned by this object. */
-    const ::FrozenRoad* Handle() const noexcept { return handle.get(); }
-
-    /** As Road::At(). */
-    std::optional<Position> At(double mileage, double offset = 0, std::int32_t occurrence = 0) const {
-        Position at;
-        return When(
-            FrozenGetPositionAndAzimuth(Handle(), mileage, offset, squareAngle, &at.x, &at.y, &at.azimuth, occurrence),
-            at);
-    }
-
-    /** As Road::Locate(). */
-    std::optional<Location> Locate(double x, double y) const {
-        Location at;
-        return When(FrozenGetMileageAndOffset(Handle(), x, y, &at.mileage, &at.offset, &at.occurrence), at);
-    }
-
-    /** As Road::LocateBetween(). */
-    std::optional<Location> LocateBetween(double x, double y, const Location& lower, const Location& upper) const {
-        Location at;
-        return When(FrozenGetMileAndOffsetInLim(Handle(), x, y, lower.mileage, lower.occurrence, upper.mileage,
-                                                upper.occurrence, &at.mileage, &at.offset, &at.occurrence),
-                    at);
-    }
-
-    /** As Road::Height(). */
-    std::optional<double> Height(double mileage, std::int32_t occurrence = 0, double offset = 0) const {
-        double height = 0;
-        return When(FrozenGetHeight(Handle(), mileage, occurrence, offset, &height), height);
-    }
-
-    /** As Road::ContinuousMileage(). */
-    std::optional<double> ContinuousMileage(double mileage, std::int32_t occurrence = 0) const {
-        return When(FrozenGetSrcMileage(Handle(), &mileage, occurrence), mileage);
-    }
-
-    /** As Road::RoadSide(). */
-    std::optional<std::vector<SectionPlate>> RoadSide(double mileage, Side side, std::int32_t occurrence = 0) const {
-        std::vector<SectionPlate> plates;
-        SectionPlateArray array{};
-        std::int32_t status = KESTO_SUCCESS;
-        do {
-            plates.resize(static_cast<std::size_t>(array.count));
-            array = {plates.data(), 0, static_cast<std::int32_t>(plates.size())};
-            status = FrozenGetRoadSide(Handle(), mileage, occurrence, static_cast<std::int32_t>(side), &array);
-        } while (status == KESTO_ARRAY_TOO_SMALL);
-        return When(status, plates);
-    }
-
-    /** As Road::NearestStake(). */
-    std::optional<StakeCoordinate> NearestStake(double x, double y) const {
-        StakeCoordinate stake{};
-        std::int32_t occurrence = 0;
-        return When(FrozenGetNearbyStakeCoordinate(Handle(), x, y, &stake, &occurrence), stake);
-    }
-
-    /** The stakes that the road had when it was frozen, in the order of travel. */
-    std::vector<StakeCoordinate> Stakes() const {
-        std::vector<StakeCoordinate> stakes(static_cast<std::size_t>(FrozenGetStakeCoordinateCount(Handle())));
-        for (std::size_t i = 0; i < stakes.size(); ++i) {
-            FrozenGetStakeCoordinate(Handle(), static_cast<std::int32_t>(i), &stakes[i]);
-        }
-        return stakes;
-    }
-
-    /** Mileages and offsets of many points. @throws Error for a missing column or a negative count */
-    void Locate(std::int32_t count, const PointColumns& columns) const {
-        Require(columns.Run(FrozenGetMileageAndOffsetBatch, Handle(), count));
-    }
-
-    /** Points at many mileages. @throws Error for a missing column or a negative count */
-    void At(std::int32_t count, const PlaceColumns& columns) const {
-        Require(columns.Run(FrozenGetPositionAndAzimuthBatch, Handle(), count));
-    }
-
-    /** Design heights of many places. @throws Error for a missing column or a negative count */
-    void Heights(std::int32_t count, const HeightColumns& columns) const {
-        Require(columns.Run(FrozenGetHeightBatch, Handle(), count));
-    }
-
-private:
-    static constexpr double squareAngle = 90;  // degrees
-
-    struct Release {
-        void operator()(const ::FrozenRoad* road) const noexcept { ReleaseFrozenRoad(road); }
-    };
-
-    template <class Value>
-    static std::optional<Value> When(std::int32_t status, const Value& value) {
-        return status == KESTO_SUCCESS ? std::optional<Value>(value) : std::nullopt;
-    }
-
-    static void Require(std::int32_t status) {
-        if (status != KESTO_SUCCESS) throw Error(status);
-    }
-
-    std::unique_ptr<const ::FrozenRoad, Release> handle;
 };
 
 }  // namespace kesto

@@ -106,8 +106,7 @@ void ExpectSamePlace(RoadDesign& whole, StakeMileage at, RoadDesign& part, Stake
     const double digits = 4e-16 * std::hypot(one->x, one->y);  // m: what a double leaves of the coordinates
     EXPECT_NEAR(std::hypot(one->x - other->x, one->y - other->y), 0, near + digits);
     EXPECT_NEAR(std::remainder(one->azimuth - other->azimuth, 360), 0, 1e-7);
-    bool known = false;
-    const auto height = CentreHeight(whole, at, known), inPart = CentreHeight(part, in, known);
+    const auto height = CentreHeight(whole, at), inPart = CentreHeight(part, in);
     ASSERT_EQ(static_cast<bool>(height), static_cast<bool>(inPart));
     EXPECT_NEAR(height ? *height : 0, inPart ? *inPart : 0, allowed.height);
     if (part.stakes.Count() == 0) return;

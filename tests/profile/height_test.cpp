@@ -20,9 +20,8 @@ namespace {
 
 /// Height at a continuous mileage.
 double HeightAt(RoadDesign& road, double continuous) {
-    bool known = false;
-    const kesto::Result<double> height = kesto::CentreHeight(road, kesto::StakeMileageAt(road, continuous), known);
-    EXPECT_TRUE(height && known) << continuous;
+    const kesto::Result<double> height = kesto::CentreHeight(road, kesto::StakeMileageAt(road, continuous));
+    EXPECT_TRUE(bool(height)) << continuous;
     return height ? *height : -999;
 }
 
@@ -55,8 +54,7 @@ TEST(Height, FollowsEveryEdit) {
     EXPECT_DOUBLE_EQ(HeightAt(road, 300), 50);
     road.settings.verticalCurveMode = 7;
     ASSERT_TRUE(kesto::InsertVerticalCurve(road, GradePoint(300, 0, 1000)));
-    bool known = false;
-    const kesto::Result<double> found = kesto::CentreHeight(road, {310, 0}, known);
+    const kesto::Result<double> found = kesto::CentreHeight(road, {310, 0});
     ASSERT_FALSE(found);
     EXPECT_EQ(found.failure().status, KESTO_UNKNOWN_CURVE_MODE);
 }
@@ -91,8 +89,7 @@ TEST(Height, OverlappingCurvesAnswerAsTheWalk) {
         const auto heights = [&] {
             std::vector<std::optional<double>> all;
             for (int s = 0; s < 1000; s += 7) {
-                bool known = false;
-                const kesto::Result<double> height = kesto::CentreHeight(road, kesto::StakeMileageAt(road, s), known);
+                const kesto::Result<double> height = kesto::CentreHeight(road, kesto::StakeMileageAt(road, s));
                 all.push_back(height ? std::optional(*height) : std::nullopt);
             }
             return all;

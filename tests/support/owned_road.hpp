@@ -9,7 +9,8 @@ namespace kesto::test {
 
 class Road {
 public:
-    Road() : handle(StartRoadDesign(), EndRoadDesign) {}
+    Road() : Road(StartRoadDesign()) {}
+    explicit Road(RoadDesign* made) : handle(made, EndRoadDesign) {}
     operator RoadDesign*() const { return handle.get(); }  // NOLINT(google-explicit-constructor)
 
 private:

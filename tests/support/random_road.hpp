@@ -2,6 +2,7 @@
 #pragma once
 
 #include <limits>
+#include <string>
 
 #include "support/dice.hpp"
 #include "support/road.hpp"
@@ -54,5 +55,133 @@ inline std::vector<Question> RandomQuestions(RoadDesign* road, Dice& dice, std::
     }
     return questions;
 }
+
+/// What a road answers to every query, byte by byte: results, then outputs, what was left untouched included.
+class EverythingAsked {
+public:
+    EverythingAsked(RoadDesign* road, const std::vector<Question>& questions) {
+        for (const Question& q : questions) AskPlace(road, q);
+        AskRecords(road);
+        AskBatches(road, questions);
+        std::int64_t size = 0;
+        Take(SaveProjectToMemory(road, nullptr, 0, &size));
+        std::string file(static_cast<std::size_t>(size), ' ');
+        Take(SaveProjectToMemory(road, file.data(), size, &size));
+        told += file;
+    }
+
+    std::size_t Answered() const { return answered; }
+    bool operator==(const EverythingAsked&) const = default;
+
+private:
+    template <class Result>
+    void Take(const Result& result) {
+        told.append(reinterpret_cast<const char*>(&result), sizeof result);
+        if constexpr (std::is_same_v<Result, bool>) answered += result ? 1 : 0;
+    }
+
+    /// Asks, then takes the result and the outputs.
+    template <class Ask, class... Outputs>
+    void Hear(Ask&& ask, const Outputs&... outputs) {
+        Take(ask());
+        (Take(outputs), ...);
+    }
+
+    void AskPlace(RoadDesign* road, const Question& q) {
+        double a = -7, b = -7, c = -7;
+        std::int32_t k = -7;
+        Hear([&] { return GetMileageAndOffset(road, q.x, q.y, &a, &b, &k); }, a, b, k);
+        const double upper = q.mileage + 400;
+        Hear([&] { return GetMileAndOffsetInLim(road, q.x, q.y, q.mileage, q.occurrence, upper, 0, &a, &b, &k); }, a, b,
+             k);
+        Hear([&] { return GetPositionAndAzimuth(road, q.mileage, q.offset, q.angle, &a, &b, &c, q.occurrence); }, a, b,
+             c);
+        Hear([&] { return GetHeight(road, q.mileage, q.occurrence, q.offset, &a); }, a);
+        Hear([&] { return GetSrcMileage(road, &(a = q.mileage), q.occurrence); }, a);
+        Take(GetIntersectionIndex(road, q.mileage, q.occurrence));
+        StakeCoordinate stake{};
+        Hear([&] { return GetNearbyStakeCoordinate(road, q.x, q.y, &stake, &k); }, stake, k);
+        for (const std::int32_t side : {0, 1, 5}) {
+            for (const auto get : {GetRoadSide, GetRoadSideNoHeight}) {
+                SectionPlate plates[2] = {};
+                SectionPlateArray array{plates, -7, side == 1 ? 1 : 2};
+                Hear([&] { return get(road, q.mileage, q.occurrence, side, &array); }, plates, array.count);
+            }
+        }
+    }
+
+    template <class Record>
+    void AskList(RoadDesign* road, std::int32_t (*count)(RoadDesign*),
+                 bool (*get)(RoadDesign*, std::int32_t, Record*)) {
+        Take(count(road));
+        for (std::int32_t i = -1; i <= count(road); ++i) {
+            Record record{};
+            Hear([&] { return get(road, i, &record); }, record);
+        }
+    }
+
+    void AskRecords(RoadDesign* road) {
+        AskList(road, GetIntersectionCount, GetIntersection);
+        AskList(road, GetElementCount, GetElement);
+        AskList(road, GetCoordinateCount, GetCoordinate);
+        AskList(road, GetBrokenChainCount, GetBrokenChain);
+        AskList(road, GetVerticalCurveCount, GetVerticalCurve);
+        AskList(road, GetStakeCoordinateCount, GetStakeCoordinate);
+        AskList(road, GetSectionMileageIndexCount, GetSectionMileageIndex);
+        for (const auto setting : {GetRoadDesignMode, GetVerticalCurveMode, GetSectionMode, GetSideSlopeMode}) {
+            Take(setting(road));
+        }
+        told += GetMakeStakePerfix(road);
+        double a = -7, b = -7, c = -7;
+        std::int32_t k = -7;
+        Hear([&] { return GetMakeStakeInfo(road, &a); }, a);
+        Hear([&] { return GetRoadMileage(road, &a); }, a);
+        Element element{};
+        GetElement(road, 3, &element);
+        Hear([&] { return GetElementPositionAndAzimuth(road, &element, 10, &a, &b, &c); }, a, b, c);
+        EaseParam ease{};
+        Hear([&] { return CalcEaseParam(road, 0, 300, 60, &ease); }, ease);
+        for (const std::int32_t side : {0, 1, 5}) {
+            SectionPlate plates[2] = {};
+            SectionPlateArray array{plates, 0, 2};
+            Hear([&] { return GetStandardSection(road, side, &array); }, array.count, plates);
+            Hear([&] { return GetStandardSectionPlate(road, side, 0, plates); }, plates);
+            Take(GetStandardSectionPlateCount(road, side));
+            for (const std::int32_t kind : {0, 1, 5}) {
+                double numbers[2] = {-7, -7};
+                std::int32_t flags[2] = {-7, -7};
+                DoubleArray values{numbers, 0, 2};
+                Int32Array marks{flags, 0, 2};
+                Take(GetChangeSectionCount(road, side, kind));
+                Hear([&] { return GetChangeSection(road, side, kind, 0, &a, &values, &k); }, a, numbers, k);
+                Hear([&] { return GetChangeSection2(road, side, kind, 0, &a, &values, &marks, &k); }, a, flags, k);
+                Hear([&] { return GetChangeSectionType(road, side, kind, 0, &k); }, k);
+            }
+        }
+    }
+
+    void AskBatches(RoadDesign* road, const std::vector<Question>& questions) {
+        for (const Question& q : questions) {  // of one row each: their statuses tell the reasons of failures
+            const double x = q.x, y = q.y, mileage = q.mileage, offset = q.offset, angle = q.angle;
+            const std::int32_t occurrence = q.occurrence;
+            double a = -7, b = -7, c = -7;
+            std::int32_t k = -7;
+            std::uint8_t status = 99;
+            Hear([&] { return GetMileageAndOffsetBatch(road, 1, &x, 0, &y, 0, &a, 0, &b, 0, &k, 0, &status, 0); }, a, b,
+                 k, status);
+            Hear(
+                [&] {
+                    return GetPositionAndAzimuthBatch(road, 1, &mileage, 0, &occurrence, 0, &offset, 0, &angle, 0, &a,
+                                                      0, &b, 0, &c, 0, &status, 0);
+                },
+                a, b, c, status);
+            Hear([&] { return GetHeightBatch(road, 1, &mileage, 0, &occurrence, 0, &offset, 0, &a, 0, &status, 0); }, a,
+                 status);
+        }
+    }
+
+    std::string told;
+    std::size_t answered = 0;
+};
 
 }  // namespace kesto::test

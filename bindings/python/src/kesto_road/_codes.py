@@ -42,6 +42,7 @@ class Status(IntEnum):
     VALUE_COUNT_DIFFERS = 36
     ARRAY_TOO_SMALL = 37
     INTERNAL_ERROR = 39
+    ROAD_IS_FROZEN = 50
 
 
 class ListOf(IntEnum):
