@@ -89,7 +89,7 @@ protected:
 TEST_P(EachCall, SucceedsWithItsSample) {
     const Road road = SampleRoad();
     std::vector<Argument> arguments = SampleArguments(It());
-    if (It().name == "EndRoadDesign") return;
+    if (It().name == "EndRoadDesign" || It().name == "IsFrozenRoad") return;  // nothing that succeeds
     EXPECT_FALSE(DeleteElement(road, -1));
     const int before = LastStatus(road);
     const Outcome outcome = It().run(road, arguments);
@@ -185,9 +185,6 @@ TEST(TableOfCalls, HasEveryExport) {
     std::ifstream list(KESTO_EXPORTS_LIST);
     std::set<std::string> exported(std::istream_iterator<std::string>(list), {});
     for (const Call& call : Calls()) EXPECT_EQ(exported.erase(std::string(call.name)), 1U) << call.name;
-    std::erase_if(exported, [](const std::string& name) {
-        return name.find("Frozen") != std::string::npos || name == "FreezeRoad";
-    });
     EXPECT_TRUE(exported.empty()) << *exported.begin();
 }
 
