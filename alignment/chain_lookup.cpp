@@ -13,21 +13,17 @@ namespace {
 
 // ------------------------------------------------------------------------------------------ what an element answers
 
-/// Stake mileages in the sense of travel: times -1 on an element of negative length. The comparisons of Covers() and
-/// Carries() come out the same, as negation rounds nothing.
+/// +1 where the stake mileage rises along an element, -1 where it falls, 0 on an element without length.
+double SenseOf(double length) noexcept { return length > 0 ? 1 : (length < 0 ? -1 : 0); }
+
+/// Whether a position query at the stake mileage falls on an element: the start belongs to it, the end does not. Starts
+/// and ends are stake mileages in the sense of travel: times the sense, which rounds nothing.
 struct Covering {
     double mileage;  // m
 
     bool Begun(double sense, double start) const noexcept { return start <= sense * mileage; }
     bool Passed(double sense, double end) const noexcept { return !(sense * mileage < end); }
-
-    /// Whether a position query at the stake mileage falls on the element: the start belongs to it, the end does not.
-    bool Holds(const Element& element) const noexcept {
-        const double start = element.startMileage;
-        if (element.length > 0) return start <= mileage && mileage < EndMileage(element);
-        if (element.length < 0) return EndMileage(element) < mileage && mileage <= start;
-        return start == mileage;
-    }
+    bool IsAt(double point) const noexcept { return point == mileage; }
 };
 
 /// As Covering, for the conversions, which allow for rounding at an element's start.
@@ -39,21 +35,17 @@ struct Carrying {
         return sense * mileage > start || std::fabs(start - sense * mileage) < tolerance::mileage;
     }
     bool Passed(double sense, double end) const noexcept { return !(end - sense * mileage > tolerance::mileage); }
-
-    bool Holds(const Element& element) const noexcept {
-        const double start = element.startMileage;
-        const double end = EndMileage(element);
-        if (element.length > 0) {
-            return (mileage > start || std::fabs(start - mileage) < tolerance::mileage) &&
-                   end - mileage > tolerance::mileage;
-        }
-        if (element.length < 0) {
-            return mileage - end > tolerance::mileage &&
-                   (start > mileage || std::fabs(start - mileage) < tolerance::mileage);
-        }
-        return std::fabs(start - mileage) < zeroLength;
-    }
+    bool IsAt(double point) const noexcept { return std::fabs(point - mileage) < zeroLength; }
 };
+
+/// Whether an element fits a condition.
+template <class Condition>
+bool Fits(const Element& element, const Condition& condition) noexcept {
+    const double sense = SenseOf(element.length);
+    if (sense == 0) return condition.IsAt(element.startMileage);
+    return condition.Begun(sense, sense * element.startMileage) &&
+           !condition.Passed(sense, sense * EndMileage(element));
+}
 
 // ------------------------------------------------------------------------------------------------------ plain walks
 
@@ -61,7 +53,7 @@ template <class Condition>
 Match WalkTo(const RoadDesign& road, const Condition& condition, std::int32_t occurrence) noexcept {
     Match match;
     for (std::int32_t i = 1; i < road.elements.Count(); ++i) {
-        if (!condition.Holds(road.elements[i])) continue;
+        if (!Fits(road.elements[i], condition)) continue;
         if (match.before == occurrence) {
             match.element = i;
             break;
@@ -183,7 +175,7 @@ void ForEachFitting(const RoadDesign& road, const ChainIndex& index, const Condi
             continue;
         }
         for (std::int32_t i = run.first; i < run.last; ++i) {
-            if (condition.Holds(road.elements[i]) && visit(Range{i, i + 1})) return;
+            if (Fits(road.elements[i], condition) && visit(Range{i, i + 1})) return;
         }
     }
 }
@@ -257,10 +249,10 @@ void SumLengths(const RoadDesign& road, ChainIndex& index) {
     }
 }
 
-/// The sense that an element alone has.
-double SenseOf(const Element& element) noexcept {
+/// The sense that an element has in a run: none where a mileage is no number.
+double SenseInRun(const Element& element) noexcept {
     if (!std::isfinite(element.startMileage) || !std::isfinite(EndMileage(element))) return 0;
-    return element.length > 0 ? 1 : (element.length < 0 ? -1 : 0);
+    return SenseOf(element.length);
 }
 
 /// Ends of an element's stake mileages in the sense of travel (m).
@@ -273,7 +265,7 @@ void FindRuns(const RoadDesign& road, ChainIndex& index) {
     Ends before{};
     for (std::int32_t i = 1; i < road.elements.Count(); ++i) {
         const Element& element = road.elements[i];
-        const double sense = SenseOf(element);
+        const double sense = SenseInRun(element);
         const Ends ends{sense * element.startMileage, sense * EndMileage(element)};
         const bool continues = !index.runs.empty() && index.runs.back().sense == sense &&
                                (sense == 0 || (before.start <= ends.start && before.end <= ends.end));
@@ -312,7 +304,7 @@ void FillIndex(const RoadDesign& road, ChainIndex& index) {
 }
 
 bool Carries(const Element& element, double mileage, double zeroLength) noexcept {
-    return Carrying{mileage, zeroLength}.Holds(element);
+    return Fits(element, Carrying{mileage, zeroLength});
 }
 
 bool LiesBetween(double start, double end, double continuous) noexcept {
@@ -341,7 +333,7 @@ std::int32_t CountCarriers(const RoadDesign& road, const ChainIndex* index, doub
             return range.last > last;
         });
     } else {
-        for (std::int32_t i = 1; i <= last; ++i) count += carrying.Holds(road.elements[i]) ? 1 : 0;
+        for (std::int32_t i = 1; i <= last; ++i) count += Fits(road.elements[i], carrying) ? 1 : 0;
     }
     return count;
 }

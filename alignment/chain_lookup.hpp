@@ -8,12 +8,6 @@
 
 namespace kesto {
 
-/// A stake mileage and which of its occurrences along the road is meant.
-struct StakeMileage {
-    double mileage = 0;           // m
-    std::int32_t occurrence = 0;  // 0-based; -1: in no occurrence
-};
-
 /// Where a search for an occurrence ended.
 struct Match {
     std::int32_t before = 0;    // elements that fit, up to the wanted one; all that fit where it is not there

@@ -28,22 +28,18 @@ std::int32_t FirstOccurrence(const RoadDesign& road, double continuous) noexcept
     return std::fabs(beyond) < tolerance::mileage ? 0 : noOccurrence;
 }
 
-ChainIndex::Key KeyOf(const RoadDesign& road) noexcept {
-    return {road.elements.Revision(), road.settings.startMileage};
-}
-
 const ChainIndex* ValidIndex(const RoadDesign& road) noexcept {
     const ChainIndex& index = road.chainIndex;
-    return index.filled && index.key == KeyOf(road) ? &index : nullptr;
+    return index.filled && index.stamp.SameChain(StampOf(road)) ? &index : nullptr;
 }
 
 }  // namespace
 
 const ChainIndex* CurrentIndex(RoadDesign& road, std::int32_t lookups) noexcept {
     ChainIndex& index = road.chainIndex;
-    const ChainIndex::Key now = KeyOf(road);
-    if (!(index.key == now)) {
-        index.key = now;
+    const Stamp now = StampOf(road);
+    if (!index.stamp.SameChain(now)) {
+        index.stamp = now;
         index.filled = false;
         index.asked = 0;
     }
@@ -58,7 +54,7 @@ const ChainIndex* CurrentIndex(RoadDesign& road, std::int32_t lookups) noexcept 
         // Lookups walk as after an edit, and then it is tried again: memory may be there by then. Until then none is
         // held.
         index = ChainIndex{};
-        index.key = now;
+        index.stamp = now;
         return nullptr;
     }
     return index.filled ? &index : nullptr;
@@ -67,7 +63,7 @@ const ChainIndex* CurrentIndex(RoadDesign& road, std::int32_t lookups) noexcept 
 void BuildIndex(RoadDesign& road) {
     ChainIndex& index = road.chainIndex;
     FillIndex(road, index);
-    index.key = KeyOf(road);
+    index.stamp = StampOf(road);
     for (std::size_t i = 0; i < index.frames.size(); ++i) {
         index.frames[i] = EvaluationFrameOf(road.elements[static_cast<std::int32_t>(i)]);
         index.framesKnown[i] = 1;

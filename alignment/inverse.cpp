@@ -34,18 +34,8 @@ SearchLimit UpperLimit(const ChainView& chain, StakeMileage wanted) noexcept {
     return LimitAt(chain, StakeMileageAt(chain, end), end);
 }
 
-SearchLimits::Key KeyOf(const RoadDesign& road, StakeMileage lower, StakeMileage upper) noexcept {
-    return {road.elements.Revision(),
-            road.settings.startMileage,
-            road.totalLength,
-            lower.mileage,
-            upper.mileage,
-            lower.occurrence,
-            upper.occurrence};
-}
-
 SearchLimits LimitsOf(const ChainView& chain, StakeMileage lower, StakeMileage upper) noexcept {
-    return {KeyOf(chain.road, lower, upper), LowerLimit(chain, lower), UpperLimit(chain, upper)};
+    return {StampOf(chain.road), lower, upper, LowerLimit(chain, lower), UpperLimit(chain, upper)};
 }
 
 /// The limits of a search between two stake mileages; a live road keeps them until others are asked for.
@@ -53,18 +43,19 @@ SearchLimits CurrentLimits(const AskedRoad& asked, const ChainView& chain, Stake
                            StakeMileage upper) noexcept {
     if (asked.live == nullptr) return LimitsOf(chain, lower, upper);
     SearchLimits& kept = asked.live->searchLimits;
-    if (!(kept.key == KeyOf(asked.road, lower, upper))) kept = LimitsOf(chain, lower, upper);
+    const bool hold =
+        kept.stamp.SameChain(StampOf(asked.road)) && kept.lowerAsked.IsSame(lower) && kept.upperAsked.IsSame(upper);
+    if (!hold) kept = LimitsOf(chain, lower, upper);
     return kept;
 }
 
 /// Where the road's end has no stake mileage, the upper limit has no occurrence.
 const SearchLimits& CurrentRoadLimits(const AskedRoad& asked, const ChainView& chain) noexcept {
     const RoadDesign& road = asked.road;
-    const SearchLimits::Key now = KeyOf(road, {}, {});
-    if (asked.live != nullptr && !(road.roadLimits.key == now)) {
+    if (asked.live != nullptr && !road.roadLimits.stamp.SameChain(StampOf(road))) {
         const StakeMileage start{road.settings.startMileage, 0};
         const StakeMileage end = StakeMileageAt(chain, road.settings.startMileage + road.totalLength);
-        asked.live->roadLimits = {now, LowerLimit(chain, start), UpperLimit(chain, end)};
+        asked.live->roadLimits = LimitsOf(chain, start, end);
     }
     return road.roadLimits;
 }

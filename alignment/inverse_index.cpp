@@ -239,23 +239,19 @@ bool Fill(const RoadDesign& road, InverseIndex& index) {
     return true;
 }
 
-InverseIndex::Key KeyOf(const RoadDesign& road) noexcept {
-    return {road.elements.Revision(), road.settings.startMileage};
-}
-
 }  // namespace
 
 void BuildInverseIndex(RoadDesign& road) {
     InverseIndex& index = road.inverseIndex;
     index.usable = false;
     index.usable = Fill(road, index);
-    index.key = KeyOf(road);
+    index.stamp = StampOf(road);
 }
 
 const InverseIndex& CurrentInverseIndex(const AskedRoad& asked) noexcept {
     if (asked.live == nullptr) return asked.road.inverseIndex;
     InverseIndex& index = asked.live->inverseIndex;
-    if (!(index.key == KeyOf(asked.road))) {
+    if (!index.stamp.SameChain(StampOf(asked.road))) {
         try {
             BuildInverseIndex(*asked.live);
         } catch (const std::bad_alloc&) {

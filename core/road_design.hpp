@@ -50,9 +50,6 @@ struct SectionData {
     std::vector<SectionMileageIndex> mileageIndex;
 };
 
-inline constexpr std::int32_t stakeListStep = 32;        // records
-inline constexpr std::int32_t brokenChainListSpare = 1;  // grows one record earlier than the other lists
-
 }  // namespace kesto
 
 struct RoadDesign {
@@ -61,26 +58,32 @@ struct RoadDesign {
     kesto::CountedList<Intersection> intersections;
     kesto::CountedList<Element> elements;
     kesto::CountedList<Coordinate> coordinates;
-    kesto::CountedList<StakeCoordinate> stakes{kesto::stakeListStep};
-    kesto::CountedList<BrokenChain> brokenChains{kesto::CountedList<BrokenChain>::defaultStep,
-                                                 kesto::brokenChainListSpare};
+    kesto::CountedList<StakeCoordinate> stakes;
+    kesto::CountedList<BrokenChain> brokenChains;
     kesto::CountedList<VerticalCurve> verticalCurves;
     kesto::SectionData sections;
 
     bool frozen = false;  // a copy that is only read: see FreezeRoad()
 
     // Derived
-    double totalLength = 0;              // m: sum of the absolute element lengths; below 1e-7: the chain is not built
-    kesto::ChainIndex chainIndex;        // valid while its key equals the chain's
-    kesto::InverseIndex inverseIndex;    // valid while its key equals the chain's
-    kesto::SearchLimits roadLimits;      // of the whole road; valid while their key equals the chain's
-    kesto::SearchLimits searchLimits;    // of the last search between limits; likewise
-    kesto::StakeOrder stakeOrder;        // valid while its revision equals the stakes'
-    kesto::ProfileCache profileCache;    // valid while its key equals the profile's
+    double totalLength = 0;        // m: sum of the absolute element lengths; below 1e-7: the chain is not built
+    kesto::ChainIndex chainIndex;  // what follows holds while its stamp is the road's own
+    kesto::InverseIndex inverseIndex;
+    kesto::SearchLimits roadLimits;    // of the whole road
+    kesto::SearchLimits searchLimits;  // of the last search between limits
+    kesto::StakeOrder stakeOrder;
+    kesto::ProfileCache profileCache;
     std::optional<Failure> lastFailure;  // kept by the boundary guard
 };
 
 namespace kesto {
+
+/// The stamp of the road's data as they are now.
+inline Stamp StampOf(const RoadDesign& road) noexcept {
+    return {road.elements.Revision(), road.verticalCurves.Revision(),
+            road.stakes.Revision(),   road.settings.startMileage,
+            road.totalLength,         road.settings.verticalCurveMode};
+}
 
 /// Empties the design data and resets the settings. The transition types of the change sections stay: a host that
 /// reloads a road's sections finds them again.

@@ -29,8 +29,8 @@ std::optional<std::size_t> BisectToBracket(std::span<const StakeCoordinate> stak
 }  // namespace
 
 void BuildStakeOrder(RoadDesign& road) noexcept {
-    if (road.stakeOrder.stakes == road.stakes.Revision()) return;
-    road.stakeOrder = {road.stakes.Revision(), NeverFalls(road.stakes.Records())};
+    const Stamp now = StampOf(road);
+    if (!road.stakeOrder.stamp.SameStakes(now)) road.stakeOrder = {now, NeverFalls(road.stakes.Records())};
 }
 
 std::optional<std::size_t> WalkToBracket(std::span<const StakeCoordinate> stakes, double mileage) noexcept {

@@ -186,7 +186,7 @@ Outcome MakeStakes(RoadDesign& road) {
     road.stakes.Clear();
     if (road.elements.Count() < 2) return {};
     road.settings.mileageInterval = std::max(road.settings.mileageInterval, road.totalLength / mostRegularStakes);
-    StakeList stakes(stakeListStep);  // the road gets it when it is complete, or not at all where memory runs out
+    StakeList stakes;  // the road gets it when it is complete, or not at all where memory runs out
     Outcome added = AddStakes(road, stakes);
     if (added) NameStakes(road, stakes);
     road.stakes.Swap(stakes);

@@ -22,11 +22,6 @@ double PointMileage(RoadDesign& road, const VerticalCurve& curve) noexcept {
     return ProfileMileage(road, {curve.mileage, curve.occurrence});
 }
 
-ProfileCache::Key KeyOf(const RoadDesign& road) noexcept {
-    return {road.verticalCurves.Revision(), road.elements.Revision(), road.settings.startMileage, road.totalLength,
-            road.settings.verticalCurveMode};
-}
-
 /// Where grade-change points lie along the road: in continuous mileage, or as they stand while no road can be built.
 class PointPlaces {
 public:
@@ -44,7 +39,7 @@ public:
     void Keep() const noexcept {
         if (AreKept()) return;
         ProfileCache::Places& kept = Kept();
-        kept.key = {};
+        kept.stamp = {};
         try {
             kept.mileage.clear();
             for (const VerticalCurve& curve : road.verticalCurves.Records()) kept.mileage.push_back(Of(curve));
@@ -54,7 +49,7 @@ public:
         const auto falls = [](double one, double next) { return !(next > one); };
         kept.rising = std::ranges::adjacent_find(kept.mileage, falls) == kept.mileage.end();
         kept.onRoad = current;
-        kept.key = KeyOf(road);
+        kept.stamp = StampOf(road);
     }
 
     /// Inserts a point in the list, for which room is reserved, and into the places where they are known.
@@ -66,12 +61,12 @@ public:
             known = false;
         }
         road.verticalCurves.Insert(curve, index);
-        if (known) Kept().key = KeyOf(road);
+        if (known) Kept().stamp = StampOf(road);
     }
 
 private:
     ProfileCache::Places& Kept() const noexcept { return road.profileCache.places; }
-    bool AreKept() const noexcept { return Kept().key == KeyOf(road) && Kept().onRoad == current; }
+    bool AreKept() const noexcept { return Kept().stamp.SameProfile(StampOf(road)) && Kept().onRoad == current; }
 
     RoadDesign& road;
     bool current;
@@ -289,11 +284,12 @@ void DeriveProfile(RoadDesign& road) {
         }
     }
     DeriveReaches(spans);
-    road.profileCache.key = KeyOf(road);
+    road.profileCache.stamp = StampOf(road);
 }
 
 const ProfileCache& CurrentProfile(const AskedRoad& asked) {
-    if (asked.live != nullptr && !(asked.road.profileCache.key == KeyOf(asked.road))) DeriveProfile(*asked.live);
+    if (asked.live != nullptr && !asked.road.profileCache.stamp.SameProfile(StampOf(asked.road)))
+        DeriveProfile(*asked.live);
     return asked.road.profileCache;
 }
 

@@ -6,6 +6,7 @@
 #include <vector>
 
 #include "core/derived/element_frames.hpp"
+#include "core/derived/stamp.hpp"
 
 namespace kesto {
 
@@ -28,15 +29,10 @@ struct MileageRun {
     GuessTable guesses;
 };
 
-/// Derived from the element chain by CurrentIndex(); valid exactly while the key equals the chain's own.
+/// Derived from the element chain by CurrentIndex(); valid exactly while the stamp is the chain's own.
 struct ChainIndex {
-    struct Key {
-        std::uint64_t elements = ~std::uint64_t{0};  // revision of the element list
-        double startMileage = 0;                     // m
-        bool operator==(const Key&) const = default;
-    };
-    Key key;
-    std::int32_t asked = 0;  // lookups since the key changed or memory ran out
+    Stamp stamp;
+    std::int32_t asked = 0;  // lookups since the chain changed or memory ran out
     bool filled = false;     // what follows holds
 
     std::vector<MileageRun> runs;       // in chain order; every element but the start record lies in one

@@ -7,6 +7,7 @@
 #include <vector>
 
 #include "core/derived/element_frames.hpp"
+#include "core/derived/stamp.hpp"
 
 namespace kesto {
 
@@ -48,14 +49,9 @@ struct ElementSight {
     bool isShortArc = false;  // turns less than half a circle
 };
 
-/// Derived from the element chain by CurrentInverseIndex(); valid exactly while the key equals the chain's own.
+/// Derived from the element chain by CurrentInverseIndex(); valid exactly while the stamp is the chain's own.
 struct InverseIndex {
-    struct Key {
-        std::uint64_t elements = ~std::uint64_t{0};  // revision of the element list
-        double startMileage = 0;                     // m
-        bool operator==(const Key&) const = default;
-    };
-    Key key;
+    Stamp stamp;
     bool usable = false;  // false: the search walks
 
     double originX = 0;                  // m
@@ -65,6 +61,18 @@ struct InverseIndex {
     std::vector<std::int32_t> levels;    // first node of every level
     std::vector<ElementSight> elements;  // one per element; the start record is never seen
     std::vector<SpiralSight> spirals;    // in chain order
+};
+
+/// A stake mileage and which of its occurrences along the road is meant.
+struct StakeMileage {
+    double mileage = 0;           // m
+    std::int32_t occurrence = 0;  // 0-based; -1: in no occurrence
+
+    /// By bits: the sign of a zero and what is no number count.
+    bool IsSame(const StakeMileage& other) const noexcept {
+        const auto bits = [](double number) { return std::bit_cast<std::uint64_t>(number); };
+        return bits(mileage) == bits(other.mileage) && occurrence == other.occurrence;
+    }
 };
 
 /// One end of the stretch that is searched.
@@ -77,29 +85,12 @@ struct SearchLimit {
     double y = 0;                 // m
 };
 
-/// The limits of a search as they were worked out last; valid exactly while the key equals the chain's own and what is
-/// asked for.
+/// The limits of a search as they were worked out last; valid exactly while the stamp is the chain's own and the places
+/// are those asked for.
 struct SearchLimits {
-    struct Key {
-        std::uint64_t elements = ~std::uint64_t{0};  // revision of the element list
-        double startMileage = 0;                     // m
-        double totalLength = 0;                      // m
-        double lower = 0;                            // m: stake mileages asked for
-        double upper = 0;                            // m
-        std::int32_t lowerOccurrence = 0;
-        std::int32_t upperOccurrence = 0;
-
-        /// By bits: a limit becomes a result as it was passed, the sign of a zero included.
-        bool operator==(const Key& other) const noexcept {
-            const auto bits = [](const Key& it) {
-                const auto of = [](double number) { return std::bit_cast<std::uint64_t>(number); };
-                return std::array{it.elements, of(it.startMileage), of(it.totalLength), of(it.lower), of(it.upper)};
-            };
-            return bits(*this) == bits(other) && lowerOccurrence == other.lowerOccurrence &&
-                   upperOccurrence == other.upperOccurrence;
-        }
-    };
-    Key key;
+    Stamp stamp;
+    StakeMileage lowerAsked;
+    StakeMileage upperAsked;
     SearchLimit lower;
     SearchLimit upper;
 };

@@ -1,14 +1,14 @@
 /// What the search for the stakes around a mileage keeps between queries.
 #pragma once
 
-#include <cstdint>
+#include "core/derived/stamp.hpp"
 
 namespace kesto {
 
-/// Whether the stake list may be bisected; valid exactly while the revision is the list's own.
+/// Whether the stake list may be bisected; valid exactly while the stamp is the list's own.
 struct StakeOrder {
-    std::uint64_t stakes = ~std::uint64_t{0};  // revision of the stake list
-    bool neverFalls = false;                   // mileages, each compared with the next one
+    Stamp stamp;
+    bool neverFalls = false;  // mileages, each compared with the next one
 };
 
 }  // namespace kesto
