@@ -17,8 +17,8 @@ Failure TooFewElements(const RoadDesign& road) noexcept;
 /// Applies the broken chains to the elements as they stand, sets their start mileages, the total length and the start
 /// mileage. The stake list is kept.
 /// @return fails with the elements and the start mileage as they were and a total length of 0: fewer than two elements
-///         (3), no start record (6), an element with a length or mileages that are not finite, or whose split
-///         point cannot be evaluated (7)
+///         (KESTO_TOO_FEW_ELEMENTS), no start record (KESTO_NO_START_ELEMENT), an element with a length or mileages
+///         that are not finite, or whose split point cannot be evaluated (KESTO_ELEMENT_NOT_EVALUABLE)
 /// @throws std::bad_alloc with the same state
 Outcome BuildChain(RoadDesign& road);
 
@@ -27,7 +27,8 @@ Outcome BuildChain(RoadDesign& road);
 Outcome MakeCurrent(RoadDesign& road);
 
 /// What every query begins with: makes the road current when no chain is built. A frozen road is.
-/// @return fails as MakeCurrent(), and with 3 when the elements are gone although a length is known
+/// @return fails as MakeCurrent(), and with KESTO_TOO_FEW_ELEMENTS when the elements are gone although a length
+///         is known
 Outcome EnsureCurrent(const AskedRoad& asked);
 
 }  // namespace kesto

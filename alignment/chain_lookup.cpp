@@ -11,7 +11,7 @@ namespace kesto {
 
 namespace {
 
-// ------------------------------------------------------------------------------------------ what an element answers
+// What an element answers
 
 /// +1 where the stake mileage rises along an element, -1 where it falls, 0 on an element without length.
 double SenseOf(double length) noexcept { return length > 0 ? 1 : (length < 0 ? -1 : 0); }
@@ -47,7 +47,7 @@ bool Fits(const Element& element, const Condition& condition) noexcept {
            !condition.Passed(sense, sense * EndMileage(element));
 }
 
-// ------------------------------------------------------------------------------------------------------ plain walks
+// Plain walks
 
 template <class Condition>
 Match WalkTo(const RoadDesign& road, const Condition& condition, std::int32_t occurrence) noexcept {
@@ -91,7 +91,7 @@ MileageSpan WalkSpan(const RoadDesign& road) noexcept {
     return span;
 }
 
-// --------------------------------------------------------------------------------------------- searches in the index
+// Searches in the index
 
 /// Consecutive elements [first, last).
 struct Range {
@@ -211,7 +211,7 @@ Place LookUpPlace(const RoadDesign& road, const ChainIndex& index, double contin
     return {last, RunningAt(road, &index, last)};
 }
 
-// --------------------------------------------------------------------------------------------------- building it
+// Building it
 
 inline constexpr std::size_t bucketsPerElement = 2;
 inline constexpr std::size_t mostFrames = 4096;  // of longer roads: fetching from memory costs more than working out

@@ -13,7 +13,7 @@ namespace kesto {
 inline constexpr std::int32_t noOccurrence = -1;
 
 /// The index of the chain as it stands, or null where lookups walk: right after an edit or a rebuild, and where memory
-/// runs out. A caller that asks on gets an index.
+/// runs out. After a few more lookups the index is built.
 /// @param lookups how many are to come
 const ChainIndex* CurrentIndex(RoadDesign& road, std::int32_t lookups = 1) noexcept;
 
@@ -43,7 +43,8 @@ std::optional<std::int32_t> CoveringElement(const ChainView& chain, StakeMileage
 std::optional<double> FindContinuous(const ChainView& chain, StakeMileage stake) noexcept;
 
 /// Continuous mileage (m) of a stake mileage; makes the road current first.
-/// @return fails where no road can be built, off the road (25), in a gap or for a missing occurrence (26)
+/// @return fails where no road can be built, off the road (KESTO_MILEAGE_OFF_ROAD), in a gap or for a missing
+///         occurrence (KESTO_NO_SUCH_OCCURRENCE)
 Result<double> ContinuousMileage(const AskedRoad& asked, StakeMileage stake);
 
 /// The same on the chain as it stands.

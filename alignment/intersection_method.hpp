@@ -24,16 +24,17 @@ struct TangentCurve {
 
 /// Fits the curve of an intersection between its tangents (route surveying, unsymmetrical spiralled curves).
 /// @param before, after the neighbouring points of the polygon (m)
-/// @return no curve for a radius below 1e-7 m or a deflection below 1e-7 rad. Fails with 4 for points that coincide, a
-///         deflection of 180 degrees, a negative or not finite radius or length, a spiral between equal radii or
-///         between nearly equal ones that cannot be evaluated, and spirals that turn more than the deflection (value =
-///         their turn, bound = the deflection, degrees)
+/// @return no curve for a radius below 1e-7 m or a deflection below 1e-7 rad. Fails with KESTO_CURVE_DOES_NOT_FIT for
+///         points that coincide, a deflection of 180 degrees, a negative or not finite radius or length, a spiral
+///         between equal radii or between nearly equal ones that cannot be evaluated, and spirals that turn more than
+///         the deflection (value = their turn, bound = the deflection, degrees)
 Result<TangentCurve> FitCurve(Point before, const Intersection& intersection, Point after) noexcept;
 
 /// Fits all curves of the road's intersections; the first and the last point have none, so nothing but their place is
 /// read.
-/// @return one for each intersection. Fails with 3 for fewer than two intersections, as FitCurve(), and with 4 where
-///         two curves overlap by more than 1 mm (value = the tangents' sum, bound = the side, excess = the overlap)
+/// @return one for each intersection. Fails with KESTO_TOO_FEW_ELEMENTS for fewer than two intersections, as
+///         FitCurve(), and with KESTO_CURVE_DOES_NOT_FIT where two curves overlap by more than 1 mm (value = the
+///         tangents' sum, bound = the side, excess = the overlap)
 Result<std::vector<TangentCurve>> FitCurves(const RoadDesign& road);
 
 /// Makes elements from the intersections. Curves that overlap by up to a millimetre are joined as they are, and a

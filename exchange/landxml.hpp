@@ -16,7 +16,8 @@ Result<std::string> FormatLandXml(RoadDesign& road, const std::tm& time);
 
 /// Runs the design and saves the document. An earlier file stays whole until the new one is complete.
 /// @param path file path in the local code page, taken as it stands
-/// @return fails as RunDesign(), with nothing written, as FormatLandXml(), and where the file cannot be written (15)
+/// @return fails as RunDesign(), with nothing written, as FormatLandXml(), and where the file cannot be written
+///         (KESTO_FILE_NOT_WRITTEN)
 Outcome ExportLandXml(RoadDesign& road, const char* path);
 
 }  // namespace kesto

@@ -194,7 +194,7 @@ struct Bracket {
     void Halve(double middle, bool behind) noexcept { ends[behind ? 0 : 1] = middle, ++halvings; }
 };
 
-/// No number is near, too.
+/// Whether a place lies in the neighbourhood. What is no number does too, so that the bisection goes on evaluating.
 bool IsNear(const Neighbourhood& near, double along) noexcept {
     return !(std::fabs(along - near.along) > near.halfWidth);
 }
@@ -219,13 +219,14 @@ double HalveFarFromFoot(Bracket& bracket, const Neighbourhood& near) noexcept {
     return middle;
 }
 
-/// Whom a bisection looks for.
+/// The point whose foot a bisection looks for.
 struct Target {
     Point point;
     bool startsAhead;  // the start has it ahead and the end behind, or the other way round
 };
 
-/// One step of the bisection as it is written. @return the foot where the middle is it; else the bracket is halved
+/// One step of the plain bisection: the element is evaluated in the middle of the bracket.
+/// @return the foot where the middle is it; nothing otherwise, and the bracket is halved
 std::optional<Foot> EvaluateAndHalve(const SpiralSight& spiral, Bracket& bracket, double along,
                                      const Target& target) noexcept {
     const Middle middle = EvaluateMiddle(spiral, along, target.point);
@@ -237,7 +238,7 @@ std::optional<Foot> EvaluateAndHalve(const SpiralSight& spiral, Bracket& bracket
     return std::nullopt;
 }
 
-/// Goes on with a bisection whose lower end has the point ahead, evaluated as written only near the foot.
+/// Goes on with a bisection whose lower end has the point ahead. Middles are evaluated only near the foot.
 Foot HalveTowards(const SpiralSight& spiral, Bracket bracket, const Neighbourhood& near,
                   const Target& target) noexcept {
     double along = HalveFarFromFoot(bracket, near);
@@ -251,8 +252,8 @@ Foot HalveTowards(const SpiralSight& spiral, Bracket bracket, const Neighbourhoo
     }
 }
 
-/// The bisection, evaluated as written only where a look by short series leaves a doubt, and towards the foot once the
-/// bracket is so short that its neighbourhood may be known.
+/// The bisection by short series: a middle is evaluated only where the series leaves a doubt. Once the bracket is so
+/// short that the neighbourhood of the foot can be told, it is halved towards that.
 Foot HalveByLooks(const SpiralSight& spiral, Side lower, Side upper, Point inClothoid, const Target& target) noexcept {
     constexpr int firstHalvings = 3;
     const ClothoidStretch& stretch = spiral.clothoid.stretch;
@@ -279,8 +280,8 @@ Foot HalveByLooks(const SpiralSight& spiral, Side lower, Side upper, Point inClo
     }
 }
 
-/// The bisection as it is written.
-Foot HalveAsWritten(const SpiralSight& spiral, double length, const Target& target) noexcept {
+/// The plain bisection: it evaluates every middle and defines the foot.
+Foot HalvePlainly(const SpiralSight& spiral, double length, const Target& target) noexcept {
     for (Bracket bracket{{0, length}};;) {
         if (const auto foot = EvaluateAndHalve(spiral, bracket, bracket.Middle(), target)) return *foot;
     }
@@ -316,7 +317,7 @@ std::optional<Foot> FootOnSpiral(const Element& element, const SpiralSight& spir
     if (!spiral.hasSeries) return ProjectOnSpiral(element, point);
     const double length = element.length;
     const Target target{point, startExcess < 0};
-    if (!IsGentle(spiral, length, point)) return HalveAsWritten(spiral, length, target);
+    if (!IsGentle(spiral, length, point)) return HalvePlainly(spiral, length, target);
     const Point inClothoid = InClothoid(spiral, point);
     const Side lower{0, looks.start.ahead};
     const Side upper{length, looks.end.ahead};

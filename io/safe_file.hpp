@@ -14,7 +14,8 @@ inline constexpr std::size_t largestFile = std::size_t{1} << 30U;  // bytes: a d
 /// The content of a file.
 /// @param path  file path as the host gives it
 /// @param limit how many bytes are read at most
-/// @return fails when the file cannot be opened or read (13); one above the limit counts as out of memory (16)
+/// @return fails when the file cannot be opened or read (KESTO_FILE_NOT_OPENED); one above the limit counts as out of
+///         memory (KESTO_FILE_OUT_OF_MEMORY)
 Result<std::string> ReadWholeFile(const char* path, std::size_t limit = largestFile);
 
 /// Writes a file so that an earlier one at this path stays whole until the new one is complete on disk: the text goes
@@ -22,7 +23,8 @@ Result<std::string> ReadWholeFile(const char* path, std::size_t limit = largestF
 /// target that exists and is no regular file (a device, a pipe) is written directly. A file that a killed call left
 /// beside the target is overwritten.
 /// @param path file path as the host gives it
-/// @return fails (15) when the file could not be written whole; an earlier file is then untouched
+/// @return fails with KESTO_FILE_NOT_WRITTEN when the file could not be written whole; an earlier file is then
+///         untouched
 Outcome WriteWholeFile(const std::string& path, std::string_view text);
 
 }  // namespace kesto

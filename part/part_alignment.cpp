@@ -32,7 +32,7 @@ struct PartPiece {
 
 double EndInWhole(const PartPiece& piece) noexcept { return piece.whole + std::fabs(piece.element.length); }
 
-// --------------------------------------------------------------------------------------------------------- the breaks
+// The breaks
 
 /// Jump of the stake mileage behind a piece (m).
 double JumpBehind(std::span<const PartPiece> pieces, std::size_t i) noexcept {
@@ -88,7 +88,7 @@ Outcome RequirePieces(std::span<const PartPiece> pieces, const RoadDesign& part)
     return {};
 }
 
-// ------------------------------------------------------------------------------------------------------ the assembly
+// The assembly
 
 /// A road of its own from pieces that lie behind each other.
 /// @param end continuous mileage of their end in the whole road (m)
@@ -135,7 +135,7 @@ Result<std::vector<PartPiece>> PiecesBetween(const RoadDesign& whole, double fro
     return pieces;
 }
 
-// ------------------------------------------------------------------------------------------------------- the decimals
+// The decimals
 
 double Curvature(double radius) noexcept { return IsInfiniteRadius(radius) ? 0 : 1 / radius; }
 
@@ -184,7 +184,7 @@ Outcome AppendWritable(const PartPiece& piece, std::vector<PartPiece>& pieces) {
 
 /// Makes sure that what is read back can be evaluated. Decimals leave too little of the difference between the radii of
 /// a very short spiral: it becomes an arc.
-/// @return fails where that ends elsewhere, and for an element that cannot be evaluated anyway (7)
+/// @return fails where that ends elsewhere, and for an element that cannot be evaluated anyway
 Outcome KeepEvaluable(Element& element) noexcept {
     Element read = element;
     read.length = WrittenReal(element.length);

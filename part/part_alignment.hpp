@@ -42,8 +42,9 @@ struct FramedPart {
 /// @param whole    a road whose chain is built
 /// @param from, to continuous mileages on the road (m)
 /// @return fails where there is nothing between them (17; value and bound = the continuous mileages) and where an
-///         element cannot be cut (7). A break that acts an element later than it stands may come in an order that no
-///         list of a part gives: 17 with the list of broken chains and the stake mileage where the first one is missed
+///         element cannot be cut (KESTO_ELEMENT_NOT_EVALUABLE). A break that acts an element later than it stands may
+///         come in an order that no list of a part gives: KESTO_NOTHING_TO_SAVE with the list of broken chains and the
+///         stake mileage where the first one is missed
 Result<FramedPart> CutAlignment(const RoadDesign& whole, double from, double to);
 
 /// The same road with an alignment that survives the decimals of a project file: stake mileages are rounded where the
@@ -51,7 +52,8 @@ Result<FramedPart> CutAlignment(const RoadDesign& whole, double from, double to)
 /// arcs, and radii of 1e9 m and more, which have no room in their column, become infinite. Beside the flat end of a cut
 /// spiral that is far less than rounding; an arc or a long spiral of L m ends up to L^2 / 2e9 m beside.
 /// @param whole a road whose chain is built, of elements split at the breaks
-/// @return fails as CutAlignment(), and for an element that could not be evaluated when read (7)
+/// @return fails as CutAlignment(), and for an element that could not be evaluated when read
+///         (KESTO_ELEMENT_NOT_EVALUABLE)
 Result<FramedPart> RoundAlignment(const RoadDesign& whole);
 
 }  // namespace kesto

@@ -11,8 +11,9 @@ namespace kesto {
 
 /// Makes a road of its own from the stretch between two stake mileages. Its points and heights agree with the whole
 /// road's within 1e-9 m. The road is made current, and otherwise not touched.
-/// @return a built road without stakes. Fails where no road can be built (1 to 7), and with 17 where a mileage is not
-///         on the road (bound, excess and limit as 25 or 26 give them) and as CutAlignment()
+/// @return a built road without stakes. Fails where no road can be built, and with KESTO_NOTHING_TO_SAVE where a
+///         mileage is not on the road (bound, excess and limit as KESTO_MILEAGE_OFF_ROAD or KESTO_NO_SUCH_OCCURRENCE
+///         give them) and as CutAlignment()
 Result<std::unique_ptr<RoadDesign>> MakePart(RoadDesign& road, StakeMileage from, StakeMileage to);
 
 /// A road as MakePart() makes it with an alignment that survives the decimals of a project file.

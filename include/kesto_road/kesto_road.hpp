@@ -255,7 +255,7 @@ public:
         return When(GetLastFailure(Handle(), &failure), failure);
     }
 
-    // ------------------------------------------------------------------------------------------------ many points
+    // Many points
 
     /** Mileages and offsets of many points. @throws Error as GetMileageAndOffsetBatch() is false */
     void Locate(std::int32_t count, const PointColumns& columns) const {
@@ -275,7 +275,7 @@ public:
         Require(columns.Run(Handle(), count));
     }
 
-    // ------------------------------------------------------------------------------------------------ files written
+    // Files written
 
     /** Saves the road as a project file; an earlier file stays whole until the new one is complete.
      *  @param path file path; ".road" is appended where it is missing
@@ -365,7 +365,7 @@ public:
         if (Handle() == nullptr) throw std::bad_alloc();
     }
 
-    // ---------------------------------------------------------------------------------------------- building a road
+    // Building a road
 
     /** Begins the horizontal alignment: drops every element there is and sets the road design mode to elements (1).
      *  @param x, y    start point (m)
@@ -495,7 +495,7 @@ public:
     /** Builds the element chain anew and keeps the stakes. @return false: see UpdateData() */
     bool Update() { return UpdateData(Handle()); }
 
-    // ------------------------------------------------------------------------------------------------- files read
+    // Files read
 
     /** Opens a project file and runs the design.
      *  @param path file path ending in ".road"
