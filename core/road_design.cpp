@@ -33,6 +33,7 @@ void Clear(RoadDesign& road) {
     road.searchLimits = SearchLimits{};
     road.stakeOrder = StakeOrder{};
     road.profileCache = ProfileCache{};
+    road.reading = ReadingReport{};
     road.lastFailure.reset();
 }
 
@@ -48,6 +49,7 @@ void SwapDesignData(RoadDesign& one, RoadDesign& other) noexcept {
     std::swap(one.sections.changeSections, other.sections.changeSections);
     std::swap(one.sections.mileageIndex, other.sections.mileageIndex);
     std::swap(one.totalLength, other.totalLength);
+    std::swap(one.reading, other.reading);
 }
 
 void SetInterval(RoadDesign& road, double interval) noexcept {

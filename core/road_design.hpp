@@ -14,6 +14,7 @@
 #include "core/derived/inverse_index.hpp"
 #include "core/derived/profile_cache.hpp"
 #include "core/derived/stake_order.hpp"
+#include "core/reading_report.hpp"
 #include "kesto_road/kesto_road.h"
 
 namespace kesto {
@@ -73,6 +74,7 @@ struct RoadDesign {
     kesto::SearchLimits searchLimits;  // of the last search between limits
     kesto::StakeOrder stakeOrder;
     kesto::ProfileCache profileCache;
+    kesto::ReadingReport reading;        // of the last opening
     std::optional<Failure> lastFailure;  // kept by the boundary guard
 };
 

@@ -11,9 +11,6 @@ namespace {
 
 inline constexpr std::string_view lineEnd = "\r\n";
 
-/// Whether a character separates tokens, in the C locale.
-bool IsBlank(char character) noexcept { return character == ' ' || (character >= '\t' && character <= '\r'); }
-
 /// A text without the blanks in front of it.
 std::string_view SkipBlanks(std::string_view text) noexcept {
     const char* const last = text.data() + text.size();
@@ -55,19 +52,20 @@ bool LineShape::SplitByColumns(std::string_view line, std::vector<std::string_vi
     return aligned;
 }
 
-void LineShape::Split(std::string_view line, std::vector<std::string_view>& cells) const {
+std::size_t LineShape::Split(std::string_view line, std::vector<std::string_view>& cells) const {
     const bool ofItsWidth = line.size() == width;
-    if (ofItsWidth && SplitByColumns(line, cells)) return;
+    if (ofItsWidth && SplitByColumns(line, cells)) return 0;
     SplitAtBlanks(line, cells);
+    const std::size_t surplus = cells.size() - std::min(cells.size(), columns.size());
     if (ofItsWidth && cells.size() < columns.size()) {
         SplitByColumns(line, cells);
-    } else if (cells.size() > columns.size() && columns.front().content == Content::Name) {
+    } else if (surplus > 0 && columns.front().content == Content::Name) {
         const auto isName = [](const Column& column) { return column.content == Content::Name; };
         const auto nameCount = std::find_if_not(columns.begin(), columns.end(), isName) - columns.begin();
-        const auto surplus = static_cast<std::ptrdiff_t>(cells.size() - columns.size());
-        cells.erase(cells.begin() + nameCount, cells.begin() + nameCount + surplus);
+        cells.erase(cells.begin() + nameCount, cells.begin() + nameCount + static_cast<std::ptrdiff_t>(surplus));
     }
     cells.resize(columns.size());
+    return surplus;
 }
 
 void LineWriter::Cell(std::string_view value, std::size_t columnWidth) {
@@ -123,28 +121,46 @@ LineWriter& LineWriter::Keyword(std::string_view keyword) {
 
 void LineWriter::End() { text += lineEnd; }
 
+void LineReader::Note(bool fits, bool whole, double read) {
+    readable = readable && fits;
+    if (fits && whole) return;
+    const std::size_t cell = next - 1;
+    if (cells[cell].empty()) {
+        ++missing;
+    } else {
+        doubts.push_back({fits ? KESTO_READING_NOT_A_NUMBER : KESTO_READING_NUMBER_TOO_LARGE, cell, read});
+    }
+}
+
 LineReader& LineReader::Real(double& value) {
-    const bool read = ReadReal(Next(), value);
-    readable = readable && read;
+    bool whole = false;
+    const bool fits = ReadReal(Next(), value, whole);
+    Note(fits, whole, value);
     return *this;
 }
 
-LineReader& LineReader::Repeated(const double&) {
-    ++next;
+LineReader& LineReader::Repeated(const double& value) {
+    bool whole = false;
+    double again = 0;
+    ReadReal(Next(), again, whole);  // what does not fit is no reason to skip the record
+    Note(true, whole, again);
+    if (whole && again != value) doubts.push_back({KESTO_READING_VALUE_DIFFERS, next - 1, value, again});
     return *this;
 }
 
 LineReader& LineReader::Integer(std::int32_t& value, std::size_t) {
-    const bool read = ReadInteger(Next(), value);
-    readable = readable && read;
+    bool whole = false;
+    const bool fits = ReadInteger(Next(), value, whole);
+    Note(fits, whole, value);
     return *this;
 }
 
-LineReader& LineReader::Integer(std::uint8_t& value, std::size_t columnWidth) {
+LineReader& LineReader::Integer(std::uint8_t& value, std::size_t) {
+    bool whole = false;
     std::int32_t number = 0;
-    Integer(number, columnWidth);
-    const bool fits = number >= 0 && number <= std::numeric_limits<std::uint8_t>::max();
-    readable = readable && fits;
+    const bool read = ReadInteger(Next(), number, whole);
+    const bool fits = read && number >= 0 && number <= std::numeric_limits<std::uint8_t>::max();
+    Note(fits, whole, number);
     value = fits ? static_cast<std::uint8_t>(number) : std::uint8_t{0};
     return *this;
 }

@@ -7,7 +7,7 @@
 ///   Name(text)             a name of up to 31 bytes, right-aligned in 32 characters, UTF-8 in the file
 ///   NameOrNull(text)       the same, "NULL" standing for the empty name
 ///   Text(text)             a text of any length as it is stored, right-aligned in 18 characters
-///   Repeated(value)        a real that stands in the line again: written, and read past
+///   Repeated(value)        a real that stands in the line again: written, and only compared
 ///   Gap()                  a blank between two columns
 /// Names of a line stand together at its start or at its end.
 #pragma once
@@ -21,6 +21,7 @@
 
 #include "core/text.hpp"
 #include "io/code_page.hpp"
+#include "kesto_road/kesto_road.h"
 
 namespace kesto {
 
@@ -60,7 +61,8 @@ public:
     /// in order. Where there are more of them, a name with blanks is meant: numbers keep their places and the name is
     /// its first token.
     /// @param cells out: views into the line; behind a number, more of its column may follow after a blank
-    void Split(std::string_view line, std::vector<std::string_view>& cells) const;
+    /// @return how many more tokens there are than columns
+    std::size_t Split(std::string_view line, std::vector<std::string_view>& cells) const;
 
     std::span<const Column> Columns() const noexcept { return columns; }
     /// Characters of the whole line.
@@ -106,16 +108,26 @@ private:
     const CodePage& names;
 };
 
+/// A cell that holds something else than its field wants.
+struct CellDoubt {
+    KestoReadingReason reason;
+    std::size_t cell;  // 0-based
+    double read;       // the number that is taken
+    double other = 0;  // where it stands twice: the second one
+};
+
 /// Parses the cells of one line into a record. A number that overflows makes the line unreadable.
 class LineReader {
 public:
     /// @param lineCells  one cell for each field, in the fields' order
     /// @param codePage   the code page that names are converted to; null where they are taken as they stand
-    LineReader(std::span<const std::string_view> lineCells, const CodePage* codePage)
-        : cells(lineCells), names(codePage) {}
+    /// @param cellDoubts out: what is to be told of the cells is appended
+    LineReader(std::span<const std::string_view> lineCells, const CodePage* codePage,
+               std::vector<CellDoubt>& cellDoubts)
+        : cells(lineCells), names(codePage), doubts(cellDoubts) {}
 
     LineReader& Real(double& value);
-    LineReader& Repeated(const double&);
+    LineReader& Repeated(const double& value);
     LineReader& Integer(std::int32_t& value, std::size_t columnWidth);
     /// A small number, 0 to 255.
     LineReader& Integer(std::uint8_t& value, std::size_t columnWidth);
@@ -126,13 +138,19 @@ public:
 
     /// Whether every number was one that its field can hold.
     bool Readable() const noexcept { return readable; }
+    /// How many cells of numbers were empty.
+    std::size_t Missing() const noexcept { return missing; }
 
 private:
     std::string_view Next() noexcept { return cells[next++]; }
+    /// Notes what the cell taken last holds, unless that is the number.
+    void Note(bool fits, bool whole, double read);
 
     std::span<const std::string_view> cells;
     const CodePage* names;
+    std::vector<CellDoubt>& doubts;
     std::size_t next = 0;
+    std::size_t missing = 0;
     bool readable = true;
 };
 

@@ -95,6 +95,9 @@ std::string_view NumberPart(std::string_view text, bool pointAllowed) noexcept {
     return !digits.empty() && IsDigit(digits.front()) ? text : std::string_view();
 }
 
+/// Whether nothing but a blank stands where a number ends.
+bool EndsAt(const char* end, const char* last) noexcept { return end == last || IsBlank(*end); }
+
 /// Decimal exponent behind the mantissa, 0 where there is none.
 std::int64_t ExponentOf(std::string_view text) noexcept {
     if (text.empty() || (text.front() != 'e' && text.front() != 'E')) return 0;
@@ -159,22 +162,40 @@ std::string_view FormatInteger(NumberRoom& room, std::int32_t number) noexcept {
     return {room.data(), static_cast<std::size_t>(end.ptr - room.data())};
 }
 
-bool ReadReal(std::string_view text, double& number) noexcept {
+bool ReadReal(std::string_view text, double& number, bool& whole) noexcept {
+    whole = true;
     if (ReadByIntegers(text, number)) return true;
     number = 0;
     const std::string_view part = NumberPart(text, true);
+    whole = !part.empty();
     if (part.empty()) return true;
-    const auto end = std::from_chars(part.data(), part.data() + part.size(), number);
+    const char* const last = part.data() + part.size();
+    const auto end = std::from_chars(part.data(), last, number);
+    whole = EndsAt(end.ptr, last);
     if (end.ec == std::errc() && std::isfinite(number)) return true;
     number = 0;
     return !IsTooLarge(part);
 }
 
-bool ReadInteger(std::string_view text, std::int32_t& number) noexcept {
+bool ReadReal(std::string_view text, double& number) noexcept {
+    bool whole = false;
+    return ReadReal(text, number, whole);
+}
+
+bool ReadInteger(std::string_view text, std::int32_t& number, bool& whole) noexcept {
     number = 0;
     const std::string_view part = NumberPart(text, false);
+    whole = !part.empty();
     if (part.empty()) return true;
-    return std::from_chars(part.data(), part.data() + part.size(), number).ec == std::errc();
+    const char* const last = part.data() + part.size();
+    const auto end = std::from_chars(part.data(), last, number);
+    whole = EndsAt(end.ptr, last);
+    return end.ec == std::errc();
+}
+
+bool ReadInteger(std::string_view text, std::int32_t& number) noexcept {
+    bool whole = false;
+    return ReadInteger(text, number, whole);
 }
 
 }  // namespace kesto

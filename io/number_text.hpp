@@ -35,12 +35,19 @@ std::string_view FormatInteger(NumberRoom& room, std::int32_t number) noexcept;
 /// and for one that is too small for a double.
 /// @param number out: 0 on failure. Not an optional: that comes back in pieces of a word, which costs as much time as a
 ///               short number does
+/// @param whole  out: whether the text up to its end, or to a blank, is the number
 /// @return false when the number is too large for a double
+bool ReadReal(std::string_view text, double& number, bool& whole) noexcept;
 bool ReadReal(std::string_view text, double& number) noexcept;
 
 /// Reads the longest decimal integer that a text begins with, 0 where there is none.
 /// @param number out: 0 on failure
+/// @param whole  out: whether the text up to its end, or to a blank, is the number
 /// @return false when the number does not fit 32 bits
+bool ReadInteger(std::string_view text, std::int32_t& number, bool& whole) noexcept;
 bool ReadInteger(std::string_view text, std::int32_t& number) noexcept;
+
+/// Whether a character separates words, in the C locale.
+constexpr bool IsBlank(char character) noexcept { return character == ' ' || (character >= '\t' && character <= '\r'); }
 
 }  // namespace kesto

@@ -1,10 +1,12 @@
 #include "io/project_sections.hpp"
 
+#include <algorithm>
 #include <array>
 #include <optional>
 #include <string>
 #include <vector>
 
+#include "alignment/chain_builder.hpp"
 #include "alignment/element_generation.hpp"
 #include "io/record_layouts.hpp"
 #include "io/section_records.hpp"
@@ -31,12 +33,18 @@ void WriteRecords(RoadDesign& road, LineWriter& lines) {
 
 template <class Line>
 void ReadRecords(Reading& reading) {
+    constexpr KestoList list = listOf<typename Line::Record>;
     const LineShape shape = ShapeOf<Line>();
     (reading.road.*Line::member).Reserve(reading.lines.MostRecords(shape));
+    std::vector<Reading::PlacedLine>& placed = reading.LinesOf(list);
     while (const std::optional<std::string_view> line = reading.lines.NextRecord()) {
         typename Line::Record record = Line::New();
-        if (!reading.lines.Parse<Line>(shape, *line, record) || !Line::Insert(reading.road, record)) {
-            reading.lines.Skip(listOf<typename Line::Record>);
+        if (!reading.lines.Parse<Line>(shape, *line, record)) {
+            reading.lines.Skip(list);
+        } else if (const Outcome stored = Line::Insert(reading.road, record); !stored) {
+            reading.lines.Refuse(list, stored.failure());
+        } else {
+            placed.push_back({Line::Order(record), reading.lines.LineNumber()});
         }
     }
 }
@@ -60,6 +68,7 @@ struct SettingLine {
 constexpr const char* sideSlopeModeName = "SideSlopeMode";
 constexpr const char* changeSectionName = "ChangeSection";
 constexpr const char* sectionModeName = "SectionMode";
+constexpr std::int32_t lastSectionMode = 1;
 constexpr std::int32_t changeSectionLayout = 1;  // marks lines with a flag behind the occurrence
 
 bool Always(RoadDesign&) noexcept { return true; }
@@ -84,6 +93,9 @@ void ReadSettings(Reading& reading) {
             reading.road.settings.sideSlopeMode = setting.value;
         } else if (setting.name == sectionModeName) {
             reading.road.settings.sectionMode = setting.value;
+            if (setting.value < 0 || setting.value > lastSectionMode) {
+                reading.lines.Tell(reading.lines.Finding(KESTO_READING_VALUE_UNKNOWN, sectionModeName, setting.value));
+            }
         }
     }
 }
@@ -146,9 +158,18 @@ void ReadProfile(Reading& reading) {
             reading.lines.Skip(KESTO_LIST_VERTICAL_CURVES);
         }
     }
+    std::vector<Reading::PlacedLine>& placed = reading.LinesOf(KESTO_LIST_VERTICAL_CURVES);
     const std::vector<bool> inserted = InsertEachVerticalCurve(reading.road, points);
+    const bool built = static_cast<bool>(EnsureCurrent(reading.road));
     for (std::size_t i = 0; i < points.size(); ++i) {
-        if (!inserted[i]) reading.lines.Skip(KESTO_LIST_VERTICAL_CURVES, lineNumbers[i]);
+        if (inserted[i]) {
+            const StakeMileage stake{points[i].mileage, points[i].occurrence};
+            placed.push_back({built ? ProfileMileage(reading.road, stake) : stake.mileage, lineNumbers[i]});
+        } else {
+            // A file holds no number that is not finite, so nothing but a point at the same place can be the reason.
+            reading.lines.Refuse(KESTO_LIST_VERTICAL_CURVES, lineNumbers[i],
+                                 FailValue(KESTO_DUPLICATE_MILEAGE, points[i].mileage));
+        }
     }
 }
 
@@ -191,7 +212,12 @@ void ReadOf(Reading& reading) {
 template <Side side, ChangeKind kind>
 constexpr Section ChangesSection(std::string_view keyword) noexcept {
     constexpr const ChangeTable& which = tableOf<side, kind>;
-    return {keyword, HasChangesOf<which>, WriteOf<which, WriteChanges>, ReadOf<which, ReadChanges>, DescribeChanges,
+    return {keyword,
+            HasChangesOf<which>,
+            WriteOf<which, WriteChanges>,
+            ReadOf<which, ReadChanges>,
+            DescribeChanges,
+            SectionForm::Single,
             true};
 }
 
@@ -210,14 +236,14 @@ constexpr Section PlatesSection(std::string_view keyword) noexcept {
 // clang-format off
 constexpr std::array sections{
     Section{"ExtInfo", Always, WriteSettings, ReadSettings, DescriptionOf<SettingLine>},
-    Section{"Intersection", HasRecords<IntersectionLine>, WriteRecords<IntersectionLine>, ReadAlignment<IntersectionLine, DesignMode::Intersections>, DescriptionOf<IntersectionLine>},
-    Section{"Coordinate", HasPointsInMode<DesignMode::Coordinates>, WriteRecords<CoordinateLine>, ReadAlignment<CoordinateLine, DesignMode::Coordinates>, DescriptionOf<CoordinateLine>},
-    Section{"BrokenLine", HasPointsInMode<DesignMode::BrokenLine>, WriteRecords<CoordinateLine>, ReadAlignment<CoordinateLine, DesignMode::BrokenLine>, DescriptionOf<CoordinateLine>},
+    Section{"Intersection", HasRecords<IntersectionLine>, WriteRecords<IntersectionLine>, ReadAlignment<IntersectionLine, DesignMode::Intersections>, DescriptionOf<IntersectionLine>, SectionForm::Alignment},
+    Section{"Coordinate", HasPointsInMode<DesignMode::Coordinates>, WriteRecords<CoordinateLine>, ReadAlignment<CoordinateLine, DesignMode::Coordinates>, DescriptionOf<CoordinateLine>, SectionForm::Alignment},
+    Section{"BrokenLine", HasPointsInMode<DesignMode::BrokenLine>, WriteRecords<CoordinateLine>, ReadAlignment<CoordinateLine, DesignMode::BrokenLine>, DescriptionOf<CoordinateLine>, SectionForm::Alignment},
     Section{"", HasIdlePoints, WriteRecords<CoordinateLine>, ReadNothing, DescriptionOf<CoordinateLine>},
-    Section{"Element", HasElements, WriteRecords<ElementLine>, ReadAlignment<ElementLine, DesignMode::Elements>, DescriptionOf<ElementLine>},
+    Section{"Element", HasElements, WriteRecords<ElementLine>, ReadAlignment<ElementLine, DesignMode::Elements>, DescriptionOf<ElementLine>, SectionForm::Alignment},
     Section{"BrokenChain", HasRecords<BrokenChainLine>, WriteRecords<BrokenChainLine>, ReadBrokenChains, DescriptionOf<BrokenChainLine>},
-    Section{"VerticalCurve", HasCurvesInMode<CurveMode::Radius>, WriteRecords<RadiusCurveLine>, ReadProfile<RadiusCurveLine, CurveMode::Radius>, DescriptionOf<RadiusCurveLine>},
-    Section{"VerticalCurve_SECONDPARA", HasCurvesInMode<CurveMode::GivenEnds>, WriteRecords<GivenEndsCurveLine>, ReadProfile<GivenEndsCurveLine, CurveMode::GivenEnds>, DescriptionOf<GivenEndsCurveLine>},
+    Section{"VerticalCurve", HasCurvesInMode<CurveMode::Radius>, WriteRecords<RadiusCurveLine>, ReadProfile<RadiusCurveLine, CurveMode::Radius>, DescriptionOf<RadiusCurveLine>, SectionForm::Profile},
+    Section{"VerticalCurve_SECONDPARA", HasCurvesInMode<CurveMode::GivenEnds>, WriteRecords<GivenEndsCurveLine>, ReadProfile<GivenEndsCurveLine, CurveMode::GivenEnds>, DescriptionOf<GivenEndsCurveLine>, SectionForm::Profile},
     PlatesSection<Side::Right>("StandardSectionRight"),
     PlatesSection<Side::Left>("StandardSectionLeft"),
     ChangesSection<Side::Right, ChangeKind::Widening>("WidenSectionRight"),
@@ -228,7 +254,7 @@ constexpr std::array sections{
     TypesSection<Side::Right, ChangeKind::Heightening>("HeightRightType"),
     ChangesSection<Side::Left, ChangeKind::Heightening>("HeightenSectionLeft"),
     TypesSection<Side::Left, ChangeKind::Heightening>("HeightLeftType"),
-    Section{"roadSectionMileage", HasMileages, WriteMileages, ReadMileages, DescribeMileages, false, true},
+    Section{"roadSectionMileage", HasMileages, WriteMileages, ReadMileages, DescribeMileages, SectionForm::Single, false, true},
 };
 // clang-format on
 
@@ -248,6 +274,10 @@ const Section* FindSection(std::string_view line) noexcept {
         if (found == nullptr || section.keyword.size() > found->keyword.size()) found = &section;
     }
     return found;
+}
+
+bool IsKeyword(std::string_view word) noexcept {
+    return !word.empty() && std::ranges::any_of(sections, [&](const Section& it) { return it.keyword == word; });
 }
 
 }  // namespace kesto

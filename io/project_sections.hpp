@@ -12,6 +12,9 @@
 
 namespace kesto {
 
+/// What a section is one form of: a file that has two forms of one thing contradicts itself.
+enum class SectionForm { Single, Alignment, Profile };
+
 /// A section is a row: a new one is one more row with its functions.
 struct Section {
     std::string_view keyword;                            // its line; empty: written without one, never recognised
@@ -19,6 +22,7 @@ struct Section {
     void (*write)(RoadDesign& road, LineWriter& lines);  // writes the lines behind the keyword
     void (*read)(Reading& reading);                      // reads records until the section ends
     LineDescription (*describe)();                       // what the documentation tells of its lines
+    SectionForm form = SectionForm::Single;
     bool byStake = false;   // written from a road whose chain is the one that the file gives: it may be made current
     bool roadOnly = false;  // never written to a water project
 };
@@ -30,6 +34,9 @@ std::span<const Section> Sections() noexcept;
 /// keywords match, the longer one is meant.
 /// @return null for a line that opens none
 const Section* FindSection(std::string_view line) noexcept;
+
+/// Whether a word is a section's keyword as the writer spells it.
+bool IsKeyword(std::string_view word) noexcept;
 
 /// The line in front of the sections: the settings of the stakes.
 struct HeaderLine {

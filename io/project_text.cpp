@@ -3,6 +3,7 @@
 #include <algorithm>
 #include <memory>
 #include <optional>
+#include <vector>
 
 #include "core/status.hpp"
 #include "io/line_format.hpp"
@@ -32,6 +33,84 @@ void ReadHeader(std::string_view line, RoadDesign& road, RecordLines& lines) {
     }
     road.settings = settings;
     SetInterval(road, settings.mileageInterval);
+    const double stored = road.settings.mileageInterval;
+    if (settings.mileageInterval < stored) {
+        lines.Tell(lines.Finding(KESTO_READING_VALUE_RAISED, {}, settings.mileageInterval, stored));
+    }
+}
+
+/// Reads what stands between the sections, and tells of it.
+class BetweenSections {
+public:
+    explicit BetweenSections(RecordLines& all) noexcept : lines(all) {}
+
+    /// Tells what a keyword's line says beside its section.
+    void Open(const Section& section, std::string_view line) {
+        lines.EnterSection(section.keyword);
+        const std::string_view word = FirstWord(line);
+        const bool spelt = word == section.keyword && FirstWord(line.substr(word.size())).empty();
+        if (!spelt) lines.Tell(lines.Finding(KESTO_READING_KEYWORD_SPELLING, line));
+        const Opened* before = nullptr;
+        for (const Opened& it : opened) {
+            if (it.section == &section) {
+                TellOf(KESTO_READING_SECTION_REPEATED, it);
+                break;
+            }
+        }
+        for (const Opened& it : opened) {
+            if (section.form != SectionForm::Single && it.section->form == section.form) before = &it;
+        }
+        if (before != nullptr && before->section != &section) TellOf(KESTO_READING_SECOND_FORM, *before);
+        opened.push_back({&section, lines.LineNumber()});
+    }
+
+    /// A line that opens no section: such lines are told together, up to an empty one.
+    void PassOver(std::string_view line) {
+        if (FirstWord(line).empty()) return TellOfPassed();
+        if (++passedCount == 1) passed = lines.Finding(KESTO_READING_UNKNOWN_SECTION, FirstWord(line));
+    }
+
+    void TellOfPassed() {
+        passed.value = passedCount;
+        if (passedCount > 0) lines.Tell(passed);
+        passedCount = 0;
+    }
+
+private:
+    /// A section that has been read.
+    struct Opened {
+        const Section* section;
+        std::int32_t line;
+    };
+
+    void TellOf(KestoReadingReason reason, const Opened& before) {
+        ReadingFinding finding = lines.Finding(reason, before.section->keyword);
+        finding.otherLine = before.line;
+        lines.Tell(finding);
+    }
+
+    RecordLines& lines;
+    std::vector<Opened> opened;
+    ReadingFinding passed{};
+    std::int32_t passedCount = 0;
+};
+
+/// Tells how many lines are no UTF-8, at the first one.
+void TellOfOtherBytes(std::string_view text, ReadingReport& report) {
+    ReadingFinding finding{};
+    finding.reason = KESTO_READING_NOT_UTF8;
+    finding.list = KESTO_LIST_NONE;
+    finding.record = -1;
+    finding.limit = KESTO_LIMIT_NONE;
+    for (std::int32_t number = 1; !text.empty(); ++number) {
+        const std::size_t end = std::min(text.find('\n'), text.size() - 1) + 1;
+        if (!IsUtf8(text.substr(0, end))) {
+            if (finding.line == 0) finding.line = number;
+            ++finding.value;
+        }
+        text.remove_prefix(end);
+    }
+    if (finding.line > 0) report.Add(finding);
 }
 
 /// A road's cross sections on the alignment that a reader has once it has read the text so far. Stake mileages of the
@@ -69,18 +148,31 @@ Result<std::string> FormatProject(RoadDesign& road, const CodePage& names, Proje
 
 Outcome ParseProject(std::string_view text, RoadDesign& road, const CodePage& names) {
     const bool namesAreUtf8 = IsUtf8(text);
+    if (!namesAreUtf8) TellOfOtherBytes(text, road.reading);
     if (text.starts_with(byteOrderMark)) text.remove_prefix(byteOrderMark.size());
-    RecordLines lines(text, namesAreUtf8 ? &names : nullptr);
+    RecordLines lines(text, namesAreUtf8 ? &names : nullptr, road.reading, IsKeyword);
     Reading reading{road, lines};
-    bool first = true;
-    while (const std::optional<std::string_view> line = lines.NextOutside()) {
-        if (first && IsHeader(*line)) {
-            ReadHeader(*line, road, lines);
-        } else if (const Section* section = FindSection(*line)) {
-            section->read(reading);
-        }
-        first = false;
+    BetweenSections between(lines);
+    std::optional<std::string_view> line = lines.NextOutside();
+    if (line && IsHeader(*line)) {
+        ReadHeader(*line, road, lines);
+        line = lines.NextOutside();
+    } else if (lines.Skipped()) {
+        ReadingFinding finding = lines.Finding(KESTO_READING_NO_HEADER);
+        finding.line = 1;  // of an empty file too
+        lines.Tell(finding);
     }
+    for (; line; line = lines.NextOutside()) {
+        if (const Section* section = FindSection(*line)) {
+            between.TellOfPassed();
+            between.Open(*section, *line);
+            section->read(reading);
+        } else {
+            between.PassOver(*line);
+        }
+    }
+    between.TellOfPassed();
+    reading.Finish();
     return lines.Skipped();
 }
 

@@ -2,7 +2,8 @@
 #pragma once
 
 #include <array>
-#include <cstddef>
+#include <cstdint>
+#include <map>
 #include <optional>
 #include <vector>
 
@@ -40,10 +41,25 @@ struct Reading {
     /// Continuous mileages (m) of a table's change sections in the order of the file; nothing for a refused one.
     using Places = std::vector<std::optional<double>>;
 
+    /// Where a record of a list stands.
+    struct PlacedLine {
+        double order;  // what the list is sorted by; records of one order stand as they were read
+        std::int32_t line;
+    };
+
     RoadDesign& road;
     RecordLines& lines;
+    std::map<ReadingReport::ListKey, std::vector<PlacedLine>> stored{};    // of each list that is read
     std::array<std::array<Places, changeKindCount>, sideCount> changes{};  // of the section read last: for its types
+    std::map<ReadingReport::ListKey, ReadingFinding> untyped{};            // change sections whose types have not come
     std::optional<ChainAsRead> chain{};  // set while a chain may have been built for records that are placed by it
+
+    /// The lines of a list's records, to which each one that is stored adds its own.
+    /// @param key see ReadingReport::ListKey
+    std::vector<PlacedLine>& LinesOf(KestoList list, std::int32_t key = 0) { return stored[{list, key}]; }
+
+    /// Hands on what is known when the whole file has been read.
+    void Finish();
 
     /// To be called before such records are read.
     void KeepChain() {

@@ -14,12 +14,13 @@
 namespace kesto {
 
 /// What the records of one list share. New() is a record that nothing has been read into yet; Insert() adds a record as
-/// the list's exported function does.
+/// the list's exported function does, and Order() is what the list is sorted by.
 template <class Kind, ListMember<Kind> listMember>
 struct ListedRecord {
     using Record = Kind;
     static constexpr ListMember<Kind> member = listMember;
     static Record New() noexcept { return {}; }
+    static double Order(const Record&) noexcept { return 0; }  // as they were read
     static Outcome Insert(RoadDesign& road, const Record& record) {
         (road.*member).Insert(Stored(record));
         return {};
@@ -71,6 +72,7 @@ struct BrokenChainLine : ListedRecord<BrokenChain, &RoadDesign::brokenChains> {
     static constexpr auto fields =
         std::to_array<std::string_view>({"stake mileage before the break (m)", "stake mileage behind it (m)"});
     static void Fields(auto& line, auto& chain) { line.Real(chain.backMileage).Real(chain.aheadMileage); }
+    static double Order(const Record& chain) noexcept { return chain.backMileage; }
     static Outcome Insert(RoadDesign& road, const Record& chain) { return InsertBrokenChain(road, chain); }
 };
 

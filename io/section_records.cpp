@@ -17,6 +17,7 @@
 #include "io/number_text.hpp"
 #include "section/mileage_index.hpp"
 #include "section/plates.hpp"
+#include "section/section_at.hpp"
 
 namespace kesto {
 
@@ -150,13 +151,28 @@ struct LinesOfChange {
 
 /// Adds a change section that has been read to its last line. A refused one counts as one skipped record, however many
 /// lines it has.
+/// @param built whether the road is current, or why it is not
 /// @return its continuous mileage (m); nothing for a refused one
-std::optional<double> AddChange(Reading& reading, ChangeTable which, bool built, LinesOfChange change) {
-    std::optional<double> place;
-    if (change.readable) place = PlaceFromFile(reading.road, built, change.stake);
-    if (place && !InsertChangeAt(reading.road, which, *place, std::move(change.section), 0)) place.reset();
-    if (!place) reading.lines.Skip(KESTO_LIST_CHANGE_SECTIONS, change.firstLine);
-    return place;
+std::optional<double> AddChange(Reading& reading, ChangeTable which, const Outcome& built, LinesOfChange change) {
+    if (!change.readable) {
+        reading.lines.Skip(KESTO_LIST_CHANGE_SECTIONS, change.firstLine);
+        return std::nullopt;
+    }
+    const std::optional<double> place = PlaceFromFile(reading.road, static_cast<bool>(built), change.stake);
+    Outcome stored;
+    if (place) {
+        stored = InsertChangeAt(reading.road, which, *place, std::move(change.section), 0);
+    } else {
+        stored = built ? ExplainMissing(reading.road, change.stake) : built.failure();
+    }
+    if (stored) return place;
+    reading.lines.Refuse(KESTO_LIST_CHANGE_SECTIONS, change.firstLine, stored.failure());
+    return std::nullopt;
+}
+
+/// Key of a table's records in the report of a reading.
+std::int32_t ReportKey(ChangeTable which) noexcept {
+    return static_cast<std::int32_t>(changeKindCount) * which.side + which.kind;
 }
 
 }  // namespace
@@ -179,10 +195,15 @@ void WritePlates(RoadDesign& road, LineWriter& lines, std::int32_t side) {
 void ReadPlates(Reading& reading, std::int32_t side) {
     reading.KeepChain();
     const LineShape shape = ShapeOf<PlateLine>();
+    std::vector<Reading::PlacedLine>& placed = reading.LinesOf(KESTO_LIST_PLATES, side);
     while (const std::optional<std::string_view> line = reading.lines.NextRecord()) {
         SectionPlate plate{};
-        if (!reading.lines.Parse<PlateLine>(shape, *line, plate) || !InsertPlate(reading.road, plate, side, -1)) {
+        if (!reading.lines.Parse<PlateLine>(shape, *line, plate)) {
             reading.lines.Skip(KESTO_LIST_PLATES);
+        } else if (const Outcome stored = InsertPlate(reading.road, plate, side, -1); !stored) {
+            reading.lines.Refuse(KESTO_LIST_PLATES, stored.failure());
+        } else {
+            placed.push_back({0, reading.lines.LineNumber()});
         }
     }
 }
@@ -218,9 +239,10 @@ void WriteChanges(RoadDesign& road, LineWriter& lines, ChangeTable which) {
 
 void ReadChanges(Reading& reading, ChangeTable which) {
     reading.KeepChain();
-    const bool built = static_cast<bool>(EnsureCurrent(reading.road));
+    const Outcome built = EnsureCurrent(reading.road);
     Reading::Places& places = TableOf(reading.changes, which);
     places.clear();
+    ReadingFinding untyped = reading.lines.Finding(KESTO_READING_TYPES_MISSING);
     const LineShape shape = ShapeOf<PlateChangeLine>();
     std::vector<LinesOfChange> read;
     while (const std::optional<std::string_view> line = reading.lines.NextRecord()) {
@@ -234,7 +256,14 @@ void ReadChanges(Reading& reading, ChangeTable which) {
         last.section.flags.push_back(change.flag);
         last.readable = last.readable && readable;
     }
-    for (LinesOfChange& lines : read) places.push_back(AddChange(reading, which, built, std::move(lines)));
+    std::vector<Reading::PlacedLine>& placed = reading.LinesOf(KESTO_LIST_CHANGE_SECTIONS, ReportKey(which));
+    for (LinesOfChange& lines : read) {
+        const std::int32_t firstLine = lines.firstLine;
+        places.push_back(AddChange(reading, which, built, std::move(lines)));
+        if (places.back()) placed.push_back({*places.back(), firstLine});
+    }
+    untyped.bound = static_cast<double>(places.size());
+    if (!places.empty()) reading.untyped[{KESTO_LIST_CHANGE_SECTIONS, ReportKey(which)}] = untyped;
 }
 
 LineDescription DescribeTypes() { return DescriptionOf<TransitionTypeLine>(); }
@@ -253,18 +282,29 @@ void WriteTypes(RoadDesign& road, LineWriter& lines, ChangeTable which) {
 void ReadTypes(Reading& reading, ChangeTable which) {
     const Reading::Places& places = TableOf(reading.changes, which);
     auto& types = TableOf(reading.road.sections.transitionTypes, which);
+    const auto sections = static_cast<double>(places.size());
+    ReadingFinding tooFew = reading.lines.Finding(KESTO_READING_TYPES_MISSING, {}, 0, sections);
     const LineShape shape = ShapeOf<TransitionTypeLine>();
     std::size_t lineCount = 0;
     while (const std::optional<std::string_view> line = reading.lines.NextRecord()) {
         std::int32_t type = 0;
         const bool readable = reading.lines.Parse<TransitionTypeLine>(shape, *line, type);
         const std::size_t i = lineCount++;
-        if (!readable || i >= places.size()) {
+        if (!readable) {
             reading.lines.Skip(KESTO_LIST_CHANGE_SECTIONS);
+        } else if (i >= places.size()) {
+            reading.lines.Refuse(
+                KESTO_LIST_CHANGE_SECTIONS,
+                FailLimit(KESTO_INDEX_OUT_OF_RANGE, KESTO_LIMIT_RECORD_COUNT, static_cast<double>(i), sections));
         } else if (places[i]) {
             types[*places[i]] = type;
         }
+        if (readable && !IsTransition(type))
+            reading.lines.Tell(reading.lines.Finding(KESTO_READING_VALUE_UNKNOWN, {}, type));
     }
+    tooFew.value = static_cast<double>(lineCount);
+    reading.untyped.erase({KESTO_LIST_CHANGE_SECTIONS, ReportKey(which)});
+    if (lineCount < places.size()) reading.lines.Tell(tooFew);
 }
 
 // --------------------------------------------------------------------------------------------------- section mileages
@@ -282,10 +322,15 @@ void WriteMileages(RoadDesign& road, LineWriter& lines) {
 
 void ReadMileages(Reading& reading) {
     const LineShape shape = ShapeOf<MileageLine>();
+    std::vector<Reading::PlacedLine>& placed = reading.LinesOf(KESTO_LIST_SECTION_MILEAGES);
     while (const std::optional<std::string_view> line = reading.lines.NextRecord()) {
         double mileage = 0;
-        if (!reading.lines.Parse<MileageLine>(shape, *line, mileage) || !InsertSectionMileage(reading.road, mileage)) {
+        if (!reading.lines.Parse<MileageLine>(shape, *line, mileage)) {
             reading.lines.Skip(KESTO_LIST_SECTION_MILEAGES);
+        } else if (const Outcome stored = InsertSectionMileage(reading.road, mileage); !stored) {
+            reading.lines.Refuse(KESTO_LIST_SECTION_MILEAGES, stored.failure());
+        } else {
+            placed.push_back({mileage, reading.lines.LineNumber()});
         }
     }
 }

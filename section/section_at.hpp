@@ -18,6 +18,11 @@ namespace kesto {
 /// t^2 (3 - 2 t) or t^3 (4 - 3 t).
 enum class Transition : std::int32_t { Linear = 0, Cubic = 1, FourthDegree = 2 };
 
+/// Whether a stored transition type has a formula.
+constexpr bool IsTransition(std::int32_t type) noexcept {
+    return type >= 0 && type <= static_cast<std::int32_t>(Transition::FourthDegree);
+}
+
 /// The values (per cent or m) of one side's plates, from the centre line outwards, that one table of change sections
 /// gives at a place of the road.
 /// @param which      a known side and kind

@@ -82,6 +82,25 @@ void SaveToMemory(CallRun& it) {
     }
 }
 
+/// Every finding that is kept has a line and a reason, they stand in order, and so do the lines of elements.
+void AskFindings(RoadDesign* road) {
+    const std::int32_t count = KESTO_NAMED(GetReadingFindingCount)(road);
+    ReadingFinding finding{};
+    std::int32_t before = 0;
+    std::int32_t index = 0;
+    for (; KESTO_NAMED(GetReadingFinding)(road, index, &finding); ++index) {
+        Require(finding.line >= before && finding.line > 0 && finding.reason > 0, "findings stand in order");
+        before = finding.line;
+    }
+    Require(index == std::min(count, 1000), "a thousand findings are kept");
+    std::int32_t line = 0;
+    std::int32_t lineBefore = 0;
+    for (index = 0; KESTO_NAMED(GetRecordLine)(road, KESTO_LIST_ELEMENTS, 0, index, &line); ++index) {
+        Require(line > lineBefore, "elements stand as in the file");
+        lineBefore = line;
+    }
+}
+
 /// The text saved last, with some bytes changed.
 void OpenFromMemory(CallRun& it) {
     std::string text = it.savedText.empty() ? "0 50 0 K\n\nElement\n" : it.savedText;
@@ -92,6 +111,7 @@ void OpenFromMemory(CallRun& it) {
     const std::int64_t size = it.in.Rarely() ? it.in.Whole() : static_cast<std::int64_t>(text.size());
     it.File(KESTO_NAMED(OpenProjectFromMemory), it.OrNull(text.data()),
             std::min(size, static_cast<std::int64_t>(text.size())));
+    AskFindings(it.Road());
 }
 
 }  // namespace

@@ -139,6 +139,41 @@ enum KestoLimit {
     KESTO_LIMIT_ARC_DIAMETER = 8 /**< no arc spans a chord: value = the chord, bound = the arc's diameter (m) */
 };
 
+/** What a ReadingFinding tells. Where no other field is named, only line and section are set. */
+enum KestoReadingReason {
+    KESTO_READING_NO_HEADER = 1,         /**< the first line holds no stake settings: they are those of a new road */
+    KESTO_READING_UNKNOWN_SECTION = 2,   /**< lines that belong to no section are passed over, and a save drops them:
+                                              text = the first word, value = how many lines */
+    KESTO_READING_KEYWORD_SPELLING = 3,  /**< a keyword is spelled otherwise: text = as it stands */
+    KESTO_READING_SECTION_REPEATED = 4,  /**< the section was there already, in otherLine: its records are added */
+    KESTO_READING_SECTION_SWALLOWED = 5, /**< no empty line before a keyword (text): this line and all that follow are
+                                              read as records of the section before */
+    KESTO_READING_SECOND_FORM = 6,       /**< the alignment or the profile was there already in another form (text, in
+                                              otherLine): this one holds */
+    KESTO_READING_NOT_A_NUMBER = 7,      /**< a field holds something else (text): value = what is read of it */
+    KESTO_READING_NUMBER_TOO_LARGE = 8,  /**< a number (text) that its field cannot hold: the record is skipped */
+    KESTO_READING_FIELDS_MISSING = 9,    /**< numbers are missing and read as 0: value = how many, bound = the fields of
+                                              a line */
+    KESTO_READING_FIELDS_EXTRA = 10,     /**< the line has more words than fields: value = how many more. A name with
+                                              blanks is cut to its first word, anything else is passed over */
+    KESTO_READING_RECORD_REFUSED = 11, /**< the record is skipped: status, list, record, limit, value, bound and excess
+                                            are those of the Failure */
+    KESTO_READING_LINE_TOO_LONG = 12,  /**< the file is read no further: value = the line's bytes, bound = the number
+                                            that it must stay below */
+    KESTO_READING_NO_LINE_END = 13,    /**< the file ends inside this line: something may be cut off */
+    KESTO_READING_ZERO_BYTE = 14,      /**< what follows a zero byte in the line is passed over */
+    KESTO_READING_NOT_UTF8 = 15,       /**< value = how many lines are no UTF-8: all names of the file are taken as they
+                                            stand */
+    KESTO_READING_VALUE_RAISED = 16,   /**< value = as it stands, bound = what is taken instead */
+    KESTO_READING_VALUE_UNKNOWN = 17,  /**< value = a mode or type that means nothing: it is kept */
+    KESTO_READING_VALUE_DIFFERS = 18,  /**< what stands twice differs: value = the first, which holds, bound = the
+                                            second */
+    KESTO_READING_TYPES_MISSING = 19,  /**< value = lines of transition types, bound = change sections: those without
+                                            one are linear */
+    KESTO_READING_LINE_TOO_SHORT = 20  /**< a line of one character (text) ends the section, as an empty one does, and
+                                            is passed over */
+};
+
 /* ------------------------------------------------------------------------------------------------------ records --- */
 
 /** Intersection point of two tangents with its curve: entry spiral, arc, exit spiral. The first and the last one are
@@ -286,6 +321,23 @@ typedef struct Failure {
     double bound;   /**< the bound that it did not keep */
     double excess;  /**< by how much (same unit as value) */
 } Failure;
+
+/** What the last opening skipped or doubted in one line of the file. 120 bytes. */
+typedef struct ReadingFinding {
+    int32_t line;      /**< 1-based */
+    int32_t reason;    /**< a KestoReadingReason: which of the other fields say something */
+    int32_t otherLine; /**< another line that it is about; 0 for none */
+    int32_t field;     /**< 1-based field in the line; 0 for none */
+    int32_t status;    /**< the KestoStatus that refused a record; 0 for none */
+    int32_t list;      /**< a KestoList: the list of the record; -1 for none */
+    int32_t record;    /**< 0-based index of a stored record that it is about; -1 for none */
+    int32_t limit;     /**< a KestoLimit that was passed; -1 for none */
+    char section[32];  /**< keyword of the section; empty outside of sections */
+    char text[32];     /**< what stands in the file, cut to 31 bytes */
+    double value;      /**< see the reason */
+    double bound;      /**< see the reason */
+    double excess;     /**< how far value passes a limit (same unit) */
+} ReadingFinding;
 
 /* ------------------------------------------------------------------------------------- lifecycle and failures --- */
 
@@ -821,6 +873,24 @@ KESTO_API int32_t KESTO_CALL OpenProject2(RoadDesign* road, const char* path);
  *  @return 0; 12 null handle or null bytes, 16 out of memory (or more than 2^30 bytes), 23 negative size: the road is
  *          then as before. Records that cannot be read are skipped: GetLastFailure() then tells how many (18). */
 KESTO_API int32_t KESTO_CALL OpenProjectFromMemory(RoadDesign* road, const char* bytes, int64_t size);
+
+/** Number of findings of the last opening: what it skipped or doubted. They stay until the next opening or ClearRoad(),
+ *  whatever is edited meanwhile. 0 for a null handle. */
+KESTO_API int32_t KESTO_CALL GetReadingFindingCount(RoadDesign* road);
+/** Copies a finding of the last opening out. They stand in the order of the file; of more than 1000 the first ones met
+ *  are kept, the others only counted.
+ *  @param index   0-based
+ *  @param finding out: the finding, untouched on failure
+ *  @return false: null argument, or an index that addresses none of those that are kept (bound = how many are) */
+KESTO_API bool KESTO_CALL GetReadingFinding(RoadDesign* road, int32_t index, ReadingFinding* finding);
+/** The line of the file that a record stood in when the road was opened; of several, its first one. Later edits move
+ *  records, and not these lines.
+ *  @param list  a KestoList
+ *  @param key   the side of plates, 2 * side + kind of change sections, 0 for all other lists
+ *  @param index 0-based index of the record after the opening
+ *  @param line  out: 1-based line, untouched on failure
+ *  @return false: null argument, or no record with this index was read */
+KESTO_API bool KESTO_CALL GetRecordLine(RoadDesign* road, int32_t list, int32_t key, int32_t index, int32_t* line);
 
 /** Copies out what SaveProject() writes into a file, byte for byte.
  *  @param bytes    out: the content, without a zero at its end; may be null where the capacity is 0

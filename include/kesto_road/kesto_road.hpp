@@ -301,6 +301,25 @@ public:
         return SavePartProject(Handle(), path.c_str(), start, end, startOccurrence, endOccurrence);
     }
 
+    /** What the last opening skipped or doubted, in the order of the file. */
+    std::vector<ReadingFinding> ReadingFindings() const {
+        std::vector<ReadingFinding> findings;
+        ReadingFinding finding{};
+        while (GetReadingFinding(Handle(), static_cast<std::int32_t>(findings.size()), &finding)) {
+            findings.push_back(finding);
+        }
+        return findings;
+    }
+
+    /** The line of the file that a record stood in when the road was opened; empty where it was not read.
+     *  @param list  a KestoList
+     *  @param index 0-based index of the record after the opening
+     *  @param key   the side of plates, 2 * side + kind of change sections, 0 for all other lists */
+    std::optional<std::int32_t> RecordLine(std::int32_t list, std::int32_t index, std::int32_t key = 0) const {
+        std::int32_t line = 0;
+        return When(GetRecordLine(Handle(), list, key, index, &line), line);
+    }
+
     /** The content that Save() writes. @throws Error when memory runs out */
     std::string ToMemory() const {
         std::int64_t size = 0;

@@ -100,6 +100,20 @@ KESTO_ASSERT_OFFSET(Failure, value, 16);
 KESTO_ASSERT_OFFSET(Failure, bound, 24);
 KESTO_ASSERT_OFFSET(Failure, excess, 32);
 
+KESTO_ASSERT_SIZE(ReadingFinding, 120);
+KESTO_ASSERT_OFFSET(ReadingFinding, reason, 4);
+KESTO_ASSERT_OFFSET(ReadingFinding, otherLine, 8);
+KESTO_ASSERT_OFFSET(ReadingFinding, field, 12);
+KESTO_ASSERT_OFFSET(ReadingFinding, status, 16);
+KESTO_ASSERT_OFFSET(ReadingFinding, list, 20);
+KESTO_ASSERT_OFFSET(ReadingFinding, record, 24);
+KESTO_ASSERT_OFFSET(ReadingFinding, limit, 28);
+KESTO_ASSERT_OFFSET(ReadingFinding, section, 32);
+KESTO_ASSERT_OFFSET(ReadingFinding, text, 64);
+KESTO_ASSERT_OFFSET(ReadingFinding, value, 96);
+KESTO_ASSERT_OFFSET(ReadingFinding, bound, 104);
+KESTO_ASSERT_OFFSET(ReadingFinding, excess, 112);
+
 #undef KESTO_ASSERT_OFFSET
 #undef KESTO_ASSERT_SIZE
 #undef KESTO_STATIC_ASSERT

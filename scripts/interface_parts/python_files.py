@@ -9,9 +9,10 @@ from .measure import Layout
 WIDTH = 120
 # Names in Python where they differ from those in C, and values of new records that are not 0.
 NAMES = {"SectionPlate": "Plate", "StakeCoordinate": "Stake", "SectionMileageIndex": "SectionMileage",
-         "EaseParam": "EaseParameters", "KestoStatus": "Status", "KestoList": "ListOf", "KestoLimit": "Limit"}
+         "EaseParam": "EaseParameters", "KestoStatus": "Status", "KestoList": "ListOf", "KestoLimit": "Limit",
+         "KestoReadingReason": "ReadingReason"}
 DEFAULTS = {"Coordinate.type": "1", "VerticalCurve.startOccurrence": "-1", "VerticalCurve.endOccurrence": "-1",
-            "Failure.list": "-1", "Failure.record": "-1", "Failure.limit": "-1"}
+            **{f"{record}.{field}": "-1" for record in ("Failure", "ReadingFinding") for field in ("list", "record", "limit")}}
 NUMBERS = {"double": ("float", "0.0", "f8"), "int32_t": ("int", "0", "i4"), "int64_t": ("int", "0", "i8"),
            "uint8_t": ("int", "0", "u1")}
 
@@ -29,7 +30,7 @@ def docstring(text: str, indent: str = "    ") -> list[str]:
 def codes(header: Header, layout: Layout) -> str:
     """The enumerations."""
     lines = [f'"""Codes of the library, as kesto_road.h describes them: {MARK}."""', "", "from enum import IntEnum"]
-    prefixes = {"KestoStatus": "KESTO_"}
+    prefixes = {"KestoStatus": "KESTO_", "KestoReadingReason": "KESTO_READING_"}
     for name, members in header.enumerations.items():
         prefix = prefixes.get(name, re.sub(r"([A-Z])", r"_\1", name).lstrip("_").upper() + "_")
         lines += ["", "", f"class {NAMES.get(name, name)}(IntEnum):", *docstring(header.comments[name] + '"""'), ""]

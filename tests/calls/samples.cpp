@@ -55,6 +55,7 @@ constexpr Sample samples[] = {
     {"VerticalCurve.mileage", 5000, 100},
     {"VerticalCurve.radius", 500},
     {"GetSrcMileage.mileage", 350},  // behind a broken chain
+    {"GetRecordLine.list", KESTO_LIST_BROKEN_CHAINS},
 };
 
 const test::TemporaryFolder& Folder() {
@@ -109,7 +110,10 @@ std::string SamplePath(const std::string& name) {
 }
 
 Road SampleRoad() {
+    constexpr std::string_view doubtful = "0 100 0 K\n\nBrokenChain\n8 9x\n";  // the report of its reading stays
     Road road;
+    OpenProjectFromMemory(road, doubtful.data(), static_cast<std::int64_t>(doubtful.size()));
+    DeleteBrokenChain(road, 0);
     AddIntersections(road);
     AddPoints(road, 2);
     MakeReady(road, 1);

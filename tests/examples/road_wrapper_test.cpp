@@ -204,6 +204,18 @@ TEST(RoadWrapper, GoesThroughMemory) {
     EXPECT_EQ(back.FromMemory(""), KESTO_TOO_FEW_ELEMENTS);
 }
 
+TEST(RoadWrapper, TellsWhatAnOpeningMet) {
+    Road road;
+    EXPECT_EQ(road.FromMemory("0 9 0 K\n\nElement\n0 0 0 0 0 0 0 0 0 0\n0 0 0 9x 0 0 1 0 0 0\n"), 0);
+    const std::vector<ReadingFinding> findings = road.ReadingFindings();
+    ASSERT_EQ(findings.size(), 1U);
+    EXPECT_EQ(findings[0].line, 5);
+    EXPECT_EQ(findings[0].reason, KESTO_READING_NOT_A_NUMBER);
+    EXPECT_STREQ(findings[0].text, "9x");
+    EXPECT_EQ(road.RecordLine(KESTO_LIST_ELEMENTS, 1), 5);
+    EXPECT_FALSE(road.RecordLine(KESTO_LIST_ELEMENTS, 2));
+}
+
 TEST(RoadWrapper, StakeTextsAreRoundedToTheMillimetre) {
     Road road;
     EXPECT_EQ(road.StakeText(12345.678), "K12+345.678");

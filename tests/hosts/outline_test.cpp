@@ -33,7 +33,8 @@ TEST(Outline, ReadsNumbersAsTheLibraryDoes) {
         double real = 0;
         std::int32_t integer = 0;
         const std::array<std::string_view, 2> cells{text, text};
-        LineReader reader(cells, nullptr);
+        std::vector<CellDoubt> doubts;
+        LineReader reader(cells, nullptr, doubts);
         reader.Real(real).Integer(integer, wideColumn);
         const auto records = outline.Records("VerticalCurve");
         ASSERT_EQ(records.size(), reader.Readable() ? 1U : 0U) << text;

@@ -8,8 +8,8 @@ import pytest
 from conftest import DATA, ROOT
 
 import kesto_road
-from kesto_road import (BrokenChain, ChangeOf, Intersection, KestoError, Limit, ListOf, Plate, RecordsSkippedWarning,
-                        Road, Side, Status, Turn)
+from kesto_road import (BrokenChain, ChangeOf, Intersection, KestoError, Limit, ListOf, Plate, ReadingReason,
+                        RecordsSkippedWarning, Road, Side, Status, Turn)
 from kesto_road import Record, _native
 
 
@@ -113,7 +113,10 @@ def test_failures_carry_their_reason(small, tmp_path):
 
 def test_skipped_records_warn():
     with pytest.warns(RecordsSkippedWarning, match="2 records could not be read, the first one in line 5"):
-        Road.open(DATA / "malformed/real_overflows.road")
+        road = Road.open(DATA / "malformed/real_overflows.road")
+    first = road.reading_findings()[0]
+    assert (first.line, first.reason, first.section) == (5, ReadingReason.NUMBER_TOO_LARGE, "Element")
+    assert road.record_line(ListOf.ELEMENTS, 0) == 4 and road.record_line(ListOf.PLATES, 0, key=1) is None
 
 
 def test_numbers_are_those_of_the_header():

@@ -7,14 +7,14 @@
 x is the northing and y the easting (m), azimuths are degrees clockwise from north, offsets are positive to the right.
 """
 
-from ._codes import Limit, ListOf, Status
+from ._codes import Limit, ListOf, ReadingReason, Status
 from ._failures import KestoError, RecordsSkippedWarning, describe
 from ._layout import Record
 from ._lists import RecordList
 from ._native import library as _library
 from ._queries import Heights, Place, Places, Position, Positions, Queries, Side
-from ._records import (BrokenChain, Coordinate, EaseParameters, Element, Intersection, Plate, SectionMileage, Stake,
-                       VerticalCurve)
+from ._records import (BrokenChain, Coordinate, EaseParameters, Element, Intersection, Plate, ReadingFinding,
+                       SectionMileage, Stake, VerticalCurve)
 from .road import ChangeOf, ChangeSection, DesignMode, FrozenRoad, Road, Transition, Turn
 
 __version__: str = _library.KestoRoadVersion().decode()
@@ -22,6 +22,7 @@ __version__: str = _library.KestoRoadVersion().decode()
 __all__ = [
     "BrokenChain", "ChangeOf", "ChangeSection", "Coordinate", "DesignMode", "EaseParameters", "Element",
     "FrozenRoad", "Heights", "Intersection", "KestoError", "Limit", "ListOf", "Place", "Places", "Plate",
-    "Position", "Positions", "Queries", "Record", "RecordList", "RecordsSkippedWarning", "Road",
-    "SectionMileage", "Side", "Stake", "Status", "Transition", "Turn", "VerticalCurve", "describe",
+    "Position", "Positions", "Queries", "ReadingFinding", "ReadingReason", "Record", "RecordList",
+    "RecordsSkippedWarning", "Road", "SectionMileage", "Side", "Stake", "Status", "Transition", "Turn", "VerticalCurve",
+    "describe",
 ]

@@ -73,3 +73,28 @@ class Limit(IntEnum):
     POLYGON_SIDE = 6
     DEFLECTION = 7
     ARC_DIAMETER = 8
+
+
+class ReadingReason(IntEnum):
+    """What a ReadingFinding tells. Where no other field is named, only line and section are set."""
+
+    NO_HEADER = 1
+    UNKNOWN_SECTION = 2
+    KEYWORD_SPELLING = 3
+    SECTION_REPEATED = 4
+    SECTION_SWALLOWED = 5
+    SECOND_FORM = 6
+    NOT_A_NUMBER = 7
+    NUMBER_TOO_LARGE = 8
+    FIELDS_MISSING = 9
+    FIELDS_EXTRA = 10
+    RECORD_REFUSED = 11
+    LINE_TOO_LONG = 12
+    NO_LINE_END = 13
+    ZERO_BYTE = 14
+    NOT_UTF8 = 15
+    VALUE_RAISED = 16
+    VALUE_UNKNOWN = 17
+    VALUE_DIFFERS = 18
+    TYPES_MISSING = 19
+    LINE_TOO_SHORT = 20

@@ -64,6 +64,11 @@ def _check_records(loaded: Any) -> None:
     """Raises ImportError where the library lays its records out otherwise than this package."""
     road = loaded.StartRoadDesign()
     try:
+        text = b"0 100 0 K\n\nBrokenChain\n7 8\n7 8\n"
+        loaded.OpenProjectFromMemory(road, text, len(text))
+        found = _check_size(_records.ReadingFinding, lambda memory: loaded.GetReadingFinding(road, 0, memory))
+        _check_values(found, line=5, reason=11, status=24, list=4, record=0, limit=-1, value=7)
+        loaded.ClearRoad(road)
         loaded.SetRoadDesignMode(road, 1)
         loaded.SetStartMileage(road, 1000)
         loaded.SetStartInformation(road, 3, 4, 90)

@@ -259,3 +259,40 @@ class Failure(Record):
     bound: float = 0.0
     excess: float = 0.0
     dtype: ClassVar = layout(40, status="i4", list="i4", record="i4", limit="i4", value="f8", bound="f8", excess="f8")
+
+
+@dataclass
+class ReadingFinding(Record):
+    """What the last opening skipped or doubted in one line of the file.
+
+    Attributes:
+        line:       1-based
+        reason:     a KestoReadingReason: which of the other fields say something
+        other_line: another line that it is about; 0 for none
+        field:      1-based field in the line; 0 for none
+        status:     the KestoStatus that refused a record; 0 for none
+        list:       a KestoList: the list of the record; -1 for none
+        record:     0-based index of a stored record that it is about; -1 for none
+        limit:      a KestoLimit that was passed; -1 for none
+        section:    keyword of the section; empty outside of sections
+        text:       what stands in the file, cut to 31 bytes
+        value:      see the reason
+        bound:      see the reason
+        excess:     how far value passes a limit (same unit)
+    """
+
+    line: int = 0
+    reason: int = 0
+    other_line: int = 0
+    field: int = 0
+    status: int = 0
+    list: int = -1
+    record: int = -1
+    limit: int = -1
+    section: str = ""
+    text: str = ""
+    value: float = 0.0
+    bound: float = 0.0
+    excess: float = 0.0
+    dtype: ClassVar = layout(120, line="i4", reason="i4", other_line="i4", field="i4", status="i4", list="i4",
+                             record="i4", limit="i4", section="S32", text="S32", value="f8", bound="f8", excess="f8")

@@ -14,14 +14,14 @@ from typing import Any, NamedTuple, NoReturn, Sequence, Union
 import numpy as np
 from numpy.typing import NDArray
 
-from ._codes import Status
+from ._codes import ListOf, Status
 from ._failures import KestoError, warn_of_skipped_records
 from ._layout import whole
 from ._lists import RecordList, SortedRecordList, whole_call
 from ._native import call, library
 from ._queries import Number, Queries, Side, Whole
-from ._records import (BrokenChain, Coordinate, EaseParameters, Element, Failure, Intersection, Plate, SectionMileage,
-                       Stake, VerticalCurve)
+from ._records import (BrokenChain, Coordinate, EaseParameters, Element, Failure, Intersection, Plate, ReadingFinding,
+                       SectionMileage, Stake, VerticalCurve)
 from ._signatures import DoubleArray, Int32Array
 
 
@@ -116,6 +116,24 @@ class Road(Queries):
             self.design()
         warn_of_skipped_records(skipped)
         return self
+
+    def reading_findings(self) -> list[ReadingFinding]:
+        """What the opening skipped or doubted, in the order of the file; of more than 1000 the first ones."""
+        findings, row = [], np.zeros((), ReadingFinding.dtype)
+        with self._lock:
+            while library.GetReadingFinding(self._handle, len(findings), row.ctypes.data):
+                findings.append(ReadingFinding.of(row))
+        return findings
+
+    def record_line(self, which: ListOf, index: Whole, key: Whole = 0) -> int | None:
+        """The line of the file that a record stood in when the road was opened; None where it was not read.
+
+        Args:
+            index: 0-based index of the record after the opening
+            key:   the side of plates, 2 * side + kind of change sections, 0 for all other lists
+        """
+        line = c_int32()
+        return line.value if self._ask("GetRecordLine", which, key, index, byref(line)) else None
 
     def save(self, path: Path) -> None:
         """Saves the project file; an earlier file stays whole until the new one is complete.
