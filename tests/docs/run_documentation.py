@@ -45,7 +45,7 @@ WARNINGS = ["-Wall", "-Wextra", "-Wpedantic", "-Wconversion", "-Wshadow", "-Werr
 PROGRAMS = {"c": ["cc", "-std=c99"], "cpp": ["c++", "-std=c++17"]}
 FEW_POINTS = {"KESTO_BULK_POINTS": "20000"}
 FIGURES = re.compile(r"[+-]?\d[\d,.]*")
-RUNS_THIS = "scripts/test"  # a command that runs this test
+RUN_APART = "scripts/test"  # builds and tests what those who run this have built and tested
 
 
 class Wrong(Exception):
@@ -191,8 +191,8 @@ class DocumentRun:
             shutil.copytree(self.root, tree, ignore=shutil.ignore_patterns("build", ".git"))
         left_out = ""
         for line in block.text.splitlines():
-            if line.split("#")[0].strip() == RUNS_THIS:
-                left_out = f", but for {RUNS_THIS}, which runs this"
+            if line.split("#")[0].strip() == RUN_APART:
+                left_out = f", but for {RUN_APART}, which is run apart"
             else:
                 self.output = self.command(line, folder=tree)
         return "ran" + left_out
