@@ -35,7 +35,7 @@ std::vector<char> RunOf(std::uint8_t call, int road, std::mt19937& random) {
     const auto add = [&](std::uint32_t byte) { bytes.push_back(static_cast<char>(byte)); };
     for (const std::uint32_t byte :
          {std::uint32_t{CodeOf(settingsGroup, ready)}, static_cast<std::uint32_t>(road),
-          std::uint32_t{CodeOf(batchGroup, freeze)}, 0U, std::uint32_t{CodeOf(fileGroup, save)}, roadFile, 0U,
+          std::uint32_t{CodeOf(batchGroup, freeze)}, 0U, 0U, std::uint32_t{CodeOf(fileGroup, save)}, roadFile, 0U,
           std::uint32_t{CodeOf(fileGroup, saveWater)}, waterFile, 0U, std::uint32_t{CodeOf(fileGroup, saveToMemory)},
           0U}) {
         add(byte);
