@@ -4,6 +4,7 @@
 #include <new>
 
 #include "alignment/chain_builder.hpp"
+#include "core/arguments.hpp"
 #include "core/tolerances.hpp"
 #include "geometry/element_geometry.hpp"
 
@@ -152,6 +153,21 @@ StakeMileage StakeMileageAt(const ChainView& chain, double continuous, const Lik
         }
     }
     return StakeMileageAt(chain, continuous);
+}
+
+Result<double> PlaceIn(const AskedRoad& asked, StakeMileage stake) {
+    if (const Outcome finite = RequireFinite({stake.mileage}); !finite) return finite.failure();
+    return ContinuousMileage(asked, stake);
+}
+
+Result<StakeMileage> PlaceOut(const AskedRoad& asked, double continuous, KestoList list, std::int32_t record) {
+    if (const Outcome current = EnsureCurrent(asked); !current) return current.failure();
+    const StakeMileage stake = StakeMileageAt(asked, continuous);
+    if (!std::isfinite(stake.mileage)) return Fail(KESTO_RESULT_NOT_FINITE);
+    if (stake.occurrence >= 0) return stake;
+    Failure failure = FailRecord(KESTO_MILEAGE_OFF_ROAD, list, record);
+    failure.value = continuous;
+    return failure;
 }
 
 Failure ExplainMissing(const ChainView& chain, StakeMileage stake) noexcept {

@@ -54,6 +54,15 @@ Result<double> PlaceOf(const ChainView& chain, StakeMileage stake) noexcept;
 /// road or beyond its end). The road must have an element.
 StakeMileage StakeMileageAt(const ChainView& chain, double continuous) noexcept;
 
+/// Where a record that is given at a stake mileage is kept: its continuous mileage (m). Makes the road current.
+/// @return fails as ContinuousMileage(), and for a mileage that is not finite
+Result<double> PlaceIn(const AskedRoad& asked, StakeMileage stake);
+
+/// The stake mileage of a record that is kept at a continuous mileage (m). Makes the road current.
+/// @param list, record the record, for the failure
+/// @return fails where no road can be built, and with KESTO_MILEAGE_OFF_ROAD where the place lies on no element
+Result<StakeMileage> PlaceOut(const AskedRoad& asked, double continuous, KestoList list, std::int32_t record);
+
 /// What is known about an element on which a place is likely to lie.
 struct LikelyPlace {
     std::int32_t element;

@@ -11,45 +11,60 @@ namespace {
 
 inline constexpr double smallestInterval = 1.0;  // m
 
+/// The table of a road's design data: hands each member to `visit`, with the same member of the other roads. Whatever
+/// handles a road as a whole goes by it. The transition types of the change sections are left out: they outlast the
+/// sections (see Clear()).
+template <class Visit, class... Roads>
+void ForEachDesignMember(const Visit& visit, Roads&... roads) {
+    visit(roads.settings...);
+    visit(roads.intersections...);
+    visit(roads.elements...);
+    visit(roads.coordinates...);
+    visit(roads.stakes...);
+    visit(roads.brokenChains...);
+    visit(roads.verticalCurves...);
+    visit(roads.sections.plates...);
+    visit(roads.sections.changeSections...);
+    visit(roads.sections.mileageIndex...);
+    visit(roads.totalLength...);
+    visit(roads.reading...);
+}
+
+/// The same for what is derived of them. It follows from its stamps when it holds, so it never changes roads.
+template <class Visit, class... Roads>
+void ForEachDerivedMember(const Visit& visit, Roads&... roads) {
+    visit(roads.chainIndex...);
+    visit(roads.inverseIndex...);
+    visit(roads.roadLimits...);
+    visit(roads.searchLimits...);
+    visit(roads.stakeOrder...);
+    visit(roads.profileCache...);
+}
+
 }  // namespace
 
 void Clear(RoadDesign& road) {
-    road.settings = Settings{};
-    road.intersections.Clear();
-    road.elements.Clear();
-    road.coordinates.Clear();
-    road.stakes.Clear();
-    road.brokenChains.Clear();
-    road.verticalCurves.Clear();
-    for (auto& plates : road.sections.plates) plates.clear();
-    for (auto& side : road.sections.changeSections) {
-        for (auto& table : side) table.clear();
-    }
-    road.sections.mileageIndex.clear();
-    road.totalLength = 0;
-    road.chainIndex = ChainIndex{};
-    road.inverseIndex = InverseIndex{};
-    road.roadLimits = SearchLimits{};
-    road.searchLimits = SearchLimits{};
-    road.stakeOrder = StakeOrder{};
-    road.profileCache = ProfileCache{};
-    road.reading = ReadingReport{};
+    const auto clear = []<class Member>(Member& member) {
+        if constexpr (requires { member.Clear(); }) {
+            member.Clear();
+        } else {
+            member = Member{};
+        }
+    };
+    ForEachDesignMember(clear, road);
+    ForEachDerivedMember(clear, road);
     road.lastFailure.reset();
 }
 
 void SwapDesignData(RoadDesign& one, RoadDesign& other) noexcept {
-    std::swap(one.settings, other.settings);
-    one.intersections.Swap(other.intersections);
-    one.elements.Swap(other.elements);
-    one.coordinates.Swap(other.coordinates);
-    one.stakes.Swap(other.stakes);
-    one.brokenChains.Swap(other.brokenChains);
-    one.verticalCurves.Swap(other.verticalCurves);
-    std::swap(one.sections.plates, other.sections.plates);
-    std::swap(one.sections.changeSections, other.sections.changeSections);
-    std::swap(one.sections.mileageIndex, other.sections.mileageIndex);
-    std::swap(one.totalLength, other.totalLength);
-    std::swap(one.reading, other.reading);
+    const auto swap = []<class Member>(Member& member, Member& its) {
+        if constexpr (requires { member.Swap(its); }) {
+            member.Swap(its);
+        } else {
+            std::swap(member, its);
+        }
+    };
+    ForEachDesignMember(swap, one, other);
 }
 
 void SetInterval(RoadDesign& road, double interval) noexcept {

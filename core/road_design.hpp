@@ -4,7 +4,6 @@
 #include <array>
 #include <cstddef>
 #include <cstdint>
-#include <map>
 #include <optional>
 #include <string>
 #include <vector>
@@ -14,6 +13,7 @@
 #include "core/derived/inverse_index.hpp"
 #include "core/derived/profile_cache.hpp"
 #include "core/derived/stake_order.hpp"
+#include "core/keyed_table.hpp"
 #include "core/reading_report.hpp"
 #include "kesto_road/kesto_road.h"
 
@@ -40,10 +40,10 @@ struct ChangeSection {
 inline constexpr std::size_t sideCount = 2;        // 0 left, 1 right
 inline constexpr std::size_t changeKindCount = 2;  // 0 heightening, 1 widening
 
-/// The cross sections of a road. Keys of the maps are continuous mileages (m).
+/// The cross sections of a road.
 struct SectionData {
     template <class Entry>
-    using Tables = std::array<std::array<std::map<double, Entry>, changeKindCount>, sideCount>;
+    using Tables = std::array<std::array<KeyedTable<Entry>, changeKindCount>, sideCount>;
 
     std::array<std::vector<SectionPlate>, sideCount> plates;
     Tables<ChangeSection> changeSections;

@@ -3,7 +3,6 @@
 #include <algorithm>
 #include <cmath>
 #include <iterator>
-#include <map>
 #include <vector>
 
 #include "alignment/chainage.hpp"
@@ -137,8 +136,8 @@ private:
     const RoadDesign& whole;
     FramedPart& part;
     ChangeTable which;
-    const std::map<double, ChangeSection>& changes;
-    const std::map<double, std::int32_t>& types;
+    const KeyedTable<ChangeSection>& changes;
+    const KeyedTable<std::int32_t>& types;
     double start;  // m, ends of the part in the whole road
     double end;
 };

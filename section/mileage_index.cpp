@@ -1,8 +1,6 @@
 #include "section/mileage_index.hpp"
 
-#include <algorithm>
-
-#include "core/arguments.hpp"
+#include "core/sequence.hpp"
 #include "core/stake_text.hpp"
 #include "core/text.hpp"
 
@@ -10,9 +8,7 @@ namespace kesto {
 
 namespace {
 
-Outcome RequireEntry(const RoadDesign& road, std::int32_t index) noexcept {
-    return RequireIndex(KESTO_LIST_SECTION_MILEAGES, index, road.sections.mileageIndex.size());
-}
+constexpr KestoList entries = KESTO_LIST_SECTION_MILEAGES;
 
 SectionMileageIndex MakeEntry(const RoadDesign& road, double mileage) {
     SectionMileageIndex entry{};
@@ -25,29 +21,23 @@ SectionMileageIndex MakeEntry(const RoadDesign& road, double mileage) {
 
 Outcome InsertSectionMileage(RoadDesign& road, double mileage) {
     if (Outcome finite = RequireFinite({mileage}); !finite) return finite;
-    std::vector<SectionMileageIndex>& index = road.sections.mileageIndex;
-    const SectionMileageIndex entry = MakeEntry(road, mileage);
-    index.insert(std::ranges::upper_bound(index, mileage, {}, &SectionMileageIndex::mileage), entry);
+    InsertSorted(road.sections.mileageIndex, MakeEntry(road, mileage), &SectionMileageIndex::mileage);
     return {};
 }
 
 Outcome ReplaceSectionMileage(RoadDesign& road, std::int32_t index, double mileage) {
-    if (Outcome valid = RequireEntry(road, index); !valid) return valid;
+    std::vector<SectionMileageIndex>& all = road.sections.mileageIndex;
+    if (Outcome valid = RequireIndex(entries, index, all.size()); !valid) return valid;
     if (Outcome finite = RequireFinite({mileage}); !finite) return finite;
-    road.sections.mileageIndex[static_cast<std::size_t>(index)] = MakeEntry(road, mileage);
-    std::ranges::sort(road.sections.mileageIndex, {}, &SectionMileageIndex::mileage);
-    return {};
+    return ReplaceSorted(entries, all, index, MakeEntry(road, mileage), &SectionMileageIndex::mileage);
 }
 
 Outcome RemoveSectionMileage(RoadDesign& road, std::int32_t index) noexcept {
-    if (Outcome valid = RequireEntry(road, index); !valid) return valid;
-    road.sections.mileageIndex.erase(road.sections.mileageIndex.begin() + index);
-    return {};
+    return RemoveAt(entries, road.sections.mileageIndex, index);
 }
 
 Result<SectionMileageIndex> SectionMileageAt(const RoadDesign& road, std::int32_t index) noexcept {
-    if (const Outcome valid = RequireEntry(road, index); !valid) return valid.failure();
-    return road.sections.mileageIndex[static_cast<std::size_t>(index)];
+    return RecordAt(entries, road.sections.mileageIndex, index);
 }
 
 }  // namespace kesto

@@ -8,16 +8,13 @@
 #include "alignment/chain_builder.hpp"
 #include "alignment/chainage.hpp"
 #include "core/record_lists.hpp"
+#include "core/sequence.hpp"
 
 namespace kesto {
 
 namespace {
 
-using Table = std::map<double, ChangeSection>;
-
-Outcome RequirePlate(const std::vector<SectionPlate>& plates, std::int32_t index) noexcept {
-    return RequireIndex(KESTO_LIST_PLATES, index, plates.size());
-}
+using Table = KeyedTable<ChangeSection>;
 
 /// Makes room for one more value, so that adding it cannot fail.
 template <class Value>
@@ -103,7 +100,7 @@ Outcome AppendPlates(RoadDesign& road, std::span<const SectionPlate> added, std:
 Outcome RemovePlate(RoadDesign& road, std::int32_t side, std::int32_t index) {
     if (Outcome known = RequireSide(side); !known) return known;
     std::vector<SectionPlate>& plates = road.sections.plates[static_cast<std::size_t>(side)];
-    if (Outcome valid = RequirePlate(plates, index); !valid) return valid;
+    if (Outcome valid = RequireIndex(KESTO_LIST_PLATES, index, plates.size()); !valid) return valid;
     const auto at = static_cast<std::size_t>(index);
     auto& tables = TablesOf(road, side);
     std::array<std::vector<ChangeSection*>, changeKindCount> sections;
@@ -123,17 +120,12 @@ Outcome RemovePlate(RoadDesign& road, std::int32_t side, std::int32_t index) {
 
 Result<SectionPlate> PlateAt(const RoadDesign& road, std::int32_t side, std::int32_t index) noexcept {
     if (const Outcome known = RequireSide(side); !known) return known.failure();
-    const std::vector<SectionPlate>& plates = road.sections.plates[static_cast<std::size_t>(side)];
-    if (const Outcome valid = RequirePlate(plates, index); !valid) return valid.failure();
-    return plates[static_cast<std::size_t>(index)];
+    return RecordAt(KESTO_LIST_PLATES, road.sections.plates[static_cast<std::size_t>(side)], index);
 }
 
 Outcome ReplacePlate(RoadDesign& road, std::int32_t side, std::int32_t index, const SectionPlate& plate) {
     if (Outcome known = RequireSide(side); !known) return known;
-    std::vector<SectionPlate>& plates = road.sections.plates[static_cast<std::size_t>(side)];
-    if (Outcome valid = RequirePlate(plates, index); !valid) return valid;
-    plates[static_cast<std::size_t>(index)] = Stored(plate);
-    return {};
+    return ReplaceAt(KESTO_LIST_PLATES, road.sections.plates[static_cast<std::size_t>(side)], index, Stored(plate));
 }
 
 }  // namespace kesto

@@ -12,8 +12,8 @@ namespace kesto {
 
 namespace {
 
-using Table = std::map<double, ChangeSection>;
-using TypeTable = std::map<double, std::int32_t>;
+using Table = KeyedTable<ChangeSection>;
+using TypeTable = KeyedTable<std::int32_t>;
 using Field = double SectionPlate::*;
 
 /// The field of a plate that a table changes.
