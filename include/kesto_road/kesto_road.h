@@ -818,10 +818,10 @@ KESTO_API bool KESTO_CALL GetHeightBatch(RoadDesign* road, int32_t count, const 
 /** A frozen copy of a road as it stands, with everything built that queries derive. The road is made current, and
  *  otherwise left as it is; later edits of it do not reach the copy.
  *
- *  Every query answers on the copy as on the road at that moment, to the bit, and from any number of threads at the same
- *  time. Whatever edits fails and changes nothing: setters, lists, ClearRoad(), DesignRoad() and UpdateData(), and the
- *  reading of files (KESTO_ROAD_IS_FROZEN). The copy keeps no failure: GetLastFailure() of it is false, and who needs
- *  the reason asks a batch with one row. Files are written from it as from any road.
+ *  Every query answers on the copy as on the road at that moment, to the bit, and from any number of threads at the
+ *  same time. Whatever edits fails and changes nothing: setters, lists, ClearRoad(), DesignRoad() and UpdateData(),
+ *  and the reading of files (KESTO_ROAD_IS_FROZEN). The copy keeps no failure: GetLastFailure() of it is false, and
+ *  who needs the reason asks a batch with one row. Files are written from it as from any road.
  *  @return the copy, to be ended by EndRoadDesign() when no thread asks it any more; null for a null handle, where no
  *          road can be built and where memory runs out */
 KESTO_API RoadDesign* KESTO_CALL FreezeRoad(RoadDesign* road);
