@@ -5,6 +5,7 @@
 
 #include "core/derived/chain_index.hpp"
 #include "core/road_design.hpp"
+#include "core/stake_mileage.hpp"
 
 namespace kesto {
 

@@ -2,12 +2,12 @@
 #pragma once
 
 #include <array>
-#include <bit>
 #include <cstdint>
 #include <vector>
 
 #include "core/derived/element_frames.hpp"
 #include "core/derived/stamp.hpp"
+#include "core/stake_mileage.hpp"
 
 namespace kesto {
 
@@ -61,18 +61,6 @@ struct InverseIndex {
     std::vector<std::int32_t> levels;    // first node of every level
     std::vector<ElementSight> elements;  // one per element; the start record is never seen
     std::vector<SpiralSight> spirals;    // in chain order
-};
-
-/// A stake mileage and which of its occurrences along the road is meant.
-struct StakeMileage {
-    double mileage = 0;           // m
-    std::int32_t occurrence = 0;  // 0-based; -1: in no occurrence
-
-    /// By bits: the sign of a zero and what is no number count.
-    bool IsSame(const StakeMileage& other) const noexcept {
-        const auto bits = [](double number) { return std::bit_cast<std::uint64_t>(number); };
-        return bits(mileage) == bits(other.mileage) && occurrence == other.occurrence;
-    }
 };
 
 /// One end of the stretch that is searched.
