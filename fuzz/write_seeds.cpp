@@ -1,8 +1,7 @@
-// Writes seeds for the fuzz targets: a run of calls for each call there is, on each kind of ready road, and the project
-// files of these roads.
+// Writes seeds for the fuzz targets: for each call a run on a ready road that answers, and the project files of the
+// ready roads.
 // Usage: write_seeds FOLDER
 
-#include <array>
 #include <cstdint>
 #include <filesystem>
 #include <fstream>
@@ -10,58 +9,60 @@
 #include <string>
 #include <vector>
 
+#include "called.hpp"
+#include "calls/call_run.hpp"
 #include "kesto_road/kesto_road.h"
 #include "support/ready_roads.hpp"
 
-#include "calls/call_run.hpp"
+extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size);
 
 namespace {
 
 namespace fs = std::filesystem;
-using kesto::fuzz::CodeOf;
+using kesto::test::Call;
+using Input = std::vector<std::uint8_t>;
 
-constexpr std::size_t settingsGroup = 0, batchGroup = 4, fileGroup = 5;
-constexpr std::size_t ready = 1, freeze = 3, save = 0, saveWater = 5, saveToMemory = 7;  // places in their groups
-constexpr std::uint32_t roadFile = 0, waterFile = 1, files = 4;                          // bytes that stand for paths
-
-void Write(const fs::path& path, const std::vector<char>& bytes) {
-    std::ofstream(path, std::ios::binary).write(bytes.data(), static_cast<std::streamsize>(bytes.size()));
+void Write(const fs::path& path, const Input& bytes) {
+    std::ofstream(path, std::ios::binary)
+        .write(reinterpret_cast<const char*>(bytes.data()), static_cast<std::streamsize>(bytes.size()));
 }
 
-/// A ready road, frozen and saved, then one kind of call some times with any arguments.
-std::vector<char> RunOf(std::uint8_t call, int road, std::mt19937& random) {
-    constexpr std::uint32_t times = 4, arguments = 60;
-    std::vector<char> bytes;
-    const auto add = [&](std::uint32_t byte) { bytes.push_back(static_cast<char>(byte)); };
-    for (const std::uint32_t byte :
-         {std::uint32_t{CodeOf(settingsGroup, ready)}, static_cast<std::uint32_t>(road),
-          std::uint32_t{CodeOf(batchGroup, freeze)}, 0U, 0U, std::uint32_t{CodeOf(fileGroup, save)}, roadFile, 0U,
-          std::uint32_t{CodeOf(fileGroup, saveWater)}, waterFile, 0U, std::uint32_t{CodeOf(fileGroup, saveToMemory)},
-          0U}) {
-        add(byte);
+/// A ready road, frozen and saved, then a call some times with any arguments.
+Input RunOf(const Call& call, std::uint32_t road, std::mt19937& random) {
+    constexpr std::uint32_t times = 4, mostArguments = 60;
+    constexpr std::uint8_t ready = 1, freeze = 2;
+    Input bytes{ready, static_cast<std::uint8_t>(road), freeze};
+    const auto add = [&](const Call& it) {
+        bytes.push_back(static_cast<std::uint8_t>(kesto::fuzz::PlaceOf(it) / 256U));
+        bytes.push_back(static_cast<std::uint8_t>(kesto::fuzz::PlaceOf(it) % 256U));
+    };
+    for (const auto& [save, path] : {std::pair("SaveProject", 0), {"SaveWaterProject", 1}}) {
+        add(kesto::test::CallNamed(save));
+        bytes.insert(bytes.end(), {0, static_cast<std::uint8_t>(path)});
     }
     for (std::uint32_t i = 0; i < times; ++i) {
         add(call);
-        if (call >= CodeOf(fileGroup, save)) {
-            add(i % files);
-            add(0);  // no null pointer
-        }
         // Mostly bytes that stand for ordinary arguments.
-        for (std::uint32_t k = 0; k < arguments; ++k)
-            add(static_cast<std::uint32_t>(random() % 8 == 0 ? random() % 256 : 16 + random() % 180));
+        for (auto k = random() % mostArguments; k > 0; --k) {
+            bytes.push_back(static_cast<std::uint8_t>(random() % 8 == 0 ? random() % 256 : random() % 196));
+        }
     }
     return bytes;
 }
 
 void WriteCalls(const fs::path& folder) {
+    constexpr std::uint32_t mostTries = 500;
     std::mt19937 random(20240501);
-    for (std::size_t group = 0; group < kesto::fuzz::callGroups.size(); ++group) {
-        const kesto::fuzz::CallGroup& calls = *kesto::fuzz::callGroups[group];
-        for (std::size_t place = 0; place < calls.size() && calls[place] != nullptr; ++place) {
-            const int road = static_cast<int>((group + place) % kesto::test::readyRoads);
-            Write(folder / (std::to_string(group) + '_' + std::to_string(place)),
-                  RunOf(CodeOf(group, place), road, random));
+    for (const Call& call : kesto::test::Calls()) {
+        const std::string name(call.name);
+        if (call.effect == kesto::test::Effect::Life) continue;
+        Input input;
+        kesto::fuzz::CalledNames().erase(name);
+        for (std::uint32_t i = 0; i < mostTries && kesto::fuzz::CalledNames().count(name) == 0; ++i) {
+            input = RunOf(call, i % kesto::test::readyRoads, random);
+            LLVMFuzzerTestOneInput(input.data(), input.size());
         }
+        Write(folder / name, input);
     }
 }
 

@@ -1,146 +1,70 @@
-/// One run of the target of calls: some roads, some frozen ones, and the rules that hold for every call.
+/// One run of the target of calls: some roads, and the calls that bytes make on them.
 #pragma once
 
 #include <array>
-#include <cmath>
 #include <cstddef>
 #include <cstdint>
-#include <cstring>
-#include <memory>
-#include <optional>
 #include <string>
-#include <string_view>
-#include <type_traits>
+#include <vector>
 
 #include "bytes.hpp"
-#include "called.hpp"
+#include "calls/call.hpp"
 #include "kesto_road/kesto_road.h"
-#include "require.hpp"
 
 namespace kesto::fuzz {
+
+using test::Argument;
+using test::Call;
+using test::Outcome;
+using test::Parameter;
 
 /// A place for a road. Without one it stands for the null handle.
 struct RoadSlot {
     RoadDesign* road = nullptr;
-    std::uint64_t edits = 0;  // calls that may have changed what queries answer
+    RoadDesign* frozen = nullptr;  // a frozen copy of it, where nothing has been edited since
 };
-
-inline std::optional<Failure> LastFailureOf(RoadDesign* road) {
-    Failure failure;
-    if (!GetLastFailure(road, &failure)) return std::nullopt;
-    return failure;
-}
-
-inline void RequireSensible(const Failure& failure) {
-    Require(failure.status != KESTO_INTERNAL_ERROR, "no fault of the library itself");
-    Require(failure.status != KESTO_OUT_OF_MEMORY && failure.status != KESTO_FILE_OUT_OF_MEMORY,
-            "small roads need little memory");
-    Require(std::string_view(DescribeStatus(failure.status)) != "unknown status", "every status has a sentence");
-}
-
-template <class Value>
-bool SameBits(const Value& one, const Value& other) {
-    static_assert(std::is_trivially_copyable_v<Value>);
-    return std::memcmp(&one, &other, sizeof(Value)) == 0;
-}
 
 class CallRun {
 public:
-    CallRun(const std::uint8_t* data, std::size_t size) : in(data, size) {
-        roads[0].road = KESTO_NAMED(StartRoadDesign)();
-    }
+    CallRun(const std::uint8_t* data, std::size_t size);
     CallRun(const CallRun&) = delete;
     CallRun& operator=(const CallRun&) = delete;
-    ~CallRun() {
-        for (const RoadSlot& slot : roads) EndRoadDesign(slot.road);
-    }
+    ~CallRun();
 
-    RoadSlot& Slot() { return roads[current]; }
-    RoadDesign* Road() { return roads[current].road; }
+    /// Takes the next bytes: a call with its arguments, or one of the few other things that a run does.
+    void Step();
 
-    /// A call that may change the road.
-    template <class Result, class... Parameters, class... Arguments>
-    Result Edit(const Named<Result(RoadDesign*, Parameters...)>& function, Arguments... arguments) {
-        ++Slot().edits;
-        return Ask(function, arguments...);
-    }
+    bool AtEnd() const { return in.AtEnd(); }
+    RoadDesign* Road() const { return roads[current].road; }
 
-    /// A call that at most builds derived data. A bool tells whether there is a failure to be told of: a null handle
-    /// gives the failure value, a failed call leaves its reason, a successful one what was there.
-    template <class Result, class... Parameters, class... Arguments>
-    Result Ask(const Named<Result(RoadDesign*, Parameters...)>& function, Arguments... arguments) {
-        const std::optional<Failure> before = LastFailureOf(Road());
-        if constexpr (std::is_void_v<Result>) {
-            function(Road(), arguments...);
-            RequireNoFault();
-        } else {
-            const Result result = function(Road(), arguments...);
-            RequireNoFault();
-            if constexpr (std::is_same_v<Result, bool>) RequireReason(result, before);
-            return result;
-        }
-    }
-
-    /// A file call, which returns its status.
-    template <class... Parameters, class... Arguments>
-    std::int32_t File(const Named<std::int32_t(RoadDesign*, Parameters...)>& function, Arguments... arguments) {
-        const std::int32_t status = Edit(function, arguments...);
-        if (Road() == nullptr) Require(status == KESTO_NULL_HANDLE_OR_PATH, "a null handle has its status");
-        const std::optional<Failure> told = LastFailureOf(Road());
-        if (Road() != nullptr && status != KESTO_SUCCESS) {
-            Require(told && told->status == status, "the status of a file call is that of the last failure");
-        }
-        return status;
-    }
-
-    /// The value itself or, rarely, null: for a pointer that a call needs or may do without.
-    template <class Value>
-    Value* OrNull(Value* value) {
-        return in.Rarely() ? nullptr : value;
-    }
-
-    Bytes in;
     std::array<RoadSlot, 3> roads;
-    std::size_t current = 0;
-    std::string savedText;  // what SaveProjectToMemory gave last
 
 private:
-    void RequireNoFault() {
-        if (const std::optional<Failure> told = LastFailureOf(Road())) RequireSensible(*told);
-    }
+    void Thaw();
+    void Freeze();
+    void End();
+    void Make(const Call& call);
 
-    void RequireReason(bool result, const std::optional<Failure>& before) {
-        if (Road() == nullptr) return Require(!result, "a null handle gives the failure value");
-        const std::optional<Failure> after = LastFailureOf(Road());
-        if (!result) return Require(after.has_value(), "a failed call leaves its reason");
-        Require(before.has_value() == after.has_value() && (!after || SameBits(*before, *after)),
-                "a successful call leaves the last failure as it is");
-    }
+    Bytes in;
+    std::size_t current = 0;
 };
 
-template <class... Numbers>
-void RequireFiniteNumbers(Numbers... numbers) {
-    Require((std::isfinite(numbers) && ...), "what is found is finite");
-}
+/// The call whose name's hash is the next one from a number on: so a new function takes few inputs from the others.
+const Call& CallAt(std::uint16_t place);
 
-/// Removes the files that the calls of a run have written: each run begins without.
+/// The place of a call.
+std::uint16_t PlaceOf(const Call& call);
+
+/// The call that counts the records that a call adds, reads, sets or deletes; null where there is none.
+const Call* CountCallOf(const Call& call);
+
+/// How many such records there are, by the side and the kind among a call's arguments.
+std::int32_t CountFor(const Call& call, RoadDesign* road, const std::vector<Argument>& arguments);
+
+/// Arguments of a call, mostly ordinary ones.
+std::vector<Argument> ArgumentsFrom(Bytes& in, const Call& call, RoadDesign* road);
+
+/// Removes the files that calls have written: each run begins without.
 void RemoveFiles();
-
-/// One kind of call: takes its arguments from the run's bytes.
-using Call = void (*)(CallRun&);
-
-/// The calls of each group, in an order that never changes, as the corpus counts on it: new ones go to the end.
-inline constexpr std::size_t mostCalls = 32;
-using CallGroup = std::array<Call, mostCalls>;  // null behind the last one
-
-extern const CallGroup settingsCalls, listCalls, queryCalls, sectionCalls, batchCalls, fileCalls;
-
-inline constexpr std::array<const CallGroup*, 6> callGroups{&settingsCalls, &listCalls,  &queryCalls,
-                                                            &sectionCalls,  &batchCalls, &fileCalls};
-
-/// The byte that stands for a call: its group and its place there.
-constexpr std::uint8_t CodeOf(std::size_t group, std::size_t place) {
-    return static_cast<std::uint8_t>(group * mostCalls + place);
-}
 
 }  // namespace kesto::fuzz

@@ -1,4 +1,4 @@
-// Bytes as a sequence of calls: each begins with the byte of its call, what follows are its arguments.
+// Bytes as a sequence of calls: each begins with the bytes of its call, what follows are its arguments.
 
 #include "call_run.hpp"
 #include "saved_road.hpp"
@@ -7,12 +7,7 @@ extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size
     using namespace kesto::fuzz;
     constexpr int mostCallsInARun = 120;
     CallRun run(data, size);
-    for (int i = 0; i < mostCallsInARun && !run.in.AtEnd(); ++i) {
-        const std::uint8_t code = run.in.Byte();
-        const std::size_t group = code / mostCalls;
-        if (group >= callGroups.size()) continue;
-        if (const Call call = (*callGroups[group])[code % mostCalls]) call(run);
-    }
+    for (int i = 0; i < mostCallsInARun && !run.AtEnd(); ++i) run.Step();
     for (const RoadSlot& slot : run.roads) {
         if (slot.road != nullptr) RequireFixedPoint(slot.road);
     }

@@ -74,9 +74,7 @@ def calls(header: Header) -> str:
         names = " ".join(each.name + each.role + "?" * each.optional for each in function.parameters)
         return f'KESTO_ROW({function.name}, {function.effect}, {function.gives}, "{names}")'
 
-    frozen = [each for each in header.functions.values() if "FrozenRoad" in each.types + each.result]
-    lines += [row(each) for each in header.functions.values() if each not in frozen]
-    return "\n".join(lines) + "\n"
+    return "\n".join(lines + [row(each) for each in header.functions.values()]) + "\n"
 
 
 def page(header: Header) -> str:

@@ -10,7 +10,7 @@ from dataclasses import dataclass, field
 # its comment: "@edits" or "@answers".
 EDITS = ("Add", "Clear", "Del", "Design", "Import", "Insert", "Load", "Open", "Set", "Update")
 ANSWERS = ("Calc", "Describe", "Export", "Find", "Format", "Get", "Is", "Kesto", "Make", "Parse", "Save")
-LIFE = ("End", "Freeze", "Release", "Start")
+LIFE = ("End", "Freeze", "Start")
 
 
 def fail(why: str) -> None:
@@ -64,7 +64,7 @@ class Function:
     parameters: list[Parameter]
     comment: str
     family: str
-    gives: str = ""  # what its result tells: None, Success, Status, Whole, Number, Text or Handle
+    gives: str = ""  # what its result tells: None, Success, Truth, Status, Whole, Number, Text or Handle
 
     @property
     def types(self) -> str:
@@ -77,7 +77,7 @@ class Function:
         if tag:
             return tag[1].capitalize()
         for effect, verbs in (("Edits", EDITS), ("Answers", ANSWERS), ("Life", LIFE)):
-            if re.match(rf"(Frozen)?({'|'.join(verbs)})", self.name):
+            if re.match("|".join(verbs), self.name):
                 return effect
         return fail(f"does {self.name} edit its road? Tell by @edits or @answers in its comment")
 
@@ -175,6 +175,8 @@ class Header:
             if told and told[2]:
                 return self._gives(self.functions[told[2]])
             return "Status" if told else "Whole"
+        if function.result == "bool" and function.name.startswith("Is"):
+            return "Truth"
         plain_results = {"void": "None", "bool": "Success", "double": "Number", "const char*": "Text"}
         if function.result in plain_results:
             return plain_results[function.result]

@@ -104,7 +104,7 @@ def signatures(header: Header) -> str:
             item = {"double*": "POINTER(c_double)", "int32_t*": "POINTER(c_int32)"}.get(record.fields[0][1], "c_void_p")
             lines += ["", "", f"class {record.name}(Structure):", *docstring(record.comment.split(".")[0] + '."""'), "",
                       f'    _fields_ = [("items", {item}), ("count", c_int32), ("capacity", c_int32)]']
-    results = {"None": "None", "Success": "c_bool", "Status": "c_int32", "Whole": "c_int32", "Number": "c_double",
+    results = {"None": "None", "Success": "c_bool", "Truth": "c_bool", "Status": "c_int32", "Whole": "c_int32", "Number": "c_double",
                "Text": "c_char_p", "Handle": "c_void_p"}
     lines += ["", "", "# Result, then arguments.", "SIGNATURES: dict[str, list[Any]] = {"]
     for function in header.functions.values():

@@ -16,7 +16,7 @@ namespace kesto::test {
 enum class Effect { Edits, Answers, Life };
 
 /// What the result of a function tells.
-enum class Gives { None, Success, Status, Whole, Number, Text, Handle };
+enum class Gives { None, Success, Truth, Status, Whole, Number, Text, Handle };
 
 enum class FieldKind { Number, Whole, Size, Byte, Text, Bytes };
 

@@ -89,7 +89,7 @@ protected:
 TEST_P(EachCall, SucceedsWithItsSample) {
     const Road road = SampleRoad();
     std::vector<Argument> arguments = SampleArguments(It());
-    if (It().name == "EndRoadDesign" || It().name == "IsFrozenRoad") return;  // nothing that succeeds
+    if (It().name == "EndRoadDesign") return;
     EXPECT_FALSE(DeleteElement(road, -1));
     const int before = LastStatus(road);
     const Outcome outcome = It().run(road, arguments);
@@ -170,6 +170,38 @@ TEST_P(EachCall, SurvivesHostileNumbers) {
                      run);
     using Wholes = std::numeric_limits<std::int32_t>;
     WithEach<std::int32_t>({Wholes::max(), Wholes::min(), -1, 2, 99}, true, run);
+}
+
+TEST_P(EachCall, AnswersOnAFrozenRoadAndEditsNone) {
+    if (!It().HasHandle() || It().name == "EndRoadDesign") return;
+    const Road road = SampleRoad();
+    const Road frozen(FreezeRoad(road));
+    ASSERT_NE(frozen, nullptr);
+    const std::string stored = Stored(road);
+    EXPECT_EQ(Stored(frozen), stored);
+    std::vector<Argument> arguments = SampleArguments(It()), ofFrozen = SampleArguments(It());
+    const std::string before = BytesOf(ofFrozen);
+    const Outcome outcome = It().run(frozen, ofFrozen);
+    if (outcome.handle != nullptr) EndRoadDesign(static_cast<RoadDesign*>(outcome.handle));
+    EXPECT_EQ(Stored(frozen), stored) << "changed";
+    EXPECT_EQ(LastStatus(frozen), KESTO_SUCCESS) << "a failure is kept";
+    if (It().effect == Effect::Edits) {
+        EXPECT_EQ(outcome.number, FailureValue(It(), KESTO_ROAD_IS_FROZEN));
+        EXPECT_EQ(BytesOf(ofFrozen), before);
+    } else if (It().effect == Effect::Answers && It().gives != Gives::Truth && It().name != "GetLastFailure") {
+        EXPECT_EQ(outcome, It().run(road, arguments));
+        EXPECT_EQ(BytesOf(ofFrozen), BytesOf(arguments));
+    }
+}
+
+TEST(FrozenRoads, TellWhatIsDerivedAsTheirRoadDoes) {
+    const Road road = SampleRoad();
+    VerticalCurve point{};
+    ASSERT_TRUE(GetVerticalCurve(road, 1, &point));
+    point.elevation += 5;
+    ASSERT_TRUE(SetVerticalCurve(road, 1, &point));  // its grades are to be derived anew
+    const Road frozen(FreezeRoad(road));
+    EXPECT_EQ(Stored(frozen), Stored(road));
 }
 
 std::vector<const Call*> AllCalls() {

@@ -361,6 +361,13 @@ TEST(PartProject, ThePartHasTheRoadsSettingsAndItsOwnRecords) {
     for (const auto& [mileage, type] : read->sections.transitionTypes[1][0]) EXPECT_EQ(type, 0) << mileage;
 }
 
+TEST(PartProject, APartOfARoadThatCannotBeDesignedIsMade) {
+    RoadDesign road;
+    FillOverlapped(road);
+    road.settings.makeStakeType = 2;
+    EXPECT_TRUE(MakePart(road, {370, 1}, {600, 0}));
+}
+
 // An element's start swallows the first break, so that the second one would have to stand before the part.
 TEST(PartProject, ABreakThatNoListGivesIsRefused) {
     RoadDesign road;
