@@ -27,7 +27,7 @@ void Write(const fs::path& path, const Input& bytes) {
         .write(reinterpret_cast<const char*>(bytes.data()), static_cast<std::streamsize>(bytes.size()));
 }
 
-/// A ready road, frozen and saved, then a call some times with any arguments.
+/// A ready road, frozen, saved and perhaps read again, then a call some times with any arguments.
 Input RunOf(const Call& call, std::uint32_t road, std::mt19937& random) {
     constexpr std::uint32_t times = 4, mostArguments = 60;
     constexpr std::uint8_t ready = 1, freeze = 2;
@@ -39,6 +39,12 @@ Input RunOf(const Call& call, std::uint32_t road, std::mt19937& random) {
     for (const auto& [save, path] : {std::pair("SaveProject", 0), {"SaveWaterProject", 1}}) {
         add(kesto::test::CallNamed(save));
         bytes.insert(bytes.end(), {0, static_cast<std::uint8_t>(path)});
+    }
+    if (random() % 2 == 0) {  // read from a file with three other bytes somewhere: findings are told
+        add(kesto::test::CallNamed("OpenProjectFromMemory"));
+        bytes.insert(bytes.end(), {0, 3});
+        for (int i = 0; i < 9; ++i) bytes.push_back(static_cast<std::uint8_t>(random() % 256));
+        bytes.push_back(0);
     }
     for (std::uint32_t i = 0; i < times; ++i) {
         add(call);
