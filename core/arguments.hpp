@@ -8,6 +8,7 @@
 #include <initializer_list>
 #include <optional>
 #include <span>
+#include <string_view>
 
 #include "core/result.hpp"
 
@@ -32,6 +33,17 @@ template <class Value>
 Outcome Assign(Value* out, const Result<Value>& result) noexcept {
     if (!result) return result.failure();
     *out = *result;
+    return {};
+}
+
+/// Gives a text to a caller's memory, which is untouched on failure.
+/// @param capacity how many bytes there is room for, the terminating zero included
+inline Outcome AssignText(char* out, std::int32_t capacity, std::string_view text) noexcept {
+    const std::size_t needed = text.size() + 1;
+    if (capacity < 0 || needed > static_cast<std::size_t>(capacity)) {
+        return FailLimit(KESTO_ARRAY_TOO_SMALL, KESTO_LIMIT_RECORD_COUNT, static_cast<double>(needed), capacity);
+    }
+    *std::copy(text.begin(), text.end(), out) = '\0';
     return {};
 }
 

@@ -2,18 +2,24 @@
 
 #include <memory>
 #include <new>
+#include <optional>
 #include <string>
 
+#include "core/arguments.hpp"
 #include "core/guard.hpp"
 #include "core/record_lists.hpp"
+#include "core/stake_text.hpp"
 
 using kesto::AppendRecords;
+using kesto::AskedRoad;
 using kesto::CountRecords;
 using kesto::DeleteRecord;
 using kesto::EditBool;
 using kesto::EditVoid;
 using kesto::GetRecord;
 using kesto::InsertRecord;
+using kesto::Outcome;
+using kesto::QueryBool;
 using kesto::SetRecord;
 
 namespace {
@@ -26,6 +32,19 @@ void Store(RoadDesign* road, Value kesto::Settings::*setting, Value value) noexc
 
 std::int32_t Load(RoadDesign* road, std::int32_t kesto::Settings::*setting) noexcept {
     return road == nullptr ? 0 : road->settings.*setting;
+}
+
+Outcome WriteStake(const RoadDesign& road, double mileage, std::int32_t occurrence, char* text, std::int32_t capacity) {
+    if (Outcome finite = kesto::RequireFinite({mileage}); !finite) return finite;
+    return kesto::AssignText(text, capacity, kesto::StakeName(road.settings.stakePrefix, mileage, occurrence));
+}
+
+Outcome StakeFrom(const RoadDesign& road, const char* text, double& mileage, std::int32_t& occurrence) noexcept {
+    const std::optional<kesto::WrittenStake> read = kesto::ReadStake(text, road.settings.stakePrefix);
+    if (!read) return kesto::Fail(KESTO_NO_MILEAGE_IN_TEXT);
+    mileage = read->mileage;
+    occurrence = read->occurrence;
+    return {};
 }
 
 }  // namespace
@@ -44,6 +63,8 @@ void KESTO_CALL SetMileageInterval(RoadDesign* h, double interval) { EditVoid(h,
 void KESTO_CALL SetMakeStakeType(RoadDesign* h, int32_t type) { Store(h, &kesto::Settings::makeStakeType, type); }
 void KESTO_CALL SetMakeStakePerfix(RoadDesign* h, const char* prefix) { EditVoid(h, [&](RoadDesign& road) { if (prefix != nullptr) road.settings.stakePrefix = std::string(prefix); }); }
 const char* KESTO_CALL GetMakeStakePerfix(RoadDesign* h) { return h == nullptr ? nullptr : h->settings.stakePrefix.c_str(); }
+bool KESTO_CALL FormatStake(RoadDesign* h, double m, int32_t k, char* text, int32_t capacity) { return QueryBool(h, [&](const AskedRoad& asked) { return WriteStake(asked.road, m, k, text, capacity); }, text); }
+bool KESTO_CALL ParseStake(RoadDesign* h, const char* text, double* m, int32_t* k) { return QueryBool(h, [&](const AskedRoad& asked) { return StakeFrom(asked.road, text, *m, *k); }, text, m, k); }
 int32_t KESTO_CALL GetMakeStakeInfo(RoadDesign* h, double* interval) { if (h != nullptr && interval != nullptr) *interval = h->settings.mileageInterval; return Load(h, &kesto::Settings::makeStakeType); }
 void KESTO_CALL SetRoadDesignMode(RoadDesign* h, int32_t mode) { Store(h, &kesto::Settings::roadDesignMode, mode); }
 int32_t KESTO_CALL GetRoadDesignMode(RoadDesign* h) { return Load(h, &kesto::Settings::roadDesignMode); }

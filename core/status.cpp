@@ -81,6 +81,7 @@ const char* Describe(std::int32_t status) noexcept {
             return "a change section needs one value and one flag for each plate of its side";
         case KESTO_ARRAY_TOO_SMALL: return "the array given has too little room";
         case KESTO_ROAD_IS_FROZEN: return "the road is frozen and cannot be edited";
+        case KESTO_NO_MILEAGE_IN_TEXT: return "the text is no mileage of this road";
         case KESTO_INTERNAL_ERROR: return "internal error of the library";
         default: return "unknown status";
     }

@@ -161,13 +161,6 @@ std::int32_t FindOccurrence(RoadDesign& road, const StakeCoordinate& stake) noex
     return 0;
 }
 
-/// Prefix of a stake's name: "-" marks a negative mileage, "+" a later occurrence, which wins over the sign.
-std::string NamePrefix(const std::string& prefix, const StakeCoordinate& stake) {
-    if (stake.occurrence > 0) return "+" + prefix;
-    if (stake.mileage < 0) return "-" + prefix;
-    return prefix;
-}
-
 void NameStakes(RoadDesign& road, StakeList& stakes) {
     for (StakeCoordinate& stake : stakes.Edit()) {
         stake.occurrence = FindOccurrence(road, stake);
@@ -175,7 +168,7 @@ void NameStakes(RoadDesign& road, StakeList& stakes) {
         if (!label.empty()) {
             SetText(stake.name, label);
         } else {
-            SetText(stake.name, StakeText(NamePrefix(road.settings.stakePrefix, stake), stake.mileage));
+            SetText(stake.name, StakeName(road.settings.stakePrefix, stake.mileage, stake.occurrence));
         }
     }
 }

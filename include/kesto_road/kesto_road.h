@@ -108,7 +108,8 @@ enum KestoStatus {
     KESTO_VALUE_COUNT_DIFFERS = 36, /**< value = the number of values or flags, bound = the number of plates */
     KESTO_ARRAY_TOO_SMALL = 37,     /**< value = the records (or bytes) needed, bound = the capacity given */
     KESTO_INTERNAL_ERROR = 39,      /**< a fault of the library itself: please report it */
-    KESTO_ROAD_IS_FROZEN = 50       /**< the road is frozen, so nothing can be read into it */
+    KESTO_ROAD_IS_FROZEN = 50,      /**< the road is frozen, so nothing can be read into it */
+    KESTO_NO_MILEAGE_IN_TEXT = 51   /**< the text is no mileage of this road */
 };
 
 /** Which list a Failure speaks of. */
@@ -389,6 +390,23 @@ KESTO_API void KESTO_CALL SetMakeStakePerfix(RoadDesign* road, const char* prefi
 /** The text before stake mileages.
  *  @return text owned by the road, valid until the prefix changes or the road is cleared or ended; null: null handle */
 KESTO_API const char* KESTO_CALL GetMakeStakePerfix(RoadDesign* road);
+
+/** The text of a place as the stake list writes it, "K12+345.678": "-" in front of a negative mileage, "+" in front of
+ * a later occurrence, which hides the minus. The place need not be on the road.
+ *  @param mileage    stake mileage (m)
+ *  @param occurrence which of the equal stake mileages, 0-based
+ *  @param text       out: the text with its terminating zero, untouched on failure
+ *  @param capacity   how many bytes there is room for
+ *  @return false: null argument, mileage not finite, or too little room (value = the bytes needed) */
+KESTO_API bool KESTO_CALL FormatStake(RoadDesign* road, double mileage, int32_t occurrence, char* text,
+                                      int32_t capacity);
+/** Reads what FormatStake() writes, and what people write for it: "K12+345.678", "12+345.678" and "12345.678" are the
+ *  same, in any case of letters. The place need not be on the road.
+ *  @param text       the text
+ *  @param mileage    out: stake mileage (m)
+ *  @param occurrence out: 1 for a stake text behind a "+", which names a later occurrence and not which one; else 0
+ *  @return false: null argument, or the text is no mileage of this road (51) */
+KESTO_API bool KESTO_CALL ParseStake(RoadDesign* road, const char* text, double* mileage, int32_t* occurrence);
 
 /** Make-stake type and stake spacing.
  *  @param interval out: spacing (m); may be null

@@ -301,6 +301,25 @@ public:
         return SavePartProject(Handle(), path.c_str(), start, end, startOccurrence, endOccurrence);
     }
 
+    /** The text of a place as the stake list writes it; empty where the mileage is no finite number.
+     *  @param mileage    stake mileage (m)
+     *  @param occurrence which of the equal stake mileages, 0-based */
+    std::optional<std::string> FormatStake(double mileage, std::int32_t occurrence = 0) const {
+        constexpr std::size_t longestNumber = 352;
+        std::string text(std::char_traits<char>::length(GetMakeStakePerfix(Handle())) + longestNumber, '\0');
+        const auto room = static_cast<std::int32_t>(text.size());
+        const bool done = ::FormatStake(Handle(), mileage, occurrence, text.data(), room);
+        text.resize(std::char_traits<char>::length(text.c_str()));
+        return When(done, text);
+    }
+
+    /** The place on the centre line that a text names; empty where it names none. The occurrence is 1 for every later
+     *  one. */
+    std::optional<Location> ParseStake(const std::string& text) const {
+        Location at;
+        return When(::ParseStake(Handle(), text.c_str(), &at.mileage, &at.occurrence), at);
+    }
+
     /** What the last opening skipped or doubted, in the order of the file. */
     std::vector<ReadingFinding> ReadingFindings() const {
         std::vector<ReadingFinding> findings;

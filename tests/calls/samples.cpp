@@ -87,6 +87,7 @@ std::string SampleText(const Call& call, const Parameter& parameter) {
                                                                                         : ".road";
         return SamplePath((call.effect == Effect::Edits ? "source" : "saved") + extension);
     }
+    if (call.name == "ParseStake") return "+K0+130.000";
     return "a text that is longer than any short string";
 }
 

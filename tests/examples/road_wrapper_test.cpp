@@ -204,6 +204,17 @@ TEST(RoadWrapper, GoesThroughMemory) {
     EXPECT_EQ(back.FromMemory(""), KESTO_TOO_FEW_ELEMENTS);
 }
 
+TEST(RoadWrapper, StakeTextsComeBack) {
+    Road road;
+    EXPECT_EQ(road.FormatStake(12345.678, 1), "+K12+345.678");
+    SetMakeStakePerfix(road.Handle(), std::string(70, 'K').c_str());
+    EXPECT_EQ(road.FormatStake(-1.5), "-" + std::string(70, 'K') + "0+001.500");
+    EXPECT_FALSE(road.FormatStake(std::numeric_limits<double>::infinity()));
+    EXPECT_EQ(road.ParseStake("-0+001.5")->mileage, -1.5);
+    EXPECT_FALSE(road.ParseStake("Z1+000"));
+    EXPECT_EQ(road.LastFailure()->status, KESTO_NO_MILEAGE_IN_TEXT);
+}
+
 TEST(RoadWrapper, TellsWhatAnOpeningMet) {
     Road road;
     EXPECT_EQ(road.FromMemory("0 9 0 K\n\nElement\n0 0 0 0 0 0 0 0 0 0\n0 0 0 9x 0 0 1 0 0 0\n"), 0);

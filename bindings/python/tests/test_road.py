@@ -119,6 +119,16 @@ def test_skipped_records_warn():
     assert road.record_line(ListOf.ELEMENTS, 0) == 4 and road.record_line(ListOf.PLATES, 0, key=1) is None
 
 
+def test_stake_texts_come_back():
+    road = Road()
+    assert road.format_stake(12345.678, 1) == "+K12+345.678" and road.parse_stake(" k12+345.678") == (12345.678, 0)
+    for call, status in ((lambda: road.format_stake(np.nan), Status.ARGUMENT_NOT_FINITE),
+                         (lambda: road.parse_stake("Z1+000"), Status.NO_MILEAGE_IN_TEXT)):
+        with pytest.raises(KestoError) as caught:
+            call()
+        assert caught.value.status == status
+
+
 def test_numbers_are_those_of_the_header():
     header = (ROOT / "include/kesto_road/kesto_road.h").read_text(encoding="utf-8")
     for kind, prefix, ours in (("KestoStatus", "KESTO_", Status), ("KestoList", "KESTO_LIST_", ListOf),

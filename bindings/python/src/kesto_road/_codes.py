@@ -43,6 +43,7 @@ class Status(IntEnum):
     ARRAY_TOO_SMALL = 37
     INTERNAL_ERROR = 39
     ROAD_IS_FROZEN = 50
+    NO_MILEAGE_IN_TEXT = 51
 
 
 class ListOf(IntEnum):

@@ -4,7 +4,7 @@ from __future__ import annotations
 
 from abc import ABC, abstractmethod
 from contextlib import AbstractContextManager
-from ctypes import byref, c_double, c_int32
+from ctypes import byref, c_double, c_int32, create_string_buffer
 from enum import IntEnum
 from typing import Any, NamedTuple, Sequence, Union, overload
 
@@ -209,6 +209,19 @@ class Queries(ABC):
         found = c_double(float(mileage))
         self._call("GetSrcMileage", byref(found), occurrence)
         return found.value
+
+    def format_stake(self, mileage: Number, occurrence: Whole = 0) -> str:
+        """The text of a place as the stake list writes it, with the road's prefix; "+" in front of a later occurrence."""
+        room = 4096  # bytes: far beyond any prefix
+        text = create_string_buffer(room)
+        self._call("FormatStake", mileage, occurrence, text, room)
+        return text.value.decode("utf-8", "surrogateescape")
+
+    def parse_stake(self, text: str) -> tuple[float, int]:
+        """Stake mileage (m) and occurrence of a text such as "K12+345.678": 1 for every later occurrence."""
+        mileage, occurrence = c_double(), c_int32()
+        self._call("ParseStake", text.encode("utf-8", "surrogateescape"), byref(mileage), byref(occurrence))
+        return mileage.value, occurrence.value
 
     def nearest_stake(self, x: Number, y: Number) -> Stake:
         """The stake nearest to a point's foot on the road."""

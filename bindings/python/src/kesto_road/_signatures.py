@@ -40,6 +40,8 @@ SIGNATURES: dict[str, list[Any]] = {
     "SetMakeStakeType": [None, c_void_p, Int32],
     "SetMakeStakePerfix": [None, c_void_p, Text],
     "GetMakeStakePerfix": [c_char_p, c_void_p],
+    "FormatStake": [c_bool, c_void_p, c_double, Occurrence, c_void_p, Int32],
+    "ParseStake": [c_bool, c_void_p, Text, c_void_p, c_void_p],
     "GetMakeStakeInfo": [c_int32, c_void_p, c_void_p],
     "SetRoadDesignMode": [None, c_void_p, Int32],
     "GetRoadDesignMode": [c_int32, c_void_p],

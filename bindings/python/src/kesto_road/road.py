@@ -497,7 +497,7 @@ class Road(Queries):
 
     def _note(self, name: str) -> None:
         """What is not a question may leave the road without its chain."""
-        if not name.startswith("Get"):
+        if not name.startswith(("Get", "Format", "Parse")):
             self._current = False
 
     def _failure(self) -> Failure | None:
@@ -579,6 +579,8 @@ class FrozenRoad(Queries):
         """Why a query has no answer: the status that a batch of one row tells, or what is left where rows have one."""
         if name.endswith("Batch"):
             return Status.NULL_ARGUMENT
+        if name in ("FormatStake", "ParseStake"):
+            return Status.ARGUMENT_NOT_FINITE if name == "FormatStake" else Status.NO_MILEAGE_IN_TEXT
         if name in ("GetMileageAndOffset", "GetNearbyStakeCoordinate"):
             return int(self.locate([given[0]], [given[1]]).status[0]) or Status.NO_STAKES
         if name == "GetMileAndOffsetInLim":
