@@ -53,7 +53,7 @@ def _check_size(record: type[Record], read: Any) -> Any:
     return record.of(memory[:size].view(record.dtype)[0])
 
 
-def _check_values(record: Any, **known: Any) -> None:
+def _check_values(record: Any, /, **known: Any) -> None:
     """What the library has written into a record stands in the fields of that name."""
     for name, value in known.items():
         if abs(getattr(record, name) - value) > NEAR:
