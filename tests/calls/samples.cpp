@@ -2,6 +2,7 @@
 
 #include <algorithm>
 #include <cstring>
+#include <set>
 
 #include "support/ready_roads.hpp"
 #include "support/temporary_folder.hpp"
@@ -105,6 +106,8 @@ void FillColumn(const Call& call, std::size_t place, std::size_t rows, std::vect
 
 std::string SamplePath(const std::string& name) {
     const std::string path = Folder().At(name);
+    static std::set<std::string> written;
+    if (!name.starts_with("source.") || !written.insert(name).second) return path;
     if (name == "source.road") SaveProject(SampleRoad(), path.c_str());
     if (name == "source.watx") SaveWaterProject(SampleRoad(), path.c_str());
     return path;
@@ -181,17 +184,8 @@ std::vector<Argument> SampleArguments(const Call& call) {
 }
 
 std::string Stored(RoadDesign* road) {
+    constexpr std::int64_t mostRecords = 100;  // some functions answer for any index
     std::string bytes;
-    const auto ask = [&](const Call& call, std::int64_t side, std::int64_t kind, std::int64_t index) {
-        std::vector<Argument> arguments = SampleArguments(call);
-        for (const auto& [name, value] :
-             {std::pair("side", side), std::pair("kind", kind), std::pair("index", index)}) {
-            if (const int place = call.Find(name); place > 0) arguments[static_cast<std::size_t>(place)].whole = value;
-        }
-        const Outcome outcome = call.run(road, arguments);
-        bytes += std::to_string(outcome.number) + BytesOf(arguments);
-        return outcome;
-    };
     for (const Call& call : Calls()) {
         const bool isPlain = std::ranges::all_of(call.parameters, [](const Parameter& it) {
             return it.kind == ParameterKind::Handle || it.name == "side" || it.name == "kind" || it.name == "index" ||
@@ -201,12 +195,21 @@ std::string Stored(RoadDesign* road) {
             call.name == "GetLastFailure") {
             continue;
         }
+        const std::vector<Argument> sample = SampleArguments(call);
+        const auto ask = [&](std::int64_t side, std::int64_t kind, std::int64_t index) {
+            std::vector<Argument> arguments = sample;
+            for (const auto& [name, value] : {std::pair("side", side), {"kind", kind}, {"index", index}}) {
+                const int place = call.Find(name);
+                if (place > 0) arguments[static_cast<std::size_t>(place)].whole = value;
+            }
+            const Outcome outcome = call.run(road, arguments);
+            bytes += std::to_string(outcome.number) + BytesOf(arguments);
+            return !outcome.failed;
+        };
         for (std::int64_t side = 0; side <= (call.Find("side") > 0 ? 1 : 0); ++side) {
             for (std::int64_t kind = 0; kind <= (call.Find("kind") > 0 ? 1 : 0); ++kind) {
-                bool more = true;
-                for (std::int64_t index = 0; more && index < 1000; ++index) {
-                    more = !ask(call, side, kind, index).failed && call.Find("index") > 0;
-                }
+                std::int64_t index = 0;
+                while (ask(side, kind, index) && call.Find("index") > 0 && index < mostRecords) ++index;
             }
         }
     }

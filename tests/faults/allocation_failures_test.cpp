@@ -2,7 +2,6 @@
 // or with all that follow, until it needs no more. Each time the design data are whole, and the next attempt does what
 // an undisturbed one does.
 #include <algorithm>
-#include <array>
 #include <cstdio>
 #include <filesystem>
 #include <fstream>
@@ -164,8 +163,9 @@ std::vector<std::string> Answers(RoadDesign* road) {
         const int mileage = call.Find("mileage"), x = call.Find("x");
         const bool isPlain = call.effect == Effect::Answers && call.gives == Gives::Success && call.Find("path") < 0;
         if (!isPlain || (mileage < 0 && x < 0) || call.Find("count") > 0) continue;  // batches fail by rows
+        const std::vector<Argument> sample = SampleArguments(call);
         for (double along = 5; along < 1300; along += 260) {
-            std::vector<Argument> arguments = SampleArguments(call);
+            std::vector<Argument> arguments = sample;
             if (mileage > 0) arguments[static_cast<std::size_t>(mileage)].number = along;
             if (x > 0) arguments[static_cast<std::size_t>(x)].number = along;
             all.push_back(call.run(road, arguments).failed ? std::string() : BytesOf(arguments));
@@ -205,13 +205,11 @@ struct Trial {
 
     /// Asks more often than a road is walked along before an index is made. What is copied for it is copied before.
     Allocations Do(int allowed, Failing failing) {
-        std::array<std::vector<Argument>, 20> given;
-        given.fill(arguments);
         const bool isQuery = call.effect == Effect::Answers && call.gives == Gives::Success;
-        const std::size_t times = isQuery ? given.size() : 1;
+        std::vector<std::vector<Argument>> given(isQuery ? 20 : 1, arguments);
         static_cast<RoadDesign*>(road)->lastFailure.reset();
         FailAllocations(allowed, failing);
-        for (std::size_t i = 0; i < times && !ToldOfMemory(); ++i) {
+        for (std::size_t i = 0; i < given.size() && !ToldOfMemory(); ++i) {
             outcome = call.run(road, given[i]);
             if (outcome.handle != nullptr) EndRoadDesign(static_cast<RoadDesign*>(outcome.handle));
             outcome.handle = nullptr;
