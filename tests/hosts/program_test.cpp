@@ -187,43 +187,6 @@ Expected SecondK0485() {
             5 - 3 * (495 - 349.9981) / 300.0038};
 }
 
-TEST_F(Program, SectionInsideATransitionBehindABrokenChain) {
-    ASSERT_EQ(Run(SectionTables() + " -o s.road").code, 0);
-    EXPECT_EQ(ReadFile(folder / "s.road"), ReadFile(std::string(KESTO_SAMPLE_ROADS) + "/superelevated.road"));
-    const auto run = Run("section s.road --mileage +K0+485 --decimals 6");
-    ASSERT_EQ(run.code, 0) << run.err;
-    std::vector<std::vector<std::string>> rows;  // plate, code, width, slope, step, offset, x, y, height
-    for (const auto& line : Lines(run.out)) {
-        std::istringstream stream(line);
-        std::vector<std::string> cells;
-        for (std::string cell; stream >> cell;) cells.push_back(cell);
-        if (cells.size() == 9 && (cells[0] == "lane" || cells[0] == "strip" || cells[0] == "verge"))
-            rows.push_back(cells);
-    }
-    ASSERT_EQ(rows.size(), 6U) << run.out;
-    const Expected is = SecondK0485();
-    const double leftStrip = is.centre + (is.leftWidth + 0.5) * is.leftSlope / 100;
-    const double rightStrip = is.centre + (3.5 + 0.5) * is.rightSlope / 100;
-    const double expected[][4] = {
-        // width, slope, offset, height of the outer edge
-        {is.leftWidth, is.leftSlope, -is.leftWidth, is.centre + is.leftWidth * is.leftSlope / 100},
-        {0.5, is.leftSlope, -is.leftWidth - 0.5, leftStrip},
-        {1.5, -6, -is.leftWidth - 2, leftStrip - 0.03 - 0.09},
-        {3.5, is.rightSlope, 3.5, is.centre + 3.5 * is.rightSlope / 100},
-        {0.5, is.rightSlope, 4, rightStrip},
-        {1.5, -6, 5.5, rightStrip - 0.03 - 0.09}};
-    constexpr double printed = 1.5e-6;
-    for (std::size_t i = 0; i < rows.size(); ++i) {
-        const std::size_t columns[] = {2, 3, 5, 8};
-        for (std::size_t k = 0; k < 4; ++k) {
-            EXPECT_NEAR(std::stod(rows[i][columns[k]]), expected[i][k], printed) << i << " " << columns[k];
-        }
-        const auto edge = At("s.road +K0+485 --decimals 6 --offset " + rows[i][5]);
-        EXPECT_NEAR(std::stod(rows[i][6]), std::stod(edge[3]), printed);
-        EXPECT_NEAR(std::stod(rows[i][7]), std::stod(edge[4]), printed);
-    }
-}
-
 TEST_F(Program, LocateTellsCutAndFillAtThePointsOwnOffset) {
     ASSERT_EQ(Run(SectionTables() + " -o s.road").code, 0);
     const Expected is = SecondK0485();
