@@ -15,7 +15,8 @@ from ._native import library as _library
 from ._queries import Heights, Place, Places, Position, Positions, Queries, Side
 from ._records import (BrokenChain, Coordinate, EaseParameters, Element, Intersection, Plate, ReadingFinding,
                        SectionMileage, Stake, VerticalCurve)
-from .road import ChangeOf, ChangeSection, DesignMode, FrozenRoad, Road, Transition, Turn
+from .frozen import FrozenRoad
+from .road import ChangeOf, ChangeSection, DesignMode, Road, Transition, Turn
 
 __version__: str = _library.KestoRoadVersion().decode()
 
