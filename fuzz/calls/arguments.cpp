@@ -57,6 +57,15 @@ std::string ProjectTextFrom(Bytes& in, RoadDesign* road) {
     return text;
 }
 
+/// Mostly characters that mileages are written with.
+std::string MileageTextFrom(Bytes& in) {
+    constexpr std::string_view characters = "01234567890123456789+-.K";
+    if (in.Rarely()) return in.Text();
+    std::string text(in.Byte() % 12U, '\0');
+    for (char& character : text) character = characters[in.Byte() % characters.size()];
+    return text;
+}
+
 template <class Value>
 void Put(std::uint8_t* place, const Field& field, Value value) {
     std::memcpy(place + field.offset, &value, std::min(sizeof value, field.size));
@@ -177,9 +186,10 @@ std::vector<Argument> ArgumentsFrom(Bytes& in, const Call& call, RoadDesign* roa
         argument.isNull = in.Rarely();
         if (parameter.kind == ParameterKind::Text) {
             Argument* const size = at("size");
-            const std::string text = parameter.name == "path" ? PathFrom(in)
-                                     : size != nullptr        ? ProjectTextFrom(in, road)
-                                                              : in.Text();
+            const std::string text = parameter.name == "path"   ? PathFrom(in)
+                                     : size != nullptr          ? ProjectTextFrom(in, road)
+                                     : parameter.name == "text" ? MileageTextFrom(in)
+                                                                : in.Text();
             if (size != nullptr) size->whole = in.Rarely() ? -1 : static_cast<std::int64_t>(text.size());
             argument.memory.assign(text.c_str(), text.c_str() + text.size() + (size != nullptr ? 0 : 1));
         } else if (parameter.kind == ParameterKind::Array) {
