@@ -4,6 +4,7 @@
 #include <optional>
 
 #include "alignment/broken_chains.hpp"
+#include "alignment/chain_builder.hpp"
 #include "alignment/intersection_method.hpp"
 #include "alignment/inverse.hpp"
 #include "alignment/position.hpp"
@@ -100,6 +101,7 @@ bool KESTO_CALL DeleteBrokenChain(RoadDesign* h, int32_t i) { return kesto::Dele
 bool KESTO_CALL GetBrokenChain(RoadDesign* h, int32_t i, BrokenChain* r) { return kesto::GetRecord(h, &RoadDesign::brokenChains, i, r); }
 bool KESTO_CALL SetBrokenChain(RoadDesign* h, int32_t i, const BrokenChain* r) { return EditBool(h, [&](RoadDesign& road) { return kesto::ReplaceBrokenChain(road, i, *r); }, r); }
 
+bool KESTO_CALL MakeCurrent(RoadDesign* h) { return QueryBool(h, kesto::EnsureCurrent); }
 bool KESTO_CALL GetSrcMileage(RoadDesign* h, double* m, int32_t k) { return QueryBool(h, [&](const AskedRoad& asked) { return MileageInto(asked, m, k); }, m); }
 double KESTO_CALL GetRoadMileage(RoadDesign* h, double* start) { return QueryValue<double>(h, {0.0}, [&](const AskedRoad& asked) { return RoadMileage(asked.road, start); }); }
 

@@ -602,6 +602,11 @@ KESTO_API bool KESTO_CALL GetNearbyStakeCoordinate(RoadDesign* road, double x, d
  *          the elements are then as before */
 KESTO_API bool KESTO_CALL UpdateData(RoadDesign* road);
 
+/** Builds what a query would build: the elements by the road design mode and the chain, where the total length is not
+ *  known yet; the stakes are then discarded. A road that is current is left as it is, and a frozen one always is.
+ *  @return false: no road can be built */
+KESTO_API bool KESTO_CALL MakeCurrent(RoadDesign* road);
+
 /** The design run: makes the elements by the road design mode, builds the chain, joins every element to the end of the
  *  one before, makes and names the stakes, derives the vertical curves.
  *  @return false: the road could not be built, or not every stake could be made; the stakes made so far stay, unnamed,

@@ -36,6 +36,16 @@ TEST(Generation, IndexOfTheCurveThatCoversAMileage) {
     EXPECT_EQ(GetIntersectionIndex(road, 150, 0), -1) << "another design mode";
 }
 
+TEST(Generation, MakeCurrentBuildsWhatAQueryWould) {
+    const Road road;
+    EXPECT_FALSE(MakeCurrent(road));
+    EXPECT_EQ(LastFailure(road).status, KESTO_TOO_FEW_ELEMENTS);
+    const Intersection ends[] = {{"A", 0, 0, 0, 0, 0, 0, 0, {}}, {"B", 100, 0, 0, 0, 0, 0, 0, {}}};
+    EXPECT_TRUE(AddIntersectionList(road, ends, 2));
+    EXPECT_TRUE(MakeCurrent(road));
+    EXPECT_EQ(GetElementCount(road), 2);
+}
+
 TEST(Generation, EaseParameters) {
     const Road road;
     EaseParam ease{};

@@ -86,6 +86,7 @@ SIGNATURES: dict[str, list[Any]] = {
         c_void_p, c_void_p, c_void_p],
     "GetNearbyStakeCoordinate": [c_bool, c_void_p, c_double, c_double, c_void_p, c_void_p],
     "UpdateData": [c_bool, c_void_p],
+    "MakeCurrent": [c_bool, c_void_p],
     "DesignRoad": [c_bool, c_void_p],
     "GetStakeCoordinateCount": [c_int32, c_void_p],
     "GetStakeCoordinate": [c_bool, c_void_p, Int32, c_void_p],
