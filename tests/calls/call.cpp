@@ -161,7 +161,8 @@ void* Argument::Place(ParameterKind kind) {
 }
 
 std::string Argument::Bytes() const {
-    return std::string(memory.begin(), memory.end()) + std::to_string(array.items == nullptr ? count : array.count);
+    return std::string(reinterpret_cast<const char*>(memory.data()), memory.size()) +
+           std::to_string(array.items == nullptr ? count : array.count);
 }
 
 int Call::Find(std::string_view parameter) const {

@@ -13,7 +13,7 @@ namespace {
 
 constexpr std::uint8_t mark = 0xA5;       // fills outputs
 constexpr std::int32_t arrayRoom = 8;     // records
-constexpr std::int64_t textRoom = 65536;  // bytes
+constexpr std::int64_t textRoom = 32768;  // bytes
 
 /// A value by the name that it has: of an argument ("Function.name"), of a record's field ("Record.name"), or anywhere.
 struct Sample {
