@@ -42,7 +42,7 @@ void ReadRecords(Reading& reading) {
         if (!reading.lines.Parse<Line>(shape, *line, record)) {
             reading.lines.Skip(list);
         } else if (const Outcome stored = Line::Insert(reading.road, record); !stored) {
-            reading.lines.Refuse(list, stored.failure());
+            reading.Refuse({list, 0}, reading.lines.LineNumber(), stored.failure(), Line::Order(record));
         } else {
             placed.push_back({Line::Order(record), reading.lines.LineNumber()});
         }
@@ -161,15 +161,17 @@ void ReadProfile(Reading& reading) {
     std::vector<Reading::PlacedLine>& placed = reading.LinesOf(KESTO_LIST_VERTICAL_CURVES);
     const std::vector<bool> inserted = InsertEachVerticalCurve(reading.road, points);
     const bool built = static_cast<bool>(EnsureCurrent(reading.road));
+    std::vector<double> places;
     for (std::size_t i = 0; i < points.size(); ++i) {
-        if (inserted[i]) {
-            const StakeMileage stake{points[i].mileage, points[i].occurrence};
-            placed.push_back({built ? ProfileMileage(reading.road, stake) : stake.mileage, lineNumbers[i]});
-        } else {
-            // A file holds no number that is not finite, so nothing but a point at the same place can be the reason.
-            reading.lines.Refuse(KESTO_LIST_VERTICAL_CURVES, lineNumbers[i],
-                                 FailValue(KESTO_DUPLICATE_MILEAGE, points[i].mileage));
-        }
+        const StakeMileage stake{points[i].mileage, points[i].occurrence};
+        places.push_back(built ? ProfileMileage(reading.road, stake) : stake.mileage);
+        if (inserted[i]) placed.push_back({places[i], lineNumbers[i]});
+    }
+    for (std::size_t i = 0; i < points.size(); ++i) {
+        if (inserted[i]) continue;
+        // A file holds no number that is not finite, so nothing but a point at the same place can be the reason.
+        reading.Refuse({KESTO_LIST_VERTICAL_CURVES, 0}, lineNumbers[i],
+                       FailValue(KESTO_DUPLICATE_MILEAGE, points[i].mileage), places[i]);
     }
 }
 

@@ -58,6 +58,12 @@ struct Reading {
     /// @param key see ReadingReport::ListKey
     std::vector<PlacedLine>& LinesOf(KestoList list, std::int32_t key = 0) { return stored[{list, key}]; }
 
+    /// Counts a record as skipped and tells why it was refused; where another one holds its place, at which line.
+    /// @param key   see ReadingReport::ListKey
+    /// @param line  number of its first line
+    /// @param order what its list is sorted by
+    void Refuse(ReadingReport::ListKey key, std::int32_t line, const Failure& why, double order);
+
     /// Hands on what is known when the whole file has been read.
     void Finish();
 

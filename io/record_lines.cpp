@@ -44,22 +44,27 @@ std::optional<std::string_view> RecordLines::Next(std::size_t buffer) {
 
 std::optional<std::string_view> RecordLines::NextOutside() {
     section = {};
-    swallowing = false;
+    swallowedAt = nothingSwallowed;
     return Next(keywordLineBuffer);
 }
 
 std::optional<std::string_view> RecordLines::NextRecord() {
     const std::optional<std::string_view> line = Next(recordLineBuffer);
-    if (!line) return std::nullopt;
+    if (!line) {
+        EndSwallowed(lineNumber);
+        return std::nullopt;
+    }
     if (line->size() < shortestRecord) {
         if (!FirstWord(*line).empty()) Tell(Finding(KESTO_READING_LINE_TOO_SHORT, *line));
+        EndSwallowed(lineNumber - 1);
         return std::nullopt;
     }
     if (MayBeKeyword(*line)) {
         const std::string_view word = FirstWord(*line);
         if (FirstWord(line->substr(word.size())).empty() && isKeyword(word)) {
+            EndSwallowed(lineNumber - 1);
+            swallowedAt = report.findings.size();
             Tell(Finding(KESTO_READING_SECTION_SWALLOWED, word));
-            swallowing = true;
         }
     }
     return line->ends_with('\r') ? line->substr(0, line->size() - 1) : *line;
@@ -80,7 +85,12 @@ ReadingFinding RecordLines::Finding(KestoReadingReason reason, std::string_view 
     return finding;
 }
 
+void RecordLines::EndSwallowed(std::int32_t last) noexcept {
+    if (swallowedAt < report.findings.size()) report.findings[swallowedAt].otherLine = last;
+}
+
 void RecordLines::TellOfCells(std::size_t missing, std::size_t surplus) {
+    const bool swallowing = swallowedAt != nothingSwallowed;
     for (const CellDoubt& doubt : doubts) {
         if (swallowing && doubt.reason != KESTO_READING_NUMBER_TOO_LARGE) continue;
         ReadingFinding finding = Finding(doubt.reason, FirstWord(cells[doubt.cell]), doubt.read, doubt.other);
@@ -101,10 +111,11 @@ void RecordLines::Skip(KestoList list, std::int32_t line) noexcept {
     firstList = list;
 }
 
-void RecordLines::Refuse(KestoList list, std::int32_t line, const Failure& why) {
+void RecordLines::Refuse(KestoList list, std::int32_t line, const Failure& why, std::int32_t otherLine) {
     Skip(list, line);
     ReadingFinding finding = Finding(KESTO_READING_RECORD_REFUSED, {}, why.value, why.bound);
     finding.line = line;
+    finding.otherLine = otherLine;
     finding.status = why.status;
     finding.list = list;
     finding.record = why.record;

@@ -4,6 +4,7 @@
 #include <algorithm>
 #include <cstddef>
 #include <cstdint>
+#include <limits>
 #include <optional>
 #include <span>
 #include <string_view>
@@ -70,8 +71,9 @@ public:
     void Skip(KestoList list, std::int32_t line) noexcept;
 
     /// Counts a record as one that was skipped, and tells why it was refused.
-    /// @param line number of its first line
-    void Refuse(KestoList list, std::int32_t line, const Failure& why);
+    /// @param line      number of its first line
+    /// @param otherLine number of the line that it collides with; 0 for none
+    void Refuse(KestoList list, std::int32_t line, const Failure& why, std::int32_t otherLine = 0);
     /// The same for the line given last.
     void Refuse(KestoList list, const Failure& why) { Refuse(list, lineNumber, why); }
 
@@ -87,7 +89,12 @@ public:
     Outcome Skipped() const noexcept;
 
 private:
+    static constexpr std::size_t nothingSwallowed = std::numeric_limits<std::size_t>::max();
+
     std::optional<std::string_view> Next(std::size_t buffer);
+    /// Completes the finding of a section that another one has swallowed.
+    /// @param last number of its last line
+    void EndSwallowed(std::int32_t last) noexcept;
     void TellOfCells(std::size_t missing, std::size_t surplus);
 
     std::string_view text;
@@ -95,7 +102,8 @@ private:
     ReadingReport& report;
     KeywordTest isKeyword;
     std::string_view section;
-    bool swallowing = false;  // the section's records are followed by those of another one: their cells tell nothing
+    /// Index of the finding of a section that this one has swallowed: the cells of its records tell nothing.
+    std::size_t swallowedAt = nothingSwallowed;
     std::vector<std::string_view> cells;  // of the line parsed last
     std::vector<CellDoubt> doubts;        // likewise
     std::size_t at = 0;

@@ -149,6 +149,11 @@ struct LinesOfChange {
     }
 };
 
+/// Key of a table's records in the report of a reading.
+std::int32_t ReportKey(ChangeTable which) noexcept {
+    return static_cast<std::int32_t>(changeKindCount) * which.side + which.kind;
+}
+
 /// Adds a change section that has been read to its last line. A refused one counts as one skipped record, however many
 /// lines it has.
 /// @param built whether the road is current, or why it is not
@@ -166,13 +171,9 @@ std::optional<double> AddChange(Reading& reading, ChangeTable which, const Outco
         stored = built ? ExplainMissing(reading.road, change.stake) : built.failure();
     }
     if (stored) return place;
-    reading.lines.Refuse(KESTO_LIST_CHANGE_SECTIONS, change.firstLine, stored.failure());
+    reading.Refuse({KESTO_LIST_CHANGE_SECTIONS, ReportKey(which)}, change.firstLine, stored.failure(),
+                   place.value_or(0));
     return std::nullopt;
-}
-
-/// Key of a table's records in the report of a reading.
-std::int32_t ReportKey(ChangeTable which) noexcept {
-    return static_cast<std::int32_t>(changeKindCount) * which.side + which.kind;
 }
 
 }  // namespace

@@ -147,8 +147,8 @@ enum KestoReadingReason {
                                               text = the first word, value = how many lines */
     KESTO_READING_KEYWORD_SPELLING = 3,  /**< a keyword is spelled otherwise: text = as it stands */
     KESTO_READING_SECTION_REPEATED = 4,  /**< the section was there already, in otherLine: its records are added */
-    KESTO_READING_SECTION_SWALLOWED = 5, /**< no empty line before a keyword (text): this line and all that follow are
-                                              read as records of the section before */
+    KESTO_READING_SECTION_SWALLOWED = 5, /**< no empty line before a keyword (text): this line and those up to
+                                              otherLine are read as records of the section before */
     KESTO_READING_SECOND_FORM = 6,       /**< the alignment or the profile was there already in another form (text, in
                                               otherLine): this one holds */
     KESTO_READING_NOT_A_NUMBER = 7,      /**< a field holds something else (text): value = what is read of it */
@@ -158,7 +158,7 @@ enum KestoReadingReason {
     KESTO_READING_FIELDS_EXTRA = 10,     /**< the line has more words than fields: value = how many more. A name with
                                               blanks is cut to its first word, anything else is passed over */
     KESTO_READING_RECORD_REFUSED = 11, /**< the record is skipped: status, list, record, limit, value, bound and excess
-                                            are those of the Failure */
+                                            are those of the Failure; otherLine is that of the record in its place */
     KESTO_READING_LINE_TOO_LONG = 12,  /**< the file is read no further: value = the line's bytes, bound = the number
                                             that it must stay below */
     KESTO_READING_NO_LINE_END = 13,    /**< the file ends inside this line: something may be cut off */

@@ -17,56 +17,22 @@ namespace {
 constexpr double sameRadius = 1e-3;  // m: radii are published to the millimetre
 constexpr double fullCircle = 360;   // degrees
 constexpr double degrees = 180 / std::numbers::pi;
-constexpr int azimuthDecimals = 5;  // of degrees
-constexpr int lengthDecimals = 3;   // of metres
+constexpr int lengthDecimals = 3;  // of metres
 constexpr std::int32_t startType = 0;
 
-/// Columns of the records in their sections.
-enum ElementColumn : std::size_t {
-    ElementX,
-    ElementY,
-    ElementAzimuth,
-    ElementLength,
-    ElementTurn,
-    ElementAzimuthAgain,
-    ElementType,
-    ElementStartRadius,
-    ElementEndRadius
-};
-enum IntersectionColumn : std::size_t { IntersectionX = 1, IntersectionY, IntersectionRadius };
-
-/// An element with the line that it comes from.
-struct FromFile {
-    Element element;
-    std::int64_t line;
-};
+using ElementInFile = FromFile<Element>;
 
 std::string Metres(double metres) { return FormatReal(metres, lengthDecimals) + " m"; }
-std::string Degrees(double angle) { return FormatReal(angle, azimuthDecimals) + " degrees"; }
 
-Element ElementOf(const RecordLine& record) {
-    Element element{};
-    element.type = static_cast<std::int32_t>(record.numbers[ElementType]);
-    element.turnDirection = static_cast<std::uint8_t>(record.numbers[ElementTurn]);
-    element.startX = record.numbers[ElementX];
-    element.startY = record.numbers[ElementY];
-    element.startAzimuth = record.numbers[ElementAzimuth];
-    element.length = record.numbers[ElementLength];
-    element.startRadius = record.numbers[ElementStartRadius];
-    element.endRadius = record.numbers[ElementEndRadius];
-    return element;
-}
-
-/// The elements that coordinate points are made into, before broken chains split them: the i-th begins at the i-th
+/// The elements that coordinate points are made into, without broken chains to split them: the i-th begins at the i-th
 /// point.
-std::vector<FromFile> ElementsOfPoints(const Checked& checked) {
+std::vector<ElementInFile> ElementsOfPoints(const Checked& checked) {
+    const auto points = checked.file.Records<Coordinate>(KESTO_LIST_COORDINATES, GetCoordinate);
     const RoadHandle whole = NewRoad();
-    if (ReadProject(whole.get(), checked.path) != KESTO_SUCCESS) return {};
-    while (DeleteBrokenChain(whole.get(), 0)) {
-    }
-    const auto points = checked.outline.Records("Coordinate");
+    SetRoadDesignMode(whole.get(), pointMode);
+    for (const auto& it : points) AddCoordinate(whole.get(), &it.record, -1);
     if (!DesignRoad(whole.get()) || GetElementCount(whole.get()) != static_cast<std::int32_t>(points.size())) return {};
-    std::vector<FromFile> elements;
+    std::vector<ElementInFile> elements;
     Element element{};
     for (std::size_t i = 1; i < points.size() && GetElement(whole.get(), static_cast<std::int32_t>(i), &element); ++i) {
         elements.push_back({element, points[i - 1].line});
@@ -110,8 +76,8 @@ void CheckSpiral(const Element& it, std::int64_t line, Findings& findings) {
     }
 }
 
-void CheckShape(RoadDesign* road, const FromFile& from, Findings& findings) {
-    const Element& it = from.element;
+void CheckShape(RoadDesign* road, const ElementInFile& from, Findings& findings) {
+    const Element& it = from.record;
     if (it.type < straightType || it.type > spiralType) {
         findings.Error(from.line, "element-type",
                        "type " + std::to_string(it.type) + " is no straight (1), arc (2) or spiral (3)");
@@ -141,26 +107,26 @@ void CheckShape(RoadDesign* road, const FromFile& from, Findings& findings) {
     }
 }
 
-void CheckKink(const FromFile& before, const FromFile& from, double kink, Findings& findings) {
+void CheckKink(const ElementInFile& before, const ElementInFile& from, double kink, Findings& findings) {
     const auto grade = angleGrades.Of(kink);
     if (!grade) return;
-    if (before.element.type == straightType && from.element.type == straightType) {
+    if (before.record.type == straightType && from.record.type == straightType) {
         // Roads are laid out with corners between straights, but a curve should touch its neighbours: no error here.
         findings.Add(from.line, std::min(*grade, Severity::Warning), "kink",
                      "a corner of " + Degrees(kink) + " between two straights");
         return;
     }
-    const char* const name = before.element.type == startType ? "start record" : ElementName(before.element);
+    const char* const name = before.record.type == startType ? "start record" : ElementName(before.record);
     findings.Add(from.line, *grade, "kink",
-                 std::string("the ") + ElementName(from.element) + " begins with another azimuth than the " + name +
+                 std::string("the ") + ElementName(from.record) + " begins with another azimuth than the " + name +
                      " in line " + std::to_string(before.line) + " ends with: a kink of " + Degrees(kink));
 }
 
 /// The neighbour of a spiral should begin with the radius that the spiral ends with. Between other elements the
 /// curvature may jump by design.
-void CheckRadii(const FromFile& before, const FromFile& from, Findings& findings) {
-    const Element& one = before.element;
-    const Element& other = from.element;
+void CheckRadii(const ElementInFile& before, const ElementInFile& from, Findings& findings) {
+    const Element& one = before.record;
+    const Element& other = from.record;
     if (one.type < straightType || (one.type != spiralType && other.type != spiralType)) return;
     const double radius = EndRadius(one);
     const double next = StartRadius(other);
@@ -177,58 +143,47 @@ void CheckRadii(const FromFile& before, const FromFile& from, Findings& findings
                          side(nextCurvature, next));
 }
 
-void CheckJoint(RoadDesign* road, const FromFile& before, const FromFile& from, Findings& findings) {
+void CheckJoint(RoadDesign* road, const ElementInFile& before, const ElementInFile& from, Findings& findings) {
     double x = 0;
     double y = 0;
     double azimuth = 0;
-    if (!GetElementPositionAndAzimuth(road, &before.element, before.element.length, &x, &y, &azimuth)) return;
-    const double gap = std::hypot(from.element.startX - x, from.element.startY - y);
+    if (!GetElementPositionAndAzimuth(road, &before.record, before.record.length, &x, &y, &azimuth)) return;
+    const double gap = std::hypot(from.record.startX - x, from.record.startY - y);
     if (const auto grade = lengthGrades.Of(gap)) {
         findings.Add(from.line, *grade, "gap",
-                     std::string("the ") + ElementName(from.element) + " begins " + Distance(gap) +
-                         " from where line " + std::to_string(before.line) + " ends; the road goes on from there");
+                     std::string("the ") + ElementName(from.record) + " begins " + Distance(gap) + " from where line " +
+                         std::to_string(before.line) + " ends; the road goes on from there");
     }
-    CheckKink(before, from, std::fabs(std::remainder(from.element.startAzimuth - azimuth, fullCircle)), findings);
+    CheckKink(before, from, std::fabs(std::remainder(from.record.startAzimuth - azimuth, fullCircle)), findings);
     CheckRadii(before, from, findings);
 }
 
-void CheckElements(const Checked& checked, const std::vector<FromFile>& elements) {
+void CheckElements(const Checked& checked, const std::vector<ElementInFile>& elements) {
     for (std::size_t i = 0; i < elements.size(); ++i) {
-        const bool isStart = i == 0 && elements[i].element.type == startType;
+        const bool isStart = i == 0 && elements[i].record.type == startType;
         if (!isStart) CheckShape(checked.road, elements[i], checked.findings);
         if (i > 0) CheckJoint(checked.road, elements[i - 1], elements[i], checked.findings);
     }
 }
 
-/// The elements as the file has them, after a check of their azimuths. The azimuth stands twice in an element's line;
-/// the library takes the first one.
-std::vector<FromFile> ElementsOfFile(const Checked& checked) {
-    std::vector<FromFile> elements;
-    for (const RecordLine& record : checked.outline.Records("Element")) {
-        elements.push_back({ElementOf(record), record.line});
-        const double again = record.numbers[ElementAzimuthAgain];
-        const double azimuth = record.numbers[ElementAzimuth];
-        if (!(std::fabs(azimuth) <= fullCircle)) {
-            checked.findings.Warning(record.line, "azimuth-range",
-                                     "the azimuth is more than a full circle: " + FormatShort(azimuth) + " degrees");
-        }
-        if (!angleGrades.Of(std::fabs(std::remainder(again - azimuth, fullCircle)))) continue;
-        checked.findings.Warning(record.line, "azimuth-differs",
-                                 "the azimuth stands twice in the line, as " + Degrees(azimuth) + " and as " +
-                                     Degrees(again) + ": the first one holds");
+void CheckAzimuths(const Checked& checked) {
+    for (const auto& [element, line] : checked.file.Elements()) {
+        if (std::fabs(element.startAzimuth) <= fullCircle) continue;
+        checked.findings.Warning(
+            line, "azimuth-range",
+            "the azimuth is more than a full circle: " + FormatShort(element.startAzimuth) + " degrees");
     }
-    return elements;
 }
 
 /// Tells of intersections without a curve: the road has a corner there.
 void CheckCorners(const Checked& checked) {
-    const auto points = checked.outline.Records("Intersection");
+    const auto points = checked.file.Records<Intersection>(KESTO_LIST_INTERSECTIONS, GetIntersection);
     for (std::size_t i = 1; i + 1 < points.size(); ++i) {
-        if (points[i].numbers[IntersectionRadius] >= infiniteRadius) continue;
+        if (points[i].record.radius >= infiniteRadius) continue;
         const auto azimuth = [&](std::size_t from) {
-            return std::atan2(points[from + 1].numbers[IntersectionY] - points[from].numbers[IntersectionY],
-                              points[from + 1].numbers[IntersectionX] - points[from].numbers[IntersectionX]) *
-                   degrees;
+            const Intersection& one = points[from].record;
+            const Intersection& other = points[from + 1].record;
+            return std::atan2(other.y - one.y, other.x - one.x) * degrees;
         };
         const double corner = std::fabs(std::remainder(azimuth(i) - azimuth(i - 1), fullCircle));
         if (angleGrades.Of(corner)) {
@@ -238,25 +193,14 @@ void CheckCorners(const Checked& checked) {
     }
 }
 
-void CheckForms(const Checked& checked) {
-    std::string_view first;
-    for (const SectionLines& it : checked.outline.sections) {
-        if (std::count(alignmentKeywords.begin(), alignmentKeywords.end(), it.keyword) == 0) continue;
-        if (!first.empty() && first != it.keyword) {
-            checked.findings.Error(it.line, "several-alignments",
-                                   "the file holds the alignment as " + Quoted(first) + " and as " +
-                                       Quoted(it.keyword) + ": the last one holds, and a save keeps one only");
-        }
-        first = it.keyword;
-    }
-}
-
 }  // namespace
 
 void CheckAlignment(const Checked& checked) {
-    CheckForms(checked);
     const std::int32_t mode = GetRoadDesignMode(checked.road);
-    if (mode == elementMode) CheckElements(checked, ElementsOfFile(checked));
+    if (mode == elementMode) {
+        CheckAzimuths(checked);
+        CheckElements(checked, checked.file.Elements());
+    }
     if (mode == pointMode) CheckElements(checked, ElementsOfPoints(checked));
     if (mode == intersectionMode) CheckCorners(checked);
 }

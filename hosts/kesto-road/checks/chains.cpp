@@ -12,31 +12,10 @@ namespace {
 
 constexpr int mileageDecimals = 3;
 
-struct Chain {
-    BrokenChain record;
-    std::int64_t line;
-};
+using Chain = FromFile<BrokenChain>;
 
 std::string Text(const Checked& checked, double mileage) {
     return FormatMileage(StakePrefix(checked.road), {mileage, 0}, mileageDecimals);
-}
-
-/// The broken chains of the file by the mileage before the break. Of several at one mileage the first one holds, the
-/// others are told of as skipped.
-std::map<double, Chain> ChainsOfFile(const Checked& checked) {
-    std::map<double, Chain> chains;
-    for (const RecordLine& it : checked.outline.Records("BrokenChain")) {
-        const double back = it.numbers[0];
-        const auto near = chains.upper_bound(back - sameMileage);
-        if (near != chains.end() && near->first < back + sameMileage) {
-            checked.findings.Skipped(it.line, "chain-repeated",
-                                     "line " + std::to_string(near->second.line) +
-                                         " has a broken chain at this mileage already: this one is skipped");
-        } else {
-            chains.insert({back, {{back, it.numbers[1]}, it.line}});
-        }
-    }
-    return chains;
 }
 
 /// Tells of a broken chain on the road that does anything else than jump where it stands.
@@ -78,11 +57,11 @@ void TellOfMissed(const Checked& checked, const Chain& chain, const Chain* befor
 
 void CheckChains(const Checked& checked) {
     std::map<double, ChainEffect> effects;
-    const auto& header = checked.outline.header;
-    if (checked.line) effects = checked.line->ChainEffects(header ? header->numbers[0] : 0);
+    if (checked.line) effects = checked.line->ChainEffects(checked.file.StartMileage());
+    const auto chains = checked.file.Records<BrokenChain>(KESTO_LIST_BROKEN_CHAINS, GetBrokenChain);
     const Chain* before = nullptr;  // the last one that is on the road
-    const auto chains = ChainsOfFile(checked);
-    for (const auto& [back, chain] : chains) {
+    for (const Chain& chain : chains) {
+        const double back = chain.record.backMileage;
         const auto effect = effects.find(back);
         if (std::fabs(chain.record.aheadMileage - back) < sameMileage) {
             checked.findings.Note(chain.line, "chain-without-jump", "the mileage is the same before and behind it");

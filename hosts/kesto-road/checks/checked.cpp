@@ -1,6 +1,8 @@
 #include "checks/checked.hpp"
 
+#include <array>
 #include <cmath>
+#include <cstddef>
 
 #include "road/conventions.hpp"
 #include "road/failure_text.hpp"
@@ -27,6 +29,20 @@ bool StandsAtEnd(const Checked& checked, const FilePlace& place) {
     return checked.line && place.beyond &&
            (std::fabs(place.continuous - checked.line->Start()) < beyondTolerance ||
             std::fabs(place.continuous - checked.line->End()) < beyondTolerance);
+}
+
+std::int64_t Checked::AlignmentLine(std::int32_t record) const noexcept {
+    static constexpr std::array lists{KESTO_LIST_INTERSECTIONS, KESTO_LIST_ELEMENTS, KESTO_LIST_COORDINATES,
+                                      KESTO_LIST_COORDINATES};  // by road design mode
+    const auto mode = static_cast<std::size_t>(GetRoadDesignMode(road));
+    if (mode >= lists.size()) return 0;
+    const std::int64_t ofRecord = file.LineOf(lists[mode], 0, record);
+    return ofRecord > 0 ? ofRecord : file.LineOf(lists[mode], 0, 0);
+}
+
+std::string Degrees(double angle) {
+    constexpr int decimals = 5;
+    return FormatReal(angle, decimals) + " degrees";
 }
 
 std::string Distance(double metres) {

@@ -9,8 +9,6 @@ namespace kesto::host {
 namespace {
 
 constexpr int jsonIndent = 2;
-constexpr std::size_t longestQuote = 40;  // bytes
-constexpr unsigned char lastControl = 0x7F;
 
 const char* SeverityName(Severity severity) noexcept {
     switch (severity) {
@@ -34,16 +32,6 @@ std::optional<Severity> Grades::Of(double size) const noexcept {
     return Severity::Error;
 }
 
-std::string Quoted(std::string_view text) {
-    std::string quoted(1, '\'');
-    for (const char byte : text.substr(0, longestQuote)) {
-        const auto code = static_cast<unsigned char>(byte);
-        quoted += code < ' ' || code == lastControl ? '?' : byte;
-    }
-    if (text.size() > longestQuote) quoted += "...";
-    return quoted += '\'';
-}
-
 void Findings::Add(std::int64_t line, Severity severity, std::string_view code, std::string text) {
     findings.push_back({line, severity, std::string(code), std::move(text)});
 }
@@ -58,11 +46,6 @@ void Findings::Warning(std::int64_t line, std::string_view code, std::string tex
 
 void Findings::Error(std::int64_t line, std::string_view code, std::string text) {
     Add(line, Severity::Error, code, std::move(text));
-}
-
-void Findings::Skipped(std::int64_t line, std::string_view code, std::string text) {
-    ++skipped;
-    Error(line, code, std::move(text));
 }
 
 bool Findings::HasErrorAt(std::int64_t line) const noexcept {

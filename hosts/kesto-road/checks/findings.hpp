@@ -27,9 +27,6 @@ struct Grades {
     [[nodiscard]] std::optional<Severity> Of(double size) const noexcept;
 };
 
-/// A text of the file between quotes. A long text is cut, control characters become question marks.
-std::string Quoted(std::string_view text);
-
 /// The findings of one file.
 class Findings {
 public:
@@ -37,10 +34,7 @@ public:
     void Note(std::int64_t line, std::string_view code, std::string text);
     void Warning(std::int64_t line, std::string_view code, std::string text);
     void Error(std::int64_t line, std::string_view code, std::string text);
-    /// An error of a record that the library skips. These are counted, to be compared with the library's own count.
-    void Skipped(std::int64_t line, std::string_view code, std::string text);
 
-    [[nodiscard]] std::int64_t SkippedCount() const noexcept { return skipped; }
     [[nodiscard]] bool HasErrorAt(std::int64_t line) const noexcept;
     /// Line of the first error of these codes; 0 where there is none.
     [[nodiscard]] std::int64_t FirstLineOf(std::initializer_list<std::string_view> codes) const noexcept;
@@ -55,7 +49,6 @@ public:
 
 private:
     std::vector<Finding> findings;
-    std::int64_t skipped = 0;
 };
 
 }  // namespace kesto::host

@@ -16,10 +16,6 @@ constexpr int gradeDecimals = 3;   // of per cent
 constexpr double perCent = 100;
 constexpr double smallestBreak = 1e-5;  // of grade: a smaller one comes from rounded elevations
 constexpr std::int32_t unset = -1;      // occurrence of a curve end that is not given
-constexpr std::size_t elevationColumn = 1;
-constexpr std::size_t radiusColumn = 2;
-constexpr std::string_view radiusKeyword = "VerticalCurve";
-constexpr std::string_view endsKeyword = "VerticalCurve_SECONDPARA";
 
 /// A grade-change point with its line and the ends of its curve, in continuous mileage (m).
 struct Point {
@@ -41,35 +37,18 @@ void TellOffRoad(const Checked& checked, std::int64_t line, std::int32_t occurre
     checked.findings.Add(line, severity, code, what + " is not on the road: " + place.why);
 }
 
-/// The points of the file, in the order of the road: with those that the library will skip as repeated.
+/// The points of the file, in the order of the road.
 std::vector<Point> PointsOfFile(const Checked& checked) {
-    const bool byRadius = GetVerticalCurveMode(checked.road) == radiusMode;
-    const std::size_t occurrenceColumn = byRadius ? 3 : 2;
     std::vector<Point> points;
-    for (const RecordLine& it : checked.outline.Records(byRadius ? radiusKeyword : endsKeyword)) {
-        const auto occurrence = static_cast<std::int32_t>(it.numbers[occurrenceColumn]);
-        const FilePlace place = PlaceOf(checked, it.numbers[0], occurrence);
+    for (const auto& [it, line] : checked.file.GradePoints()) {
+        const FilePlace place = PlaceOf(checked, it.mileage, it.occurrence);
         const double at = place.continuous;
-        const double radius = byRadius ? it.numbers[radiusColumn] : 0;
-        points.push_back({it.numbers[0], occurrence, it.line, it.numbers[elevationColumn], radius, at, at, at});
-        TellOffRoad(checked, it.line, occurrence, place, "grade-point-off-road", "the grade-change point");
+        points.push_back({it.mileage, it.occurrence, line, it.elevation, it.radius, at, at, at});
+        TellOffRoad(checked, line, it.occurrence, place, "grade-point-off-road", "the grade-change point");
     }
     std::stable_sort(points.begin(), points.end(),
                      [](const Point& one, const Point& other) { return one.place < other.place; });
     return points;
-}
-
-void RemoveRepeated(const Checked& checked, std::vector<Point>& points) {
-    for (std::size_t i = 1; i < points.size();) {
-        if (!(points[i].place - points[i - 1].place < sameMileage)) {
-            ++i;
-            continue;
-        }
-        checked.findings.Skipped(points[i].line, "grade-point-repeated",
-                                 "line " + std::to_string(points[i - 1].line) +
-                                     " has a grade-change point at this place already: this one is skipped");
-        points.erase(points.begin() + static_cast<std::ptrdiff_t>(i));
-    }
 }
 
 /// A given end of a curve in continuous mileage (m); one that is not set lies at the neighbouring point.
@@ -157,16 +136,8 @@ void CheckCover(const Checked& checked, const std::vector<Point>& points) {
 }  // namespace
 
 void CheckProfile(const Checked& checked) {
-    const std::int64_t byRadius = checked.outline.LineOf(radiusKeyword);
-    const std::int64_t byEnds = checked.outline.LineOf(endsKeyword);
-    if (byRadius > 0 && byEnds > 0) {
-        checked.findings.Error(std::max(byRadius, byEnds), "several-profiles",
-                               "the file gives vertical curves by their radii and by their ends: the points of both "
-                               "make one profile, which the last section's rule governs");
-        return;
-    }
+    if (checked.findings.FirstLineOf({severalProfiles}) > 0) return;
     std::vector<Point> points = PointsOfFile(checked);
-    RemoveRepeated(checked, points);
     if (checked.line) {
         FindEnds(checked, points);
         CheckCurves(checked, points);
