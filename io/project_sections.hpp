@@ -5,30 +5,12 @@
 #include <span>
 #include <string_view>
 
-#include "core/road_design.hpp"
-#include "io/line_format.hpp"
-#include "io/reading.hpp"
-#include "io/record_lines.hpp"
+#include "io/section.hpp"
 
 namespace kesto {
 
-/// What a section is one form of: a file that has two forms of one thing contradicts itself.
-enum class SectionForm { Single, Alignment, Profile };
-
-/// A section is a row: a new one is one more row with its functions.
-struct Section {
-    std::string_view keyword;                            // its line; empty: written without one, never recognised
-    bool (*present)(RoadDesign& road);                   // whether the road has this section
-    void (*write)(RoadDesign& road, LineWriter& lines);  // writes the lines behind the keyword
-    void (*read)(Reading& reading);                      // reads records until the section ends
-    LineDescription (*describe)();                       // what the documentation tells of its lines
-    SectionForm form = SectionForm::Single;
-    bool byStake = false;   // written from a road whose chain is the one that the file gives: it may be made current
-    bool roadOnly = false;  // never written to a water project
-};
-
-/// All sections in the order of the file.
-std::span<const Section> Sections() noexcept;
+/// All sections in the order of the file: a span from each room. A new room's is one more in the list.
+std::span<const std::span<const Section>> SectionsByRoom() noexcept;
 
 /// The section that a line outside the sections opens. A keyword is compared without its last character; where two
 /// keywords match, the longer one is meant.

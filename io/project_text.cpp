@@ -136,13 +136,14 @@ Result<std::string> FormatProject(RoadDesign& road, const CodePage& names, Proje
     }
     lines.End();
     std::unique_ptr<RoadDesign> readBack;
-    for (const Section& section : Sections()) {
-        if ((section.roadOnly && kind != ProjectKind::Road) || !section.present(road)) continue;
+    const auto write = [&](const Section& section) {
+        if ((section.roadOnly && kind != ProjectKind::Road) || !section.present(road)) return;
         if (section.byStake && !readBack) readBack = AsReadBack(text, road, names);
         if (!section.keyword.empty()) lines.Keyword(section.keyword).End();
         section.write(section.byStake ? *readBack : road, lines);
         lines.End();
-    }
+    };
+    for (const std::span<const Section> room : SectionsByRoom()) std::ranges::for_each(room, write);
     return text;
 }
 

@@ -28,13 +28,13 @@ std::string TitleOf(const kesto::Section& section) {
 }  // namespace
 
 int main() try {
-    std::printf("\n| order in the file | keyword |\n|---|---|\n");
+    std::printf("\n| order in the file | keyword | a record takes |\n|---|---|---|\n");
     int place = 0;
     std::vector<std::pair<std::string, kesto::LineDescription>> tables;  // sections with the same lines share one
-    for (const kesto::Section& section : kesto::Sections()) {
+    const auto print = [&](const kesto::Section& section) {
         const std::string title = TitleOf(section);
         const kesto::LineDescription line = section.describe();
-        std::printf("| %d | %s |\n", ++place, title.c_str());
+        std::printf("| %d | %s | %s |\n", ++place, title.c_str(), std::string(section.linesOfRecord).c_str());
         const auto same = std::find_if(tables.begin(), tables.end(), [&](const auto& table) {
             return table.second.fields.data() == line.fields.data();
         });
@@ -43,7 +43,8 @@ int main() try {
         } else {
             same->first += ", " + title;
         }
-    }
+    };
+    for (const auto room : kesto::SectionsByRoom()) std::for_each(room.begin(), room.end(), print);
     Print("The header line", kesto::DescriptionOf<kesto::HeaderLine>());
     for (const auto& [title, line] : tables) Print(title, line);
     return 0;

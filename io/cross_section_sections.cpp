@@ -1,8 +1,6 @@
-#include "io/section_records.hpp"
-
-#include <algorithm>
+// The sections of the cross section in the project file: plates, change sections with their transition types, section
+// mileages. The transition types of a table stand in the section behind its change sections, in the same order.
 #include <array>
-#include <cmath>
 #include <cstddef>
 #include <limits>
 #include <optional>
@@ -11,10 +9,9 @@
 #include <vector>
 
 #include "alignment/chain_builder.hpp"
-#include "alignment/chainage.hpp"
-#include "core/tolerances.hpp"
-#include "io/line_format.hpp"
-#include "io/number_text.hpp"
+#include "io/file_places.hpp"
+#include "io/section.hpp"
+#include "section/change_sections.hpp"
 #include "section/mileage_index.hpp"
 #include "section/plates.hpp"
 #include "section/section_at.hpp"
@@ -65,78 +62,6 @@ struct MileageLine {
     static void Fields(auto& line, auto& mileage) { line.Real(mileage); }
 };
 
-// ------------------------------------------------------------------------------------------ places of change sections
-
-/// Whether two stake mileages are one in the decimals of a file.
-bool SameInFile(StakeMileage one, StakeMileage other) noexcept {
-    return one.occurrence == other.occurrence &&
-           (one.mileage == other.mileage || WrittenReal(one.mileage) == WrittenReal(other.mileage));
-}
-
-/// Whether the road has a place as this stake mileage, in the decimals of a file.
-bool HasStake(RoadDesign& road, double continuous, StakeMileage stake) noexcept {
-    return SameInFile(StakeMileageAt(road, continuous), stake);
-}
-
-/// The continuous mileage (m) that a file means: the one that is written as this very stake mileage.
-/// @param built whether the road is current
-/// @return nothing where the stake mileage is not on the road
-std::optional<double> PlaceFromFile(RoadDesign& road, bool built, StakeMileage stake) noexcept {
-    if (stake.occurrence == noOccurrence) return stake.mileage;
-    if (!built) return std::nullopt;
-    const std::optional<double> found = FindContinuous(road, stake);
-    if (!found || !std::isfinite(*found)) return std::nullopt;
-    // Rounded to its decimals, a mileage at an element's start may lie before it, or one at the road's end behind it.
-    // The conversion takes the same distance forward from the start, or the end itself: each save would move the
-    // section.
-    const StakeMileage there = StakeMileageAt(road, *found);
-    if (SameInFile(there, stake)) return found;
-    const double moved = there.mileage - stake.mileage;
-    for (const double place : {*found + moved, *found - moved}) {
-        if (HasStake(road, place, stake)) return place;
-    }
-    return found;
-}
-
-/// Where a change section stands in a file, and the continuous mileage (m) that it will be read back with.
-struct PlaceInFile {
-    StakeMileage stake;
-    double readBack;
-};
-
-/// The stake mileage of a place where a reader comes back to it from there, else the continuous mileage. What is
-/// read back has the same place in the next file.
-/// @param built whether the road is current
-PlaceInFile PlaceForFile(RoadDesign& road, bool built, double continuous) noexcept {
-    const double rounded = WrittenReal(continuous);
-    // Within a rounding of the road's end the first may have no stake that leads back, and the second one all the same.
-    for (const double place : {continuous, rounded}) {
-        if (!built) break;
-        StakeMileage stake = StakeMileageAt(road, place);
-        stake.mileage = WrittenReal(stake.mileage);
-        if (stake.occurrence == noOccurrence) continue;
-        const std::optional<double> back = PlaceFromFile(road, built, stake);
-        if (!back || !HasStake(road, *back, stake)) continue;
-        if (std::fabs(*back - place) < tolerance::mileage) return {stake, *back};
-    }
-    return {{rounded, noOccurrence}, rounded};
-}
-
-/// The same for a section that has another one before it in the file: two that the decimals cannot tell apart are moved
-/// apart, or their lines would run into one.
-/// @param before where that one is read back (m)
-PlaceInFile PlaceForFile(RoadDesign& road, bool built, double continuous, double before) noexcept {
-    constexpr double lastDigit = 1e-8;  // m
-    PlaceInFile place = PlaceForFile(road, built, continuous);
-    for (double next = before; !(place.readBack > before);) {
-        next = std::max(next + lastDigit, std::nextafter(next, std::numeric_limits<double>::max()));
-        place = PlaceForFile(road, built, next);
-    }
-    return place;
-}
-
-// ---------------------------------------------------------------------------------------------------- change sections
-
 /// A change section whose lines are being read.
 struct LinesOfChange {
     StakeMileage stake;
@@ -176,12 +101,6 @@ std::optional<double> AddChange(Reading& reading, ChangeTable which, const Outco
     return std::nullopt;
 }
 
-}  // namespace
-
-// ------------------------------------------------------------------------------------------------------------- plates
-
-LineDescription DescribePlates() { return DescriptionOf<PlateLine>(); }
-
 bool HasPlates(RoadDesign& road, std::int32_t side) noexcept {
     return !road.sections.plates[static_cast<std::size_t>(side)].empty();
 }
@@ -208,10 +127,6 @@ void ReadPlates(Reading& reading, std::int32_t side) {
         }
     }
 }
-
-// ---------------------------------------------------------------------------------------------------- change sections
-
-LineDescription DescribeChanges() { return DescriptionOf<PlateChangeLine>(); }
 
 /// Without a plate there is no line to write, and no change section that means anything.
 bool HasChanges(RoadDesign& road, ChangeTable which) noexcept {
@@ -267,8 +182,6 @@ void ReadChanges(Reading& reading, ChangeTable which) {
     if (!places.empty()) reading.untyped[{KESTO_LIST_CHANGE_SECTIONS, ReportKey(which)}] = untyped;
 }
 
-LineDescription DescribeTypes() { return DescriptionOf<TransitionTypeLine>(); }
-
 void WriteTypes(RoadDesign& road, LineWriter& lines, ChangeTable which) {
     const auto& types = TableOf(road.sections.transitionTypes, which);
     for (const auto& change : TableOf(road.sections.changeSections, which)) {
@@ -308,10 +221,6 @@ void ReadTypes(Reading& reading, ChangeTable which) {
     if (lineCount < places.size()) reading.lines.Tell(tooFew);
 }
 
-// --------------------------------------------------------------------------------------------------- section mileages
-
-LineDescription DescribeMileages() { return DescriptionOf<MileageLine>(); }
-
 bool HasMileages(RoadDesign& road) noexcept { return !road.sections.mileageIndex.empty(); }
 
 void WriteMileages(RoadDesign& road, LineWriter& lines) {
@@ -335,5 +244,84 @@ void ReadMileages(Reading& reading) {
         }
     }
 }
+
+template <Side side>
+bool HasPlatesOf(RoadDesign& road) noexcept {
+    return HasPlates(road, static_cast<std::int32_t>(side));
+}
+
+template <Side side>
+void WritePlatesOf(RoadDesign& road, LineWriter& lines) {
+    WritePlates(road, lines, static_cast<std::int32_t>(side));
+}
+
+template <Side side>
+void ReadPlatesOf(Reading& reading) {
+    ReadPlates(reading, static_cast<std::int32_t>(side));
+}
+
+template <Side side, ChangeKind kind>
+inline constexpr ChangeTable tableOf{static_cast<std::int32_t>(side), static_cast<std::int32_t>(kind)};
+
+template <const ChangeTable& which>
+bool HasChangesOf(RoadDesign& road) noexcept {
+    return HasChanges(road, which);
+}
+
+template <const ChangeTable& which, void write(RoadDesign&, LineWriter&, ChangeTable)>
+void WriteOf(RoadDesign& road, LineWriter& lines) {
+    write(road, lines, which);
+}
+
+template <const ChangeTable& which, void read(Reading&, ChangeTable)>
+void ReadOf(Reading& reading) {
+    read(reading, which);
+}
+
+/// The change sections of a table.
+template <Side side, ChangeKind kind>
+constexpr Section ChangesSection(std::string_view keyword) noexcept {
+    constexpr const ChangeTable& which = tableOf<side, kind>;
+    return {keyword,
+            HasChangesOf<which>,
+            WriteOf<which, WriteChanges>,
+            ReadOf<which, ReadChanges>,
+            DescriptionOf<PlateChangeLine>,
+            "one line for each plate of the side",
+            SectionForm::Single,
+            true};
+}
+
+/// Their transition types.
+template <Side side, ChangeKind kind>
+constexpr Section TypesSection(std::string_view keyword) noexcept {
+    constexpr const ChangeTable& which = tableOf<side, kind>;
+    return {keyword, HasChangesOf<which>, WriteOf<which, WriteTypes>, ReadOf<which, ReadTypes>,
+            DescriptionOf<TransitionTypeLine>};
+}
+
+template <Side side>
+constexpr Section PlatesSection(std::string_view keyword) noexcept {
+    return {keyword, HasPlatesOf<side>, WritePlatesOf<side>, ReadPlatesOf<side>, DescriptionOf<PlateLine>};
+}
+
+// clang-format off
+constexpr std::array sections{
+    PlatesSection<Side::Right>("StandardSectionRight"),
+    PlatesSection<Side::Left>("StandardSectionLeft"),
+    ChangesSection<Side::Right, ChangeKind::Widening>("WidenSectionRight"),
+    TypesSection<Side::Right, ChangeKind::Widening>("WidenRightType"),
+    ChangesSection<Side::Left, ChangeKind::Widening>("WidenSectionLeft"),
+    TypesSection<Side::Left, ChangeKind::Widening>("WidenLeftType"),
+    ChangesSection<Side::Right, ChangeKind::Heightening>("HeightenSectionRight"),
+    TypesSection<Side::Right, ChangeKind::Heightening>("HeightRightType"),
+    ChangesSection<Side::Left, ChangeKind::Heightening>("HeightenSectionLeft"),
+    TypesSection<Side::Left, ChangeKind::Heightening>("HeightLeftType"),
+    Section{"roadSectionMileage", HasMileages, WriteMileages, ReadMileages, DescriptionOf<MileageLine>, oneLine, SectionForm::Single, false, true}};
+// clang-format on
+
+}  // namespace
+
+std::span<const Section> CrossSectionSections() noexcept { return sections; }
 
 }  // namespace kesto

@@ -1,31 +1,13 @@
-/// How each record stands in a line of the project file, and how it gets into the road.
-#pragma once
-
+// The sections of the alignment in the project file: one of its forms, and the broken chains.
 #include <array>
-#include <string_view>
 
 #include "alignment/broken_chains.hpp"
-#include "alignment/chainage.hpp"
-#include "core/record_lists.hpp"
-#include "core/road_design.hpp"
-#include "io/line_format.hpp"
-#include "profile/vertical_curves.hpp"
+#include "alignment/element_generation.hpp"
+#include "io/listed_records.hpp"
 
 namespace kesto {
 
-/// What the records of one list share. New() is a record that nothing has been read into yet; Insert() adds a record as
-/// the list's exported function does, and Order() is what the list is sorted by.
-template <class Kind, ListMember<Kind> listMember>
-struct ListedRecord {
-    using Record = Kind;
-    static constexpr ListMember<Kind> member = listMember;
-    static Record New() noexcept { return {}; }
-    static double Order(const Record&) noexcept { return 0; }  // as they were read
-    static Outcome Insert(RoadDesign& road, const Record& record) {
-        (road.*member).Insert(Stored(record));
-        return {};
-    }
-};
+namespace {
 
 struct IntersectionLine : ListedRecord<Intersection, &RoadDesign::intersections> {
     static constexpr auto fields = std::to_array<std::string_view>(
@@ -76,34 +58,51 @@ struct BrokenChainLine : ListedRecord<BrokenChain, &RoadDesign::brokenChains> {
     static Outcome Insert(RoadDesign& road, const Record& chain) { return InsertBrokenChain(road, chain); }
 };
 
-using ProfilePoint = ListedRecord<VerticalCurve, &RoadDesign::verticalCurves>;
+bool HasPoints(RoadDesign& road) noexcept {
+    return !HasRecords<IntersectionLine>(road) && HasRecords<CoordinateLine>(road);
+}
 
-/// A grade-change point whose curve is given by its radius.
-struct RadiusCurveLine : ProfilePoint {
-    static Record New() noexcept {
-        Record curve{};
-        curve.startOccurrence = curve.endOccurrence = noOccurrence;  // the ends are not known before the derivation
-        return curve;
-    }
-    static constexpr auto fields =
-        std::to_array<std::string_view>({"stake mileage (m)", "elevation (m)", "radius of the curve (m), 0 for none",
-                                         "occurrence, -1 where the mileage is a continuous one"});
-    static void Fields(auto& line, auto& curve) {
-        line.Real(curve.mileage).Real(curve.elevation).Real(curve.radius).Integer(curve.occurrence, smallColumn);
-    }
-};
+bool HasElements(RoadDesign& road) noexcept {
+    return !HasRecords<IntersectionLine>(road) && !HasPoints(road) && HasRecords<ElementLine>(road);
+}
 
-/// A grade-change point whose curve is given by its ends.
-struct GivenEndsCurveLine : ProfilePoint {
-    static constexpr auto fields = std::to_array<std::string_view>(
-        {"stake mileage (m)", "elevation (m)", "occurrence, -1 where the mileage is a continuous one",
-         "stake mileage of the curve's start (m)", "its occurrence, -1 for none",
-         "stake mileage of the curve's end (m)", "its occurrence, -1 for none"});
-    static void Fields(auto& line, auto& curve) {
-        line.Real(curve.mileage).Real(curve.elevation).Integer(curve.occurrence, smallColumn);
-        line.Real(curve.startMileage).Integer(curve.startOccurrence, wideColumn);
-        line.Real(curve.endMileage).Integer(curve.endOccurrence, wideColumn);
-    }
-};
+template <DesignMode mode>
+bool HasPointsInMode(RoadDesign& road) noexcept {
+    return HasPoints(road) && road.settings.roadDesignMode == static_cast<std::int32_t>(mode);
+}
+
+/// Points of a road whose design mode makes nothing of them.
+bool HasIdlePoints(RoadDesign& road) noexcept {
+    return HasPoints(road) && !HasPointsInMode<DesignMode::Coordinates>(road) &&
+           !HasPointsInMode<DesignMode::BrokenLine>(road);
+}
+
+void ReadNothing(Reading&) noexcept {}
+
+void ReadBrokenChains(Reading& reading) {
+    reading.ReleaseChain();
+    ReadRecords<BrokenChainLine>(reading);
+}
+
+template <class Line, DesignMode mode>
+void ReadAlignment(Reading& reading) {
+    reading.ReleaseChain();
+    reading.road.settings.roadDesignMode = static_cast<std::int32_t>(mode);
+    ReadRecords<Line>(reading);
+}
+
+// clang-format off
+constexpr std::array sections{
+    Section{"Intersection", HasRecords<IntersectionLine>, WriteRecords<IntersectionLine>, ReadAlignment<IntersectionLine, DesignMode::Intersections>, DescriptionOf<IntersectionLine>, oneLine, SectionForm::Alignment},
+    Section{"Coordinate", HasPointsInMode<DesignMode::Coordinates>, WriteRecords<CoordinateLine>, ReadAlignment<CoordinateLine, DesignMode::Coordinates>, DescriptionOf<CoordinateLine>, oneLine, SectionForm::Alignment},
+    Section{"BrokenLine", HasPointsInMode<DesignMode::BrokenLine>, WriteRecords<CoordinateLine>, ReadAlignment<CoordinateLine, DesignMode::BrokenLine>, DescriptionOf<CoordinateLine>, oneLine, SectionForm::Alignment},
+    Section{"", HasIdlePoints, WriteRecords<CoordinateLine>, ReadNothing, DescriptionOf<CoordinateLine>},
+    Section{"Element", HasElements, WriteRecords<ElementLine>, ReadAlignment<ElementLine, DesignMode::Elements>, DescriptionOf<ElementLine>, oneLine, SectionForm::Alignment},
+    Section{"BrokenChain", HasRecords<BrokenChainLine>, WriteRecords<BrokenChainLine>, ReadBrokenChains, DescriptionOf<BrokenChainLine>}};
+// clang-format on
+
+}  // namespace
+
+std::span<const Section> AlignmentSections() noexcept { return sections; }
 
 }  // namespace kesto
