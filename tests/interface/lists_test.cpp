@@ -187,6 +187,9 @@ TEST(BrokenChainList, SetSortsAgainAndAllowsDuplicates) {
     EXPECT_EQ(Chains(road)[1].aheadMileage, 7);
     EXPECT_EQ(Chains(road)[2].aheadMileage, 3);
     EXPECT_FALSE(SetBrokenChain(road, 3, &equal));
+    const BrokenChain first{150, 5};
+    EXPECT_TRUE(SetBrokenChain(road, 2, &first));
+    EXPECT_EQ(Backs(road), (std::vector<double>{150, 200, 300}));
 }
 
 std::vector<double> GradeMileages(RoadDesign* road) {
