@@ -83,7 +83,7 @@ TEST(InverseSearch, BetweenLimits) {
              {"foot before the lower: none admitted", 50, 10, 120, 300, false, 300, std::hypot(250, 10)},
              {"lower limit nearest", 40, 5, 50, 250, true, 50, std::hypot(10, 5)},
              {"none admitted: the upper though the lower is nearer", 40, 5, 50, 80, false, 80, std::hypot(40, 5)},
-             {"upper limit wins a tie against the foot", 150, -10, 100, 150, true, 150, 10},
+             {"upper limit wins a tie against the foot", 25, -1.5, 0, 25, true, 25, 1.5},
              {"lower off the road: its start", 20, 4, -500, 300, true, 20, 4},
              {"before the start", -30, 40, -500, 300, true, 0, 50},
              {"upper off the road: its end", 530, 40, 120, 9999, false, 500, 50},
