@@ -232,21 +232,11 @@ public:
     std::vector<Element> Elements() const { return Copies(GetElementCount, GetElement); }
 
     /** A mileage as it is written on a stake: "K12+345.678", rounded to the millimetre; "+" in front marks a later
-     *  occurrence, "-" a negative mileage.
+     *  occurrence, "-" a negative mileage. "?" where it is not finite.
      *  @param mileage    stake mileage (m)
      *  @param occurrence which of the equal stake mileages, 0-based */
     std::string StakeText(double mileage, std::int32_t occurrence = 0) const {
-        if (!(std::fabs(mileage) < mostWritten)) return "?";
-        const long long millimetres = std::llround(std::fabs(mileage) * 1000);
-        const auto threeDigits = [](long long number) { return std::to_string(1000 + number % 1000).substr(1); };
-        std::string text = occurrence > 0 ? "+" : mileage < 0 && millimetres > 0 ? "-" : "";
-        text += GetMakeStakePerfix(Handle());
-        text += std::to_string(millimetres / 1000000);
-        text += '+';
-        text += threeDigits(millimetres / 1000);
-        text += '.';
-        text += threeDigits(millimetres);
-        return text;
+        return FormatStake(std::round(mileage * 1000) / 1000, occurrence).value_or("?");
     }
 
     /** Why the last failed call on this road failed; empty when none has failed. */
@@ -374,8 +364,7 @@ protected:
     }
 
 private:
-    static constexpr double squareAngle = 90;    // degrees
-    static constexpr double mostWritten = 1e12;  // m: stake texts of larger mileages have no exact millimetres
+    static constexpr double squareAngle = 90;  // degrees
 
     struct End {
         void operator()(RoadDesign* road) const noexcept { EndRoadDesign(road); }

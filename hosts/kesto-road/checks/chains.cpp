@@ -10,13 +10,9 @@ namespace kesto::host {
 
 namespace {
 
-constexpr int mileageDecimals = 3;
-
 using Chain = FromFile<BrokenChain>;
 
-std::string Text(const Checked& checked, double mileage) {
-    return FormatMileage(StakePrefix(checked.road), {mileage, 0}, mileageDecimals);
-}
+std::string Text(const Checked& checked, double mileage) { return FormatMileage(checked.road, {mileage, 0}); }
 
 /// Tells of a broken chain on the road that does anything else than jump where it stands.
 void TellOfEffect(const Checked& checked, const Chain& chain, const ChainEffect& effect) {

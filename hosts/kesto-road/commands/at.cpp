@@ -41,7 +41,7 @@ public:
         if (!std::exchange(begun, true)) out.Write(Row("stake", "mileage", "occ", "x", "y", "azimuth", "height"));
         const auto height = line.HeightAt(stake);
         const int decimals = options.decimals;
-        out.Write(Row(FormatMileage(line.Prefix(), stake), FormatReal(stake.mileage, decimals),
+        out.Write(Row(FormatMileage(line.Road(), stake), FormatReal(stake.mileage, decimals),
                       std::to_string(stake.occurrence), FormatReal(x, decimals), FormatReal(y, decimals),
                       FormatReal(azimuth, azimuthDecimals + (decimals > 4 ? decimals - 4 : 0)),
                       height ? FormatReal(*height, decimals > 4 ? decimals : heightDecimals) : "-"));
@@ -52,7 +52,6 @@ public:
     }
 
     void Finish() { out.Finish(); }
-    [[nodiscard]] std::string Prefix() const { return line.Prefix(); }
 
 private:
     RoadDesign* road;
@@ -73,7 +72,7 @@ ExitCode RunAt(const AtOptions& options) {
     if (options.step) {
         lister.PrintEvery(*options.step);
     } else {
-        lister.Print(ResolveMileage(*options.mileage, lister.Prefix(), options.occurrence, "the mileage"));
+        lister.Print(ResolveMileage(road.get(), *options.mileage, options.occurrence, "the mileage"));
     }
     lister.Finish();
     return ExitCode::Ok;

@@ -14,7 +14,7 @@ namespace kesto::host {
 namespace {
 
 /// What to say where the end does not lie behind the start. A later occurrence of its stake mileage may lie there.
-Problem WrongOrder(RoadDesign* road, const std::string& prefix, const RoadPlace& from, const RoadPlace& to) {
+Problem WrongOrder(RoadDesign* road, const RoadPlace& from, const RoadPlace& to) {
     if (from.continuous == to.continuous) return {ExitCode::Usage, "--from and --to are the same place"};
     Stake later = to.stake;
     for (;;) {
@@ -23,7 +23,7 @@ Problem WrongOrder(RoadDesign* road, const std::string& prefix, const RoadPlace&
         if (!continuous) break;
         if (*continuous <= from.continuous) continue;
         return {ExitCode::Usage, "--from lies after --to on the road: exchange them, or end at the " +
-                                     FormatMileage(prefix, later) + " behind it (--to-occurrence " +
+                                     FormatMileage(road, later) + " behind it (--to-occurrence " +
                                      std::to_string(later.occurrence) + ")"};
     }
     return {ExitCode::Usage, "--from lies after --to on the road: exchange them"};
@@ -38,10 +38,9 @@ ExitCode RunCut(const CutOptions& options) {
         throw Problem(ExitCode::Usage, "'" + options.out + "' is the road itself: give the part another name");
     }
     const RoadHandle road = OpenRoad(options.road);
-    const std::string prefix = StakePrefix(road.get());
     const RoadPlace from = ResolvePlace(road.get(), options.from, options.fromOccurrence, "--from");
     const RoadPlace to = ResolvePlace(road.get(), options.to, options.toOccurrence, "--to");
-    if (from.continuous >= to.continuous) throw WrongOrder(road.get(), prefix, from, to);
+    if (from.continuous >= to.continuous) throw WrongOrder(road.get(), from, to);
     const std::int32_t status = SavePartProject(road.get(), options.out.c_str(), from.stake.mileage, to.stake.mileage,
                                                 from.stake.occurrence, to.stake.occurrence);
     if (status == KESTO_NOTHING_TO_SAVE) {
@@ -58,8 +57,9 @@ ExitCode RunCut(const CutOptions& options) {
         throw Problem(ExitCode::File, "'" + options.out + "' cannot be written: " + DescribeStatus(status) +
                                           ": check the folder, its permissions and the disk");
     }
-    std::cout << options.out << ": " << FormatMileage(prefix, from.stake) << " to " << FormatMileage(prefix, to.stake)
-              << ", " << FormatReal(to.continuous - from.continuous, 3) << " m\n";
+    std::cout << options.out << ": " << FormatMileage(road.get(), from.stake) << " to "
+              << FormatMileage(road.get(), to.stake) << ", " << FormatReal(to.continuous - from.continuous, 3)
+              << " m\n";
     return ExitCode::Ok;
 }
 

@@ -96,7 +96,7 @@ private:
         throw Problem(ExitCode::Data,
                       "off the road: " + FormatReal(std::fabs(foot.ahead), 3) + " m " +
                           (before ? "before the " + what + "'s start at " : "beyond the " + what + "'s end at ") +
-                          FormatMileage(line.Prefix(), foot.stake));
+                          FormatMileage(line.Road(), foot.stake));
     }
 
     RoadDesign* road;
@@ -178,7 +178,7 @@ private:
                    (designed && height ? FormatReal(*height - *designed, decimals) : "");
         };
         return FormatReal(foot.stake.mileage, decimals) + "," +
-               CsvField(FormatMileage(locator.Line().Prefix(), foot.stake)) + "," +
+               CsvField(FormatMileage(locator.Line().Road(), foot.stake)) + "," +
                std::to_string(foot.stake.occurrence) + "," + FormatReal(foot.offset, decimals) + "," + heights(design) +
                "," + heights(own);
     }

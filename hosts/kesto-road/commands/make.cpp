@@ -55,18 +55,18 @@ std::int32_t ModeOf(const MakeOptions& options) {
     return options.straights ? straightsMode : pointMode;
 }
 
-Tables ReadTables(const MakeOptions& options) {
+Tables ReadTables(RoadDesign* road, const MakeOptions& options) {
     std::vector<std::string> problems;
     Tables tables;
     tables.mode = ModeOf(options);
-    if (!options.start.empty()) tables.start = ReadStart(options.start, options.prefix, problems);
+    if (!options.start.empty()) tables.start = ReadStart(road, options.start, problems);
     if (!options.elements.empty()) tables.elements = ReadElements(options.elements, problems);
     if (!options.intersections.empty()) tables.intersections = ReadIntersections(options.intersections, problems);
     if (!options.points.empty()) tables.points = ReadPlanPoints(options.points, options.straights, problems);
-    if (!options.broken.empty()) tables.brokenChains = ReadBrokenChains(options.broken, options.prefix, problems);
-    if (!options.profile.empty()) tables.profile = ReadProfile(options.profile, options.prefix, problems);
+    if (!options.broken.empty()) tables.brokenChains = ReadBrokenChains(road, options.broken, problems);
+    if (!options.profile.empty()) tables.profile = ReadProfile(road, options.profile, problems);
     if (!options.plates.empty()) tables.plates = ReadPlates(options.plates, problems);
-    if (!options.changes.empty()) tables.changes = ReadChanges(options.changes, options.prefix, problems);
+    if (!options.changes.empty()) tables.changes = ReadChanges(road, options.changes, problems);
     RefuseProblems(problems);
     return tables;
 }
@@ -151,7 +151,6 @@ void Design(RoadDesign* road, const Tables& tables) {
 void Fill(RoadDesign* road, const Tables& tables, const MakeOptions& options) {
     SetStartMileage(road, tables.start.mileage);
     SetMileageInterval(road, options.interval);
-    SetMakeStakePerfix(road, options.prefix.c_str());
     SetRoadDesignMode(road, tables.mode);
     AddPlan(road, tables);
     for (const auto& chain : tables.brokenChains) {
@@ -213,7 +212,7 @@ void WarnOfStrays(RoadDesign* road, const RoadLine& line, const Tables& tables) 
             PrintWarning(
                 chain.where +
                 ": this broken chain stands behind an element's start and acts at that element's end only, at " +
-                FormatMileage(line.Prefix(), {effect->second.from, 0}));
+                FormatMileage(line.Road(), {effect->second.from, 0}));
         }
     }
     for (const auto& point : tables.profile.points) {
@@ -244,8 +243,9 @@ std::string PlanSize(const Tables& tables) {
 
 ExitCode RunMake(const MakeOptions& options) {
     CheckRoadExtension(options.road);
-    Tables tables = ReadTables(options);
     const RoadHandle road = NewRoad();
+    SetMakeStakePerfix(road.get(), options.prefix.c_str());
+    Tables tables = ReadTables(road.get(), options);
     if (tables.mode == elementMode) CompleteElements(road.get(), tables);
     Fill(road.get(), tables, options);
     AddSections(road.get(), tables);

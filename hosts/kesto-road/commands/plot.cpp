@@ -31,7 +31,7 @@ constexpr double leastDiagrams = 48;   // mm
 std::string Extent(const RoadLine& line) {
     const CentrePoint first = line.At(line.Pieces().front(), 0);
     const CentrePoint last = line.At(line.Pieces().back(), line.Pieces().back().Length());
-    return FormatMileage(line.Prefix(), first.stake) + " to " + FormatMileage(line.Prefix(), last.stake) + ", " +
+    return FormatMileage(line.Road(), first.stake) + " to " + FormatMileage(line.Road(), last.stake) + ", " +
            FormatReal(line.Length(), 3) + " m";
 }
 
@@ -42,9 +42,9 @@ Sheet NewSheet(const PlotOptions& options, const std::string& subject) {
 }
 
 void PlotSection(RoadDesign* road, const RoadLine& line, const PlotOptions& options) {
-    const Stake stake = ResolveMileage(*options.section, line.Prefix(), options.occurrence, "--section");
+    const Stake stake = ResolveMileage(line.Road(), *options.section, options.occurrence, "--section");
     const CrossSection section = SectionAt(road, line, stake);
-    const std::string stakeText = FormatMileage(line.Prefix(), stake);
+    const std::string stakeText = FormatMileage(line.Road(), stake);
     Sheet sheet = NewSheet(options, "section at " + stakeText);
     std::string scales;
     sheet.Part(sheet.Room(), 0, [&](Canvas& canvas, const Box& box, const Box& column) {

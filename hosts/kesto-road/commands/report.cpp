@@ -32,11 +32,10 @@ std::string Metres(double number) { return FormatReal(number, lengthDecimals); }
 std::string Radius(double radius) { return radius < infiniteRadius ? "-" : Metres(radius); }
 
 std::string Overview(const std::string& path, const RoadLine& line) {
-    const std::string prefix = line.Prefix();
     const CentrePoint last = line.At(line.Pieces().back(), line.Pieces().back().Length());
     return "Road    " + path + "\nLength  " + Metres(line.Length()) + " m\nFrom    " +
-           FormatMileage(prefix, line.At(line.Pieces().front(), 0).stake) + "\nTo      " +
-           FormatMileage(prefix, last.stake) + "\n";
+           FormatMileage(line.Road(), line.At(line.Pieces().front(), 0).stake) + "\nTo      " +
+           FormatMileage(line.Road(), last.stake) + "\n";
 }
 
 std::string Elements(const RoadLine& line) {
@@ -45,7 +44,7 @@ std::string Elements(const RoadLine& line) {
         const Element& it = piece.element;
         const char* turn = it.turnDirection == 0 ? "left" : "right";
         table.Add({ElementName(it), it.type == straightType ? "-" : turn,
-                   FormatMileage(line.Prefix(), line.At(piece, 0).stake), Metres(it.length), Radius(it.startRadius),
+                   FormatMileage(line.Road(), line.At(piece, 0).stake), Metres(it.length), Radius(it.startRadius),
                    it.type == arcType ? Radius(it.startRadius) : Radius(it.endRadius), Metres(it.startX),
                    Metres(it.startY), FormatReal(it.startAzimuth, azimuthDecimals)});
     }
@@ -57,7 +56,7 @@ std::string MainPoints(RoadDesign* road, const RoadLine& line) {
     StakeCoordinate stake{};
     for (std::int32_t i = 0; GetStakeCoordinate(road, i, &stake); ++i) {
         if (stake.label[0] == '\0') continue;
-        table.Add({stake.label, FormatMileage(line.Prefix(), {stake.mileage, stake.occurrence}),
+        table.Add({stake.label, FormatMileage(line.Road(), {stake.mileage, stake.occurrence}),
                    std::to_string(stake.occurrence), Metres(stake.x), Metres(stake.y)});
     }
     return table.Text("Main points");
@@ -69,8 +68,8 @@ std::string BrokenChains(RoadDesign* road, const RoadLine& line) {
     for (std::int32_t i = 0; GetBrokenChain(road, i, &chain); ++i) {
         const double jump = chain.aheadMileage - chain.backMileage;
         table.Add({jump < 0 ? "backward (overlap)" : "forward (gap)",
-                   FormatMileage(line.Prefix(), {chain.backMileage, 0}),
-                   FormatMileage(line.Prefix(), {chain.aheadMileage, 0}), Metres(jump)});
+                   FormatMileage(line.Road(), {chain.backMileage, 0}),
+                   FormatMileage(line.Road(), {chain.aheadMileage, 0}), Metres(jump)});
     }
     return table.Text("Broken chains");
 }
@@ -83,9 +82,9 @@ std::string GradePoints(RoadDesign* road, const RoadLine& line) {
         const bool curved = point.curveSign != 0 && (!byRadius || point.radius > 0);
         const char* kind = point.curveSign > 0 ? "crest" : "sag";
         const auto end = [&](double mileage, std::int32_t occurrence) {
-            return curved ? FormatMileage(line.Prefix(), {mileage, std::max(occurrence, 0)}) : std::string("-");
+            return curved ? FormatMileage(line.Road(), {mileage, std::max(occurrence, 0)}) : std::string("-");
         };
-        table.Add({curved ? kind : "-", FormatMileage(line.Prefix(), {point.mileage, std::max(point.occurrence, 0)}),
+        table.Add({curved ? kind : "-", FormatMileage(line.Road(), {point.mileage, std::max(point.occurrence, 0)}),
                    std::to_string(point.occurrence), Metres(point.elevation),
                    FormatReal(point.gradeOut * percent, gradeDecimals), byRadius ? Radius(point.radius) : "-",
                    end(point.startMileage, point.startOccurrence), end(point.endMileage, point.endOccurrence)});
@@ -112,7 +111,7 @@ std::string ChangeSections(RoadDesign* road, const RoadLine& line) {
                 std::string values;
                 for (const double value : it.values) values += (values.empty() ? "" : "  ") + Metres(value);
                 table.Add({sideNames[static_cast<std::size_t>(side)], kindNames[static_cast<std::size_t>(kind)],
-                           it.stake ? FormatMileage(line.Prefix(), *it.stake) : "not on the road",
+                           it.stake ? FormatMileage(line.Road(), *it.stake) : "not on the road",
                            it.stake ? std::to_string(it.stake->occurrence) : "-", TransitionName(it.type), values});
             }
         }
@@ -130,7 +129,7 @@ ExitCode RunReport(const ReportOptions& options) {
     out.Write(Elements(line));
     out.Write(MainPoints(road.get(), line));
     const auto intersections = FiguresOfIntersections(road.get(), line);
-    if (!intersections.empty()) out.Write(CurveTables(intersections, line.Prefix()));
+    if (!intersections.empty()) out.Write(CurveTables(intersections, road.get()));
     out.Write(BrokenChains(road.get(), line));
     out.Write(GradePoints(road.get(), line));
     for (const std::int32_t side : bothSides) out.Write(Plates(road.get(), side));

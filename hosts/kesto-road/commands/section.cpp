@@ -15,11 +15,11 @@ namespace {
 
 constexpr int azimuthDecimals = 6;  // degrees
 
-std::string Heading(const CrossSection& section, const std::string& prefix, int decimals) {
+std::string Heading(RoadDesign* road, const CrossSection& section, int decimals) {
     const CentrePoint& centre = section.centre;
-    return "Section  " + FormatMileage(prefix, centre.stake) + ", occurrence " +
-           std::to_string(centre.stake.occurrence) + "\nCentre   x " + FormatReal(centre.x, decimals) + ", y " +
-           FormatReal(centre.y, decimals) + ", azimuth " + FormatReal(centre.azimuth, azimuthDecimals) +
+    return "Section  " + FormatMileage(road, centre.stake) + ", occurrence " + std::to_string(centre.stake.occurrence) +
+           "\nCentre   x " + FormatReal(centre.x, decimals) + ", y " + FormatReal(centre.y, decimals) + ", azimuth " +
+           FormatReal(centre.azimuth, azimuthDecimals) +
            (section.height ? ", height " + FormatReal(*section.height, decimals) + "\n"
                            : "\nHeights are counted from the centre line: the road has no profile.\n");
 }
@@ -41,10 +41,10 @@ std::string SideTable(const CrossSection& section, std::int32_t side, int decima
 ExitCode RunSection(const SectionOptions& options) {
     const RoadHandle road = OpenRoad(options.road);
     const RoadLine line(road.get());
-    const Stake stake = ResolveMileage(options.mileage, line.Prefix(), options.occurrence, "--mileage");
+    const Stake stake = ResolveMileage(line.Road(), options.mileage, options.occurrence, "--mileage");
     const CrossSection section = SectionAt(road.get(), line, stake);
     Output out("");
-    out.Write(Heading(section, line.Prefix(), options.decimals));
+    out.Write(Heading(road.get(), section, options.decimals));
     for (const std::int32_t side : bothSides) out.Write(SideTable(section, side, options.decimals));
     out.Finish();
     return ExitCode::Ok;

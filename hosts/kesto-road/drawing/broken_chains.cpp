@@ -7,7 +7,7 @@ void DrawBreak(Canvas& canvas, double x, double top, double bottom) {
 }
 
 std::string BreakText(const RoadLine& line, const Break& it) {
-    return FormatMileage(line.Prefix(), {it.back, 0}) + " = " + FormatMileage(line.Prefix(), {it.ahead, 0});
+    return FormatMileage(line.Road(), {it.back, 0}) + " = " + FormatMileage(line.Road(), {it.ahead, 0});
 }
 
 }  // namespace kesto::host

@@ -99,7 +99,7 @@ public:
             }
             const Place place = view(stake.x, stake.y);
             const std::string text =
-                std::string(stake.label) + " " + FormatMileage(line.Prefix(), {stake.mileage, stake.occurrence});
+                std::string(stake.label) + " " + FormatMileage(line.Road(), {stake.mileage, stake.occurrence});
             Label(place, view.Direction(azimuth), -1, text, {.size = 2.1});
             canvas.Dot(place, 0.45, colours::ink, false);
         }
@@ -122,7 +122,7 @@ public:
             const double tick = whole ? 2.2 : 1.2;
             canvas.Line(Moved(place, direction + rightAngle, tick), Moved(place, direction - rightAngle, tick / 2),
                         {.width = whole ? 0.45 : 0.25});
-            Label(place, direction, 1, FormatMileage(line.Prefix(), point.stake, 0),
+            Label(place, direction, 1, FormatMileage(line.Road(), point.stake, 0),
                   {.size = 2.1, .colour = whole ? colours::ink : colours::dim, .bold = whole});
         }
     }

@@ -122,7 +122,7 @@ public:
                             {.colour = colours::dim, .width = 0.13});
             const TextStyle style{.size = 2.1, .angle = -std::numbers::pi / 2};
             canvas.Text({x - 0.5, foot - 1.6},
-                        FormatMileage(line.Prefix(), {point.record.mileage, std::max(point.record.occurrence, 0)}) +
+                        FormatMileage(line.Road(), {point.record.mileage, std::max(point.record.occurrence, 0)}) +
                             "  " + FormatReal(point.record.elevation, 3),
                         style);
             canvas.Text({x + 2.3, foot - 1.6}, CurveText(point), style);
@@ -198,7 +198,7 @@ private:
             if (row.Take(middle - half, middle + half)) canvas.Text({middle, y}, text, style);
         };
         canvas.Line({x, graph.bottom - 0.8}, {x, graph.bottom + 0.8}, {.width = 0.2});
-        write(FormatMileage(line.Prefix(), point.stake, decimals), stakes, graph.bottom + bandHeight / 2);
+        write(FormatMileage(line.Road(), point.stake, decimals), stakes, graph.bottom + bandHeight / 2);
         const auto height = line.HeightAt(point.stake);
         if (height) write(FormatReal(*height, 3), heights, graph.bottom + bandHeight * 1.5);
     }

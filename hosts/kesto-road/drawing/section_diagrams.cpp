@@ -209,7 +209,7 @@ private:
             canvas.Line({x, slopes.top}, {x, top}, {.colour = colours::faint, .width = 0.15});
             canvas.Line({x, bottom}, {x, widths.bottom}, {.colour = colours::faint, .width = 0.15});
             for (const double y : {top, bottom}) canvas.Line({x, y - 0.7}, {x, y + 0.7}, {.width = 0.2});
-            const std::string text = FormatMileage(line.Prefix(), mark.stake, 2);
+            const std::string text = FormatMileage(line.Road(), mark.stake, 2);
             const double half = canvas.TextWidth(text, style) / 2 + 0.5;
             const double middle = std::clamp(x, slopes.left + half, std::max(slopes.left + half, slopes.right - half));
             if (row.Take(middle - half, middle + half)) {

@@ -59,11 +59,11 @@ std::string RecordName(RoadDesign* road, const Failure& failure) {
     }
 }
 
-std::string OffRoad(const std::string& prefix, const Failure& failure) {
+std::string OffRoad(RoadDesign* road, const Failure& failure) {
     const bool start = failure.limit == KESTO_LIMIT_ROAD_START;
     return "it lies " + Metres(failure.excess) +
            (start ? " before the road's start at " : " beyond the road's end at ") +
-           FormatMileage(prefix, {failure.bound, 0});
+           FormatMileage(road, {failure.bound, 0});
 }
 
 std::string Occurrences(const Failure& failure) {
@@ -145,7 +145,7 @@ Failure LastFailure(RoadDesign* road) {
 std::string DescribeFailure(RoadDesign* road, std::int32_t status, const Failure& failure) {
     if (failure.status != status) return DescribeStatus(status);
     switch (status) {
-        case KESTO_MILEAGE_OFF_ROAD: return OffRoad(StakePrefix(road), failure);
+        case KESTO_MILEAGE_OFF_ROAD: return OffRoad(road, failure);
         case KESTO_NO_SUCH_OCCURRENCE: return Occurrences(failure);
         case KESTO_RECORDS_SKIPPED:
             return Whole(failure.value) + (std::fabs(failure.value - 1) < 0.5 ? " record" : " records") +

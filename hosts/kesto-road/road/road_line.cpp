@@ -22,7 +22,7 @@ std::optional<double> ContinuousMileage(RoadDesign* road, const Stake& stake) {
 }
 
 std::string PlaceName(RoadDesign* road, const Stake& stake) {
-    return FormatMileage(StakePrefix(road), stake) + " (occurrence " + std::to_string(stake.occurrence) + ")";
+    return FormatMileage(road, stake) + " (occurrence " + std::to_string(stake.occurrence) + ")";
 }
 
 std::string NotOnRoad(RoadDesign* road, const Stake& stake) {
@@ -31,7 +31,7 @@ std::string NotOnRoad(RoadDesign* road, const Stake& stake) {
 
 RoadPlace ResolvePlace(RoadDesign* road, std::string_view text, std::optional<int> occurrence,
                        const std::string& name) {
-    const Stake stake = ResolveMileage(text, StakePrefix(road), occurrence, name);
+    const Stake stake = ResolveMileage(road, text, occurrence, name);
     if (const auto continuous = ContinuousMileage(road, stake)) return {stake, *continuous};
     throw Problem(ExitCode::Data, name + " " + NotOnRoad(road, stake));
 }
@@ -56,7 +56,7 @@ CentrePoint RoadLine::At(const Piece& piece, double distance) const {
     CentrePoint point{{piece.MileageAt(distance), 0}, piece.from + distance, 0, 0, 0};
     const double along = piece.element.length < 0 ? -distance : distance;
     if (!GetElementPositionAndAzimuth(road, &piece.element, along, &point.x, &point.y, &point.azimuth)) {
-        throw Problem(ExitCode::Road, "the road cannot be evaluated at " + FormatMileage(Prefix(), point.stake) + ": " +
+        throw Problem(ExitCode::Road, "the road cannot be evaluated at " + FormatMileage(road, point.stake) + ": " +
                                           DescribeLastFailure(road));
     }
     double x = 0;

@@ -96,7 +96,7 @@ public:
     /// Design height at an offset (m, positive to the right); nothing where the road has no profile, or no section
     /// that holds the offset.
     [[nodiscard]] std::optional<double> HeightAt(const Stake& stake, double offset = 0) const;
-    [[nodiscard]] std::string Prefix() const { return StakePrefix(road); }
+    [[nodiscard]] RoadDesign* Road() const noexcept { return road; }
 
 private:
     RoadDesign* road;

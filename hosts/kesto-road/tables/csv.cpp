@@ -156,17 +156,17 @@ std::optional<int> CsvReader::OptionalInteger(Column column) const {
     return number;
 }
 
-std::optional<double> CsvReader::OptionalMileage(Column column, std::string_view prefix) const {
+std::optional<double> CsvReader::OptionalMileage(Column column, RoadDesign* road) const {
     if (Text(column).empty()) return std::nullopt;
     std::string field(Text(column));
     if (separator != ',') std::replace(field.begin(), field.end(), ',', '.');
-    const auto written = ParseMileage(field, prefix);
-    if (!written) Refuse(column, "no mileage");
-    return written->mileage;
+    Stake stake;
+    if (!ParseStake(road, field.c_str(), &stake.mileage, &stake.occurrence)) Refuse(column, "no mileage");
+    return stake.mileage;
 }
 
-double CsvReader::Mileage(Column column, std::string_view prefix) const {
-    const auto mileage = OptionalMileage(column, prefix);
+double CsvReader::Mileage(Column column, RoadDesign* road) const {
+    const auto mileage = OptionalMileage(column, road);
     if (!mileage) Refuse(column, "no mileage");
     return *mileage;
 }

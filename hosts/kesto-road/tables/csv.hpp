@@ -8,6 +8,8 @@
 #include <string_view>
 #include <vector>
 
+#include "kesto_road/kesto_road.h"
+
 namespace kesto::host {
 
 /// Reads a table with a header line: columns are found by name, separators are comma, semicolon or tab, fields may be
@@ -39,10 +41,10 @@ public:
     [[nodiscard]] std::optional<double> OptionalReal(Column column) const;
     /// Nothing when the field is empty. @throws Problem when it is no integer
     [[nodiscard]] std::optional<int> OptionalInteger(Column column) const;
-    /// A number or a stake text; nothing when the field is empty. @throws Problem when it is neither
-    [[nodiscard]] std::optional<double> OptionalMileage(Column column, std::string_view prefix) const;
+    /// A number or a stake text of the road; nothing when the field is empty. @throws Problem when it is neither
+    [[nodiscard]] std::optional<double> OptionalMileage(Column column, RoadDesign* road) const;
     /// @throws Problem when the field is empty or no mileage
-    [[nodiscard]] double Mileage(Column column, std::string_view prefix) const;
+    [[nodiscard]] double Mileage(Column column, RoadDesign* road) const;
 
     /// Number of the current line, 1-based.
     [[nodiscard]] std::int64_t Line() const noexcept { return line; }

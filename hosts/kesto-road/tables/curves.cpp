@@ -51,7 +51,7 @@ std::string CurveRows(const std::vector<IntersectionFigures>& intersections) {
     return table.Text("Straights, curves and turning angles");
 }
 
-std::string PointRows(const std::vector<IntersectionFigures>& intersections, const std::string& prefix) {
+std::string PointRows(const std::vector<IntersectionFigures>& intersections, RoadDesign* road) {
     TextTable table({"intersection", "begin", "arc from", "arc middle", "arc to", "end", "straight to next",
                      "distance to next", "azimuth to next"});
     for (const auto& it : intersections) {
@@ -59,7 +59,7 @@ std::string PointRows(const std::vector<IntersectionFigures>& intersections, con
         for (std::size_t i = 0; i < curvePointCount; ++i) {
             const auto point = it.curve ? it.curve->points[i] : std::nullopt;
             const std::string label = point && !point->label.empty() ? point->label + " " : "";
-            row.push_back(point ? label + FormatMileage(prefix, point->stake) : "-");
+            row.push_back(point ? label + FormatMileage(road, point->stake) : "-");
         }
         if (it.side) {
             row.insert(row.end(), {Metres(it.side->straight), Metres(it.side->length), Degrees(it.side->azimuth)});
@@ -73,8 +73,8 @@ std::string PointRows(const std::vector<IntersectionFigures>& intersections, con
 
 }  // namespace
 
-std::string CurveTables(const std::vector<IntersectionFigures>& intersections, const std::string& prefix) {
-    return CurveRows(intersections) + PointRows(intersections, prefix);
+std::string CurveTables(const std::vector<IntersectionFigures>& intersections, RoadDesign* road) {
+    return CurveRows(intersections) + PointRows(intersections, road);
 }
 
 void WriteCurves(const std::vector<IntersectionFigures>& intersections, const std::string& path, int decimals) {

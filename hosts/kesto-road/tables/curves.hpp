@@ -9,8 +9,8 @@
 namespace kesto::host {
 
 /// The table as text: the curves, then their main points with the straights between them.
-/// @param prefix of the stakes
-std::string CurveTables(const std::vector<IntersectionFigures>& intersections, const std::string& prefix);
+/// @param road gives the stake prefix
+std::string CurveTables(const std::vector<IntersectionFigures>& intersections, RoadDesign* road);
 
 /// Writes one line for each intersection. @throws Problem when the file cannot be written
 void WriteCurves(const std::vector<IntersectionFigures>& intersections, const std::string& path, int decimals);

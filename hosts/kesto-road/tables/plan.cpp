@@ -53,7 +53,7 @@ void CheckPoint(const FromLine<Coordinate>& row, bool hasTurn, std::vector<std::
 
 }  // namespace
 
-StartRow ReadStart(const std::string& path, const std::string& prefix, std::vector<std::string>& problems) {
+StartRow ReadStart(RoadDesign* road, const std::string& path, std::vector<std::string>& problems) {
     CsvReader reader(path);
     const auto mileage = reader.Require("start_mileage");
     const auto chained = reader.Find("chained");
@@ -62,7 +62,7 @@ StartRow ReadStart(const std::string& path, const std::string& prefix, std::vect
     ForEachRow(reader, problems, [&] {
         if (++rows > 1) Refuse(reader, "a road has one start: remove this line");
         start.where = reader.Where();
-        start.mileage = reader.Mileage(mileage, prefix);
+        start.mileage = reader.Mileage(mileage, road);
         start.x = reader.OptionalReal(reader.Find("start_x"));
         start.y = reader.OptionalReal(reader.Find("start_y"));
         start.azimuth = reader.OptionalReal(reader.Find("start_azimuth_deg"));
@@ -100,14 +100,14 @@ std::vector<ElementRow> ReadElements(const std::string& path, std::vector<std::s
     return rows;
 }
 
-std::vector<FromLine<BrokenChain>> ReadBrokenChains(const std::string& path, const std::string& prefix,
+std::vector<FromLine<BrokenChain>> ReadBrokenChains(RoadDesign* road, const std::string& path,
                                                     std::vector<std::string>& problems) {
     CsvReader reader(path);
     const auto back = reader.Require("back_mileage");
     const auto ahead = reader.Require("ahead_mileage");
     std::vector<FromLine<BrokenChain>> rows;
     ForEachRow(reader, problems, [&] {
-        rows.push_back({{reader.Mileage(back, prefix), reader.Mileage(ahead, prefix)}, reader.Where()});
+        rows.push_back({{reader.Mileage(back, road), reader.Mileage(ahead, road)}, reader.Where()});
     });
     return rows;
 }

@@ -24,9 +24,9 @@ struct ElementRow {
 
 /// Each reader appends one message for each bad line to the problems and leaves that line out.
 /// @throws Problem when the table cannot be read at all or lacks a column
-StartRow ReadStart(const std::string& path, const std::string& prefix, std::vector<std::string>& problems);
+StartRow ReadStart(RoadDesign* road, const std::string& path, std::vector<std::string>& problems);
 std::vector<ElementRow> ReadElements(const std::string& path, std::vector<std::string>& problems);
-std::vector<FromLine<BrokenChain>> ReadBrokenChains(const std::string& path, const std::string& prefix,
+std::vector<FromLine<BrokenChain>> ReadBrokenChains(RoadDesign* road, const std::string& path,
                                                     std::vector<std::string>& problems);
 std::vector<FromLine<Intersection>> ReadIntersections(const std::string& path, std::vector<std::string>& problems);
 

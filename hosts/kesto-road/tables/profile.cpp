@@ -18,14 +18,14 @@ struct ProfileRow {
     bool hasRadius, hasEnds;
 };
 
-ProfileRow ReadProfileRow(const CsvReader& reader, const std::string& prefix) {
+ProfileRow ReadProfileRow(const CsvReader& reader, RoadDesign* road) {
     VerticalCurve curve{};
-    curve.mileage = reader.Mileage(reader.Require("mileage"), prefix);
+    curve.mileage = reader.Mileage(reader.Require("mileage"), road);
     curve.occurrence = reader.OptionalInteger(reader.Find("occurrence")).value_or(0);
     curve.elevation = reader.Real(reader.Require("elevation"));
     const auto radius = reader.OptionalReal(reader.Find("radius"));
-    const auto start = reader.OptionalMileage(reader.Find("curve_start"), prefix);
-    const auto end = reader.OptionalMileage(reader.Find("curve_end"), prefix);
+    const auto start = reader.OptionalMileage(reader.Find("curve_start"), road);
+    const auto end = reader.OptionalMileage(reader.Find("curve_end"), road);
     if (radius && *radius < 0) Refuse(reader, "a radius is not negative: crest or sag follows from the grades");
     const bool hasEnds = HasEnds(reader, start, end);
     curve.radius = radius.value_or(0);
@@ -40,12 +40,12 @@ ProfileRow ReadProfileRow(const CsvReader& reader, const std::string& prefix) {
 
 }  // namespace
 
-ProfileTable ReadProfile(const std::string& path, const std::string& prefix, std::vector<std::string>& problems) {
+ProfileTable ReadProfile(RoadDesign* road, const std::string& path, std::vector<std::string>& problems) {
     CsvReader reader(path);
     (void)reader.Require("mileage");
     (void)reader.Require("elevation");
     std::vector<ProfileRow> rows;
-    ForEachRow(reader, problems, [&] { rows.push_back(ReadProfileRow(reader, prefix)); });
+    ForEachRow(reader, problems, [&] { rows.push_back(ReadProfileRow(reader, road)); });
     ProfileTable table;
     const bool byEnds =
         std::any_of(rows.begin(), rows.end(), [](const auto& row) { return row.hasEnds && !row.hasRadius; });

@@ -18,6 +18,6 @@ struct ProfileTable {
 
 /// As the readers of tables/plan.hpp: one message for each bad line, which is left out.
 /// @throws Problem when the table cannot be read at all or lacks a column
-ProfileTable ReadProfile(const std::string& path, const std::string& prefix, std::vector<std::string>& problems);
+ProfileTable ReadProfile(RoadDesign* road, const std::string& path, std::vector<std::string>& problems);
 
 }  // namespace kesto::host

@@ -35,7 +35,7 @@ std::vector<FromLine<PlateRow>> ReadPlates(const std::string& path, std::vector<
     return rows;
 }
 
-std::vector<FromLine<ChangeRow>> ReadChanges(const std::string& path, const std::string& prefix,
+std::vector<FromLine<ChangeRow>> ReadChanges(RoadDesign* road, const std::string& path,
                                              std::vector<std::string>& problems) {
     CsvReader reader(path);
     for (const char* needed : {"side", "kind", "type"}) (void)reader.Require(needed);
@@ -46,7 +46,7 @@ std::vector<FromLine<ChangeRow>> ReadChanges(const std::string& path, const std:
         ChangeRow row{Choice(reader, "side", sideNames),
                       Choice(reader, "kind", kindNames),
                       Choice(reader, "type", transitionNames),
-                      reader.Mileage(mileage, prefix),
+                      reader.Mileage(mileage, road),
                       reader.OptionalInteger(reader.Find("occurrence")).value_or(0),
                       {}};
         for (const auto column : columns) row.values.push_back(reader.OptionalReal(column));

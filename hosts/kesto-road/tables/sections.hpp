@@ -26,7 +26,7 @@ struct ChangeRow {
 /// As the readers of tables/plan.hpp: one message for each bad line, which is left out.
 /// @throws Problem when the table cannot be read at all or lacks a column
 std::vector<FromLine<PlateRow>> ReadPlates(const std::string& path, std::vector<std::string>& problems);
-std::vector<FromLine<ChangeRow>> ReadChanges(const std::string& path, const std::string& prefix,
+std::vector<FromLine<ChangeRow>> ReadChanges(RoadDesign* road, const std::string& path,
                                              std::vector<std::string>& problems);
 
 }  // namespace kesto::host
