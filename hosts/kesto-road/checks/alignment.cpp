@@ -31,7 +31,8 @@ std::vector<ElementInFile> ElementsOfPoints(const Checked& checked) {
     const RoadHandle whole = NewRoad();
     SetRoadDesignMode(whole.get(), pointMode);
     for (const auto& it : points) AddCoordinate(whole.get(), &it.record, -1);
-    if (!DesignRoad(whole.get()) || GetElementCount(whole.get()) != static_cast<std::int32_t>(points.size())) return {};
+    if (!MakeCurrent(whole.get()) || GetElementCount(whole.get()) != static_cast<std::int32_t>(points.size()))
+        return {};
     std::vector<ElementInFile> elements;
     Element element{};
     for (std::size_t i = 1; i < points.size() && GetElement(whole.get(), static_cast<std::int32_t>(i), &element); ++i) {

@@ -21,10 +21,9 @@ bool HasExtension(const std::string& path, const char* extension) {
 /// @param failure out: why it failed, or which records had to be skipped
 /// @return as OpenProject2()
 std::int32_t OpenAndDesign(RoadDesign* road, const std::string& path, Failure& failure) {
-    const bool water = HasExtension(path, waterExtension);
-    const std::int32_t status = water ? OpenWaterProject(road, path.c_str()) : OpenProject2(road, path.c_str());
+    const std::int32_t status = ReadProject(road, path);
     failure = LastFailure(road);
-    if (!water || status != KESTO_SUCCESS || DesignRoad(road)) return status;
+    if (status != KESTO_SUCCESS || DesignRoad(road)) return status;
     failure = LastFailure(road);
     return failure.status;
 }
@@ -58,7 +57,6 @@ std::int32_t ReadProject(RoadDesign* road, const std::string& path) {
 }
 
 RoadHandle OpenRoad(const std::string& path) {
-    if (!HasExtension(path, waterExtension)) CheckRoadExtension(path);
     RoadHandle road = NewRoad();
     Failure failure{};
     const std::int32_t status = OpenAndDesign(road.get(), path, failure);
