@@ -19,6 +19,10 @@ Result<ReadingFinding> FindingAt(const ReadingReport& report, std::int32_t index
 
 Result<std::int32_t> RecordLineAt(const ReadingReport& report, std::int32_t list, std::int32_t key,
                                   std::int32_t index) noexcept {
+    if (const auto section = report.sectionLines.find({list, key});
+        index == -1 && section != report.sectionLines.end()) {
+        return section->second;
+    }
     const auto lines = report.recordLines.find({list, key});
     const std::size_t count = lines == report.recordLines.end() ? 0 : lines->second.size();
     if (const Outcome valid = RequireIndex(static_cast<KestoList>(list), index, count); !valid) return valid.failure();

@@ -21,6 +21,7 @@ struct ReadingReport {
     std::vector<ReadingFinding> findings;                      // the first ones
     std::int32_t findingCount = 0;                             // of all
     std::map<ListKey, std::vector<std::int32_t>> recordLines;  // 1-based, in the order of the list
+    std::map<ListKey, std::int32_t> sectionLines;              // of the keyword of a list's first section
 
     /// Takes a finding in, or counts it where there are too many.
     /// @throws std::bad_alloc
@@ -33,8 +34,9 @@ Result<ReadingFinding> FindingAt(const ReadingReport& report, std::int32_t index
 
 /// The 1-based line that a record stood in.
 /// @param key   see ReadingReport::ListKey
-/// @param index 0-based index that the record had in its list after the opening
-/// @return fails for an index that addresses no record that was read
+/// @param index 0-based index that the record had in its list after the opening; -1 for the keyword of the list's first
+///              section
+/// @return fails for an index that addresses no record that was read, and for -1 where there was no section
 Result<std::int32_t> RecordLineAt(const ReadingReport& report, std::int32_t list, std::int32_t key,
                                   std::int32_t index) noexcept;
 

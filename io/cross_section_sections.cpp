@@ -160,6 +160,7 @@ void ReadChanges(Reading& reading, ChangeTable which) {
     places.clear();
     ReadingFinding untyped = reading.lines.Finding(KESTO_READING_TYPES_MISSING);
     const LineShape shape = ShapeOf<PlateChangeLine>();
+    std::vector<Reading::PlacedLine>& placed = reading.LinesOf(KESTO_LIST_CHANGE_SECTIONS, ReportKey(which));
     std::vector<LinesOfChange> read;
     while (const std::optional<std::string_view> line = reading.lines.NextRecord()) {
         PlateChange change;
@@ -172,7 +173,6 @@ void ReadChanges(Reading& reading, ChangeTable which) {
         last.section.flags.push_back(change.flag);
         last.readable = last.readable && readable;
     }
-    std::vector<Reading::PlacedLine>& placed = reading.LinesOf(KESTO_LIST_CHANGE_SECTIONS, ReportKey(which));
     for (LinesOfChange& lines : read) {
         const std::int32_t firstLine = lines.firstLine;
         places.push_back(AddChange(reading, which, built, std::move(lines)));

@@ -53,6 +53,7 @@ void ReadProfile(Reading& reading) {
     reading.KeepChain();
     reading.road.settings.verticalCurveMode = static_cast<std::int32_t>(mode);
     const LineShape shape = ShapeOf<Line>();
+    std::vector<Reading::PlacedLine>& placed = reading.LinesOf(KESTO_LIST_VERTICAL_CURVES);
     std::vector<VerticalCurve> points;
     std::vector<std::int32_t> lineNumbers;
     while (const std::optional<std::string_view> line = reading.lines.NextRecord()) {
@@ -64,7 +65,6 @@ void ReadProfile(Reading& reading) {
             reading.lines.Skip(KESTO_LIST_VERTICAL_CURVES);
         }
     }
-    std::vector<Reading::PlacedLine>& placed = reading.LinesOf(KESTO_LIST_VERTICAL_CURVES);
     const std::vector<bool> inserted = InsertEachVerticalCurve(reading.road, points);
     const bool built = static_cast<bool>(EnsureCurrent(reading.road));
     std::vector<double> places;

@@ -54,9 +54,12 @@ struct Reading {
     std::map<ReadingReport::ListKey, ReadingFinding> untyped{};            // change sections whose types have not come
     std::optional<ChainAsRead> chain{};  // set while a chain may have been built for records that are placed by it
 
-    /// The lines of a list's records, to which each one that is stored adds its own.
+    /// The lines of a list's records, to which each one that is stored adds its own. To be called at their keyword.
     /// @param key see ReadingReport::ListKey
-    std::vector<PlacedLine>& LinesOf(KestoList list, std::int32_t key = 0) { return stored[{list, key}]; }
+    std::vector<PlacedLine>& LinesOf(KestoList list, std::int32_t key = 0) {
+        road.reading.sectionLines.try_emplace({list, key}, lines.LineNumber());
+        return stored[{list, key}];
+    }
 
     /// Counts a record as skipped and tells why it was refused; where another one holds its place, at which line.
     /// @param key   see ReadingReport::ListKey

@@ -910,9 +910,9 @@ KESTO_API bool KESTO_CALL GetReadingFinding(RoadDesign* road, int32_t index, Rea
  *  records, and not these lines.
  *  @param list  a KestoList
  *  @param key   the side of plates, 2 * side + kind of change sections, 0 for all other lists
- *  @param index 0-based index of the record after the opening
+ *  @param index 0-based index of the record after the opening; -1 asks for the keyword of the list's first section
  *  @param line  out: 1-based line, untouched on failure
- *  @return false: null argument, or no record with this index was read */
+ *  @return false: null argument, no record with this index was read, or for -1 no section */
 KESTO_API bool KESTO_CALL GetRecordLine(RoadDesign* road, int32_t list, int32_t key, int32_t index, int32_t* line);
 
 /** Copies out what SaveProject() writes into a file, byte for byte.

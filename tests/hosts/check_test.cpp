@@ -86,6 +86,7 @@ TEST_F(Check, FindsFaultsOfOtherForms) {
         {"Coordinate\n1 0 0 0 0 A\n1 0 100 0 0 B\n1 0 200 1 0 C\n", "5 warning kink"},
         {"Coordinate\n1 0 0 0 0 A\n2 0 100 0 80 B\n1 0 150 80 0 C\n1 0 200 80 0 D\n", "5 error kink"},
         {"Coordinate\n1 0 0 0 0 A\n1 0 0 0 0 B\n1 0 200 1 0 C\n", "4 error no-road"},
+        {"Coordinate\n\n1 0 0 0 0 A\n", "3 error no-road"},
         {"Element\n0 0 0 0 0 0 0 0 0 0\n0 0 0 90 300 0 1 0 0 0\n", "5 error number-too-large"},
         {"WidenSectionRight\n9 3 0 1\n\nBrokenLine\n1 0 0 0 0 A\n1 0 99 0 0 B\n", "4 error section-order"},
         {"BrokenLine\n1 0 0 0 0 A\n1 0 99 0 0 B\n\nWidenSectionRight\n9 3 0 1\n\nStandardSectionRight\na b 3 0 0 0\n",

@@ -114,18 +114,19 @@ TEST(ReadingReport, KnowsTheLineOfEveryRecord) {
                               road, CodePage(test::utf8Page)));
     const struct {
         std::int32_t list, key, index, line;
-    } cases[] = {{KESTO_LIST_ELEMENTS, 0, 0, 4},         {KESTO_LIST_ELEMENTS, 0, 1, 5},
-                 {KESTO_LIST_BROKEN_CHAINS, 0, 0, 10},   {KESTO_LIST_BROKEN_CHAINS, 0, 1, 8},
-                 {KESTO_LIST_VERTICAL_CURVES, 0, 0, 14}, {KESTO_LIST_VERTICAL_CURVES, 0, 1, 13},
-                 {KESTO_LIST_PLATES, 1, 1, 18},          {KESTO_LIST_CHANGE_SECTIONS, 3, 0, 23},
-                 {KESTO_LIST_CHANGE_SECTIONS, 3, 1, 21}, {KESTO_LIST_SECTION_MILEAGES, 0, 0, 32},
-                 {KESTO_LIST_SECTION_MILEAGES, 0, 2, 33}};
+    } cases[] = {{KESTO_LIST_ELEMENTS, 0, 0, 4},          {KESTO_LIST_ELEMENTS, 0, 1, 5},
+                 {KESTO_LIST_BROKEN_CHAINS, 0, 0, 10},    {KESTO_LIST_BROKEN_CHAINS, 0, 1, 8},
+                 {KESTO_LIST_VERTICAL_CURVES, 0, 0, 14},  {KESTO_LIST_VERTICAL_CURVES, 0, 1, 13},
+                 {KESTO_LIST_PLATES, 1, 1, 18},           {KESTO_LIST_CHANGE_SECTIONS, 3, 0, 23},
+                 {KESTO_LIST_CHANGE_SECTIONS, 3, 1, 21},  {KESTO_LIST_SECTION_MILEAGES, 0, 0, 32},
+                 {KESTO_LIST_SECTION_MILEAGES, 0, 2, 33}, {KESTO_LIST_ELEMENTS, 0, -1, 3},
+                 {KESTO_LIST_VERTICAL_CURVES, 0, -1, 12}, {KESTO_LIST_CHANGE_SECTIONS, 3, -1, 20}};
     for (const auto& it : cases) {
         const Result<std::int32_t> line = RecordLineAt(road.reading, it.list, it.key, it.index);
         ASSERT_TRUE(line) << it.list << " " << it.index;
         EXPECT_EQ(*line, it.line) << it.list << " " << it.index;
     }
-    for (const auto& [list, key, index] : {std::tuple{4, 0, 2}, {6, 0, 0}, {7, 3, -1}, {99, 0, 0}}) {
+    for (const auto& [list, key, index] : {std::tuple{4, 0, 2}, {6, 0, 0}, {7, 3, -2}, {7, 2, -1}, {99, 0, 0}}) {
         const Result<std::int32_t> line = RecordLineAt(road.reading, list, key, index);
         ASSERT_FALSE(line);
         EXPECT_EQ(line.failure().status, KESTO_INDEX_OUT_OF_RANGE);

@@ -37,7 +37,7 @@ std::int64_t Checked::AlignmentLine(std::int32_t record) const noexcept {
     const auto mode = static_cast<std::size_t>(GetRoadDesignMode(road));
     if (mode >= lists.size()) return 0;
     const std::int64_t ofRecord = file.LineOf(lists[mode], 0, record);
-    return ofRecord > 0 ? ofRecord : file.LineOf(lists[mode], 0, 0);
+    return ofRecord > 0 ? ofRecord : file.LineOf(lists[mode], 0, OpenedFile::keyword);
 }
 
 std::string Degrees(double angle) {

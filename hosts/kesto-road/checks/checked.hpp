@@ -28,7 +28,8 @@ struct Checked {
     const std::optional<RoadLine>& line;  ///< nothing where no road can be built
     Findings& findings;
 
-    /// Line of a record of the alignment by its index, or of the first one where there is no such record; 0 for none.
+    /// Line of a record of the alignment by its index, or of its section's keyword where there is no such record; 0 for
+    /// none.
     [[nodiscard]] std::int64_t AlignmentLine(std::int32_t record) const noexcept;
 };
 

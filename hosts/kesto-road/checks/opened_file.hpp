@@ -17,6 +17,8 @@ struct FromFile {
 
 class OpenedFile {
 public:
+    static constexpr std::int32_t keyword = -1;  ///< in place of a record's index
+
     /// @param opened a road that a file has just been opened in; the design run is still to come, which cuts elements,
     ///               sorts grade-change points and may change the start mileage and the stake interval
     explicit OpenedFile(RoadDesign* opened);
@@ -26,8 +28,8 @@ public:
     /// How many more there were.
     [[nodiscard]] std::int32_t UntoldCount() const noexcept { return untoldCount; }
 
-    /// Line of a record by its key and index, as GetRecordLine() takes them; 0 for one that was not read, and for one
-    /// that is a line of another section, which its own has swallowed.
+    /// Line of a record by its key and index (or keyword), as GetRecordLine() takes them; 0 for one that was not read,
+    /// and for one that is a line of another section, which its own has swallowed.
     [[nodiscard]] std::int64_t LineOf(KestoList list, std::int32_t key, std::int32_t index) const noexcept;
     /// Whether a line is one of a section that another one has swallowed.
     [[nodiscard]] bool IsSwallowed(std::int64_t line) const noexcept;

@@ -165,7 +165,7 @@ void TellOfField(const ReadingFinding& it, Findings& findings) {
 /// Line that stands behind a change section that needs it: of the alignment or of a plate of its side; 0 for none.
 std::int64_t NeededBehind(const Checked& checked, const ReadingFinding& it) {
     if (it.status != KESTO_VALUE_COUNT_DIFFERS) {
-        const std::int64_t alignment = checked.AlignmentLine(0);
+        const std::int64_t alignment = checked.AlignmentLine(OpenedFile::keyword);
         if (alignment > it.line) return alignment;
     }
     const std::int32_t side = std::string_view(it.section).ends_with("Right") ? 1 : 0;
