@@ -141,13 +141,17 @@ TEST(ChangeSections, TypesOutliveTheirSections) {
     EXPECT_EQ(type(left, widening, 1), 7);
     double moved = 7;
     const DoubleArray values{&moved, 1, 0};
+    ASSERT_TRUE(AddChange(road, 400, widening, {8}, 0));
+    EXPECT_FALSE(SetChangeSection(road, left, widening, 0, 400, &values, 0, 5)) << "one lies there";
+    EXPECT_EQ(LastFailure(road).status, KESTO_DUPLICATE_MILEAGE);
+    ASSERT_TRUE(DeleteChangeSection(road, left, widening, 1));
     ASSERT_TRUE(SetChangeSection(road, left, widening, 0, 300, &values, 0, 5));
     EXPECT_EQ(GetChangeSectionCount(road, left, widening), 1);
     EXPECT_EQ(type(left, widening, 1), 7) << "the place that it left";
     ASSERT_TRUE(DeleteStandardSectionPlate(road, left, 0));
     EXPECT_EQ(GetChangeSectionCount(road, left, widening), 0) << "they go with the last plate";
     EXPECT_EQ(type(left, widening, 2), 5);
-    EXPECT_EQ(type(left, widening, 3), 0) << "past the table";
+    EXPECT_EQ(type(left, widening, 4), 0) << "past the table";
     EXPECT_EQ(type(5, widening, -1), 55) << "an unknown side";
     EXPECT_EQ(type(left, 5, 0), -99);
     EXPECT_EQ(type(left, widening, -1), -99);
