@@ -135,6 +135,28 @@ TEST(CrossSectionsInFile, PlacesStayFromSaveToSave) {
     }
 }
 
+TEST(CrossSectionsInFile, APlaceBetweenTheDecimalsHasItsStake) {
+    const std::pair<double, const char*> cases[] = {
+        {-1e-12, "\n        0.00000000        4.00000000                 0   5\r"},
+        {100.000000004, "\n      100.00000000        4.00000000                 0   5\r"},  // start of an element
+        {200.000000008, "\n      200.00000001        4.00000000                 0   5\r"},  // end of the road
+    };
+    for (const auto& [place, line] : cases) {
+        RoadDesign road;
+        road.settings.roadDesignMode = 1;
+        road.settings.startMileage = -100;
+        for (const double length : {0.0, 200.000000004, 100.000000004}) {
+            road.elements.Insert(Piece(length > 0 ? 1 : 0, length));
+        }
+        AddPlate(road, 0, "p", "", 3, 1);
+        ASSERT_TRUE(InsertChangeAt(road, leftWidths, place, {{4}, {5}}, 1));
+        EXPECT_NE(Format(road).find(line), std::string::npos) << Format(road);
+        RoadDesign back;
+        RoundTrip(road, back);
+        ExpectSameChanges(road, back);
+    }
+}
+
 TEST(CrossSectionsInFile, SectionsNearerThanTheDecimalsStayApart) {
     RoadDesign road;
     MakeBroken(road);
