@@ -9,7 +9,7 @@
 namespace kesto {
 
 /// A frozen copy of a road: everything that queries derive is built, so they write nothing. Makes the road current and
-/// leaves it as it is otherwise.
+/// derives its profile, as its next query would.
 /// @return fails where no road can be built
 /// @throws std::bad_alloc
 Result<std::unique_ptr<RoadDesign>> Freeze(const AskedRoad& asked);

@@ -36,17 +36,6 @@ Outcome Assign(Value* out, const Result<Value>& result) noexcept {
     return {};
 }
 
-/// Gives a text to a caller's memory, which is untouched on failure.
-/// @param capacity how many bytes there is room for, the terminating zero included
-inline Outcome AssignText(char* out, std::int32_t capacity, std::string_view text) noexcept {
-    const std::size_t needed = text.size() + 1;
-    if (capacity < 0 || needed > static_cast<std::size_t>(capacity)) {
-        return FailLimit(KESTO_ARRAY_TOO_SMALL, KESTO_LIMIT_RECORD_COUNT, static_cast<double>(needed), capacity);
-    }
-    *std::copy(text.begin(), text.end(), out) = '\0';
-    return {};
-}
-
 /// A caller's array as a span: empty without records. Nothing where records are promised and none are there.
 template <class Record>
 std::optional<std::span<const Record>> ArrayOf(const Record* items, std::int32_t count) noexcept {
@@ -74,6 +63,15 @@ void CopyInto(Array* array, const Values& values) noexcept {
 /// The failure of an array without room enough.
 inline Failure TooSmall(std::size_t needed, std::int32_t capacity) noexcept {
     return FailLimit(KESTO_ARRAY_TOO_SMALL, KESTO_LIMIT_RECORD_COUNT, static_cast<double>(needed), capacity);
+}
+
+/// Gives a text to a caller's memory, which is untouched on failure.
+/// @param capacity how many bytes there is room for, the terminating zero included
+inline Outcome AssignText(char* out, std::int32_t capacity, std::string_view text) noexcept {
+    const std::size_t needed = text.size() + 1;
+    if (capacity < 0 || needed > static_cast<std::size_t>(capacity)) return TooSmall(needed, capacity);
+    *std::copy(text.begin(), text.end(), out) = '\0';
+    return {};
 }
 
 /// Gives values to a caller's array: all of them, or the count that is needed.

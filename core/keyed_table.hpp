@@ -49,9 +49,9 @@ Outcome RequireFree(KestoList list, const KeyedTable<Entry>& table, double milea
 /// @throws std::bad_alloc, with nothing changed
 template <class Entry>
 Outcome InsertEntry(KestoList list, KeyedTable<Entry>& table, double mileage, Entry entry) {
-    Outcome free = RequireFree(list, table, mileage);
-    if (free) table.emplace(mileage, std::move(entry));
-    return free;
+    Outcome isFree = RequireFree(list, table, mileage);
+    if (isFree) table.emplace(mileage, std::move(entry));
+    return isFree;
 }
 
 /// Replaces the entry at an index that addresses one; it may move to another mileage (m), which must be free. Allocates

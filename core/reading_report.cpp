@@ -23,6 +23,8 @@ Result<std::int32_t> RecordLineAt(const ReadingReport& report, std::int32_t list
         index == -1 && section != report.sectionLines.end()) {
         return section->second;
     }
+    const bool isKnown = list > KESTO_LIST_NONE && list <= KESTO_LIST_SECTION_MILEAGES;
+    if (!isKnown) return FailValue(KESTO_INDEX_OUT_OF_RANGE, index);
     const auto lines = report.recordLines.find({list, key});
     const std::size_t count = lines == report.recordLines.end() ? 0 : lines->second.size();
     if (const Outcome valid = RequireIndex(static_cast<KestoList>(list), index, count); !valid) return valid.failure();

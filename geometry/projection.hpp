@@ -56,8 +56,7 @@ std::optional<Foot> ProjectOnArc(const Element& arc, Point point) noexcept;
 /// @return nothing where the ends of the spiral do not bracket a foot, or a point of it cannot be evaluated
 std::optional<Foot> ProjectOnSpiral(const Element& spiral, Point point) noexcept;
 
-// The parts, for whoever asks about the same element
-// again
+// The parts, for callers that ask about the same element again
 
 /// What the foot on a straight is computed from.
 /// @param end its end, evaluated

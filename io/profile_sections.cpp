@@ -4,7 +4,6 @@
 #include <string_view>
 #include <vector>
 
-#include "alignment/chain_builder.hpp"
 #include "alignment/chainage.hpp"
 #include "io/listed_records.hpp"
 #include "profile/vertical_curves.hpp"
@@ -65,19 +64,15 @@ void ReadProfile(Reading& reading) {
             reading.lines.Skip(KESTO_LIST_VERTICAL_CURVES);
         }
     }
-    const std::vector<bool> inserted = InsertEachVerticalCurve(reading.road, points);
-    const bool built = static_cast<bool>(EnsureCurrent(reading.road));
-    std::vector<double> places;
+    const std::vector<TriedPoint> tried = InsertEachVerticalCurve(reading.road, points);
     for (std::size_t i = 0; i < points.size(); ++i) {
-        const StakeMileage stake{points[i].mileage, points[i].occurrence};
-        places.push_back(built ? ProfileMileage(reading.road, stake) : stake.mileage);
-        if (inserted[i]) placed.push_back({places[i], lineNumbers[i]});
+        if (tried[i].inserted) placed.push_back({tried[i].place, lineNumbers[i]});
     }
     for (std::size_t i = 0; i < points.size(); ++i) {
-        if (inserted[i]) continue;
+        if (tried[i].inserted) continue;
         // A file holds no number that is not finite, so nothing but a point at the same place can be the reason.
         reading.Refuse({KESTO_LIST_VERTICAL_CURVES, 0}, lineNumbers[i],
-                       FailValue(KESTO_DUPLICATE_MILEAGE, points[i].mileage), places[i]);
+                       FailValue(KESTO_DUPLICATE_MILEAGE, points[i].mileage), tried[i].place);
     }
 }
 

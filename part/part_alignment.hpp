@@ -41,10 +41,10 @@ struct FramedPart {
 /// of an element's end is that end. The part is built; a rebuild gives the same chain.
 /// @param whole    a road whose chain is built
 /// @param from, to continuous mileages on the road (m)
-/// @return fails where there is nothing between them (17; value and bound = the continuous mileages) and where an
-///         element cannot be cut (KESTO_ELEMENT_NOT_EVALUABLE). A break that acts an element later than it stands may
-///         come in an order that no list of a part gives: KESTO_NOTHING_TO_SAVE with the list of broken chains and the
-///         stake mileage where the first one is missed
+/// @return fails where there is nothing between them (KESTO_NOTHING_TO_SAVE; value and bound = the continuous mileages)
+///         and where an element cannot be cut (KESTO_ELEMENT_NOT_EVALUABLE). A break that acts an element later than it
+///         stands may come in an order that no list of a part gives: KESTO_NOTHING_TO_SAVE with the list of broken
+///         chains and the stake mileage where the first one is missed
 Result<FramedPart> CutAlignment(const RoadDesign& whole, double from, double to);
 
 /// The same road with an alignment that survives the decimals of a project file: stake mileages are rounded where the

@@ -233,26 +233,27 @@ Outcome InsertVerticalCurves(RoadDesign& road, std::span<const VerticalCurve> cu
     return {};
 }
 
-std::vector<bool> InsertEachVerticalCurve(RoadDesign& road, std::span<const VerticalCurve> curves) {
-    std::vector<bool> inserted(curves.size(), false);
-    if (curves.empty()) return inserted;
+std::vector<TriedPoint> InsertEachVerticalCurve(RoadDesign& road, std::span<const VerticalCurve> curves) {
+    std::vector<TriedPoint> tried(curves.size());
+    if (curves.empty()) return tried;
     const PointPlaces places(road);
     std::optional<PointsByPlace> sorted = ByPlace(road.verticalCurves.Records(), places);
     for (std::size_t i = 0; i < curves.size(); ++i) {
         if (!RequireFinite({curves[i].mileage})) continue;
+        tried[i].place = places.Of(curves[i]);
         if (sorted) {
-            inserted[i] = InsertFree(*sorted, places.Of(curves[i]), curves[i]);
+            tried[i].inserted = InsertFree(*sorted, tried[i].place, curves[i]);
         } else if (const Result<std::int32_t> index = FindIndex(road, places, curves[i])) {
             road.verticalCurves.Insert(curves[i], *index);
-            inserted[i] = true;
+            tried[i].inserted = true;
         }
     }
-    if (!sorted) return inserted;
+    if (!sorted) return tried;
     CountedList<VerticalCurve> list;
     list.Reserve(static_cast<std::int64_t>(sorted->size()));
     for (const auto& entry : *sorted) list.Insert(entry.second);
     road.verticalCurves.Swap(list);
-    return inserted;
+    return tried;
 }
 
 Outcome ReplaceVerticalCurve(RoadDesign& road, std::int32_t index, const VerticalCurve& curve) {

@@ -25,10 +25,16 @@ Outcome InsertVerticalCurve(RoadDesign& road, const VerticalCurve& curve);
 /// @return fails, with nothing added, as InsertVerticalCurve() would for one of them
 Outcome InsertVerticalCurves(RoadDesign& road, std::span<const VerticalCurve> curves);
 
+/// A grade-change point that was to be inserted.
+struct TriedPoint {
+    double place = 0;       // m: its continuous mileage, or its mileage as it stands where no road can be built
+    bool inserted = false;  // false: another point is at its place, or its mileage is not finite
+};
+
 /// Inserts many grade-change points one by one, as InsertVerticalCurve() does, in any order: where the points lie is
 /// worked out once.
-/// @return for each of them whether it was inserted
-std::vector<bool> InsertEachVerticalCurve(RoadDesign& road, std::span<const VerticalCurve> curves);
+/// @return one for each of them
+std::vector<TriedPoint> InsertEachVerticalCurve(RoadDesign& road, std::span<const VerticalCurve> curves);
 
 /// Overwrites a grade-change point in its place.
 /// @return fails when the index addresses no record or the mileage is not finite

@@ -78,7 +78,7 @@ Outcome ReplaceChange(RoadDesign& road, ChangeTable which, std::int32_t index, P
     if (Outcome complete = RequireValuePerPlate(road, which, section.values.size(), section.flags.size()); !complete) {
         return complete;
     }
-    if (Outcome free = RequireFree(changes, table, *continuous, index); !free) return free;
+    if (Outcome isFree = RequireFree(changes, table, *continuous, index); !isFree) return isFree;
     TableOf(road.sections.transitionTypes, which)[*continuous] = type;  // this may run out of memory: first
     MoveEntry(table, index, *continuous, std::move(change.section));
     return {};

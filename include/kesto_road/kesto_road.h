@@ -108,7 +108,7 @@ enum KestoStatus {
     KESTO_VALUE_COUNT_DIFFERS = 36, /**< value = the number of values or flags, bound = the number of plates */
     KESTO_ARRAY_TOO_SMALL = 37,     /**< value = the records (or bytes) needed, bound = the capacity given */
     KESTO_INTERNAL_ERROR = 39,      /**< a fault of the library itself: please report it */
-    KESTO_ROAD_IS_FROZEN = 50,      /**< the road is frozen, so nothing can be read into it */
+    KESTO_ROAD_IS_FROZEN = 50,      /**< the road is frozen and cannot be edited: nothing is read into it */
     KESTO_NO_MILEAGE_IN_TEXT = 51   /**< the text is no mileage of this road */
 };
 
@@ -355,7 +355,7 @@ KESTO_API void KESTO_CALL ClearRoad(RoadDesign* road);
 
 /** Why the last failed call on this road failed. Successful calls leave it as it is.
  *  @param failure out: the reason, untouched when there is none
- *  @return false: null argument, or no call has failed since the road was made or cleared */
+ *  @return false: null argument, a frozen road, or no call has failed since the road was made or cleared */
 KESTO_API bool KESTO_CALL GetLastFailure(RoadDesign* road, Failure* failure);
 
 /** A status code as an English sentence.
@@ -405,7 +405,7 @@ KESTO_API bool KESTO_CALL FormatStake(RoadDesign* road, double mileage, int32_t 
  *  @param text       the text
  *  @param mileage    out: stake mileage (m)
  *  @param occurrence out: 1 for a stake text behind a "+", which names a later occurrence and not which one; else 0
- *  @return false: null argument, or the text is no mileage of this road (51) */
+ *  @return false: null argument, or the text is no mileage of this road (KESTO_NO_MILEAGE_IN_TEXT) */
 KESTO_API bool KESTO_CALL ParseStake(RoadDesign* road, const char* text, double* mileage, int32_t* occurrence);
 
 /** Make-stake type and stake spacing.
@@ -838,8 +838,8 @@ KESTO_API bool KESTO_CALL GetHeightBatch(RoadDesign* road, int32_t count, const 
 
 /* ----------------------------------------------------------------------------------------------- many readers --- */
 
-/** A frozen copy of a road as it stands, with everything built that queries derive. The road is made current, and
- *  otherwise left as it is; later edits of it do not reach the copy.
+/** A frozen copy of a road as it stands, with everything built that queries derive. The road is made current and its
+ *  vertical curves are derived, as its next query would; later edits of it do not reach the copy.
  *
  *  Every query answers on the copy as on the road at that moment, to the bit, and from any number of threads at the
  *  same time. Whatever edits fails and changes nothing: setters, lists, ClearRoad(), DesignRoad() and UpdateData(),

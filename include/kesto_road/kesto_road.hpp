@@ -519,6 +519,9 @@ public:
      *  editing and before queries. @return false: see DesignRoad() */
     bool Design() { return DesignRoad(Handle()); }
 
+    /** Builds what a query would build, and nothing else. @return false: no road can be built, see LastFailure() */
+    bool Build() { return MakeCurrent(Handle()); }
+
     /** Builds the element chain anew and keeps the stakes. @return false: see UpdateData() */
     bool Update() { return UpdateData(Handle()); }
 

@@ -31,7 +31,7 @@ Road FullRoad() {
     for (int i = 0; i < 16; ++i) {
         EXPECT_TRUE(AddIntersection(road, &intersection, -1));
         EXPECT_TRUE(AddCoordinate(road, &coordinate, -1));
-        if (i < 15) AddChain(road, 50.0 + 100 * i, 60.0 + 100 * i);
+        AddChain(road, 50.0 + 100 * i, 60.0 + 100 * i);
         static_cast<RoadDesign*>(road)->verticalCurves.Insert(GradePoint(100.0 * i, i % 3, 500));
     }
     SetMakeStakePerfix(road, "a prefix longer than any short string");  // names of stakes need memory of their own

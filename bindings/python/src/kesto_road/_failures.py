@@ -27,7 +27,7 @@ class KestoError(Exception):
     kesto_road.h.
 
     Attributes:
-        status: why the call failed
+        status: why the call failed; None where a frozen road, which keeps no reasons, has no answer
         list:   the list concerned
         record: 0-based index of the record concerned
         limit:  the limit that was passed
@@ -36,7 +36,7 @@ class KestoError(Exception):
         excess: by how much, in the unit of value
     """
 
-    status: Status
+    status: Status | None
     list: ListOf | None
     record: int | None
     limit: Limit | None
@@ -44,9 +44,9 @@ class KestoError(Exception):
     bound: float | None
     excess: float | None
 
-    def __init__(self, status: int, failure: Failure | None = None):
+    def __init__(self, status: int | None, failure: Failure | None = None):
         super().__init__(status, failure)  # what pickle makes it from again
-        self.status = Status(status)
+        self.status = None if status is None else Status(status)
         known = failure if failure and failure.status == status else None
         self.list = ListOf(known.list) if known and known.list >= 0 else None
         self.record = known.record if known and known.record >= 0 else None
@@ -63,6 +63,8 @@ class KestoError(Exception):
         if self.value or self.bound or self.excess:
             parts += [(name, f"{getattr(self, name):.10g}") for name in ("value", "bound", "excess")]
         told = ", ".join(f"{name} {value}" for name, value in parts)
+        if self.status is None:
+            return "a frozen road has no answer here; ask the road that it was made of for the reason"
         return describe(self.status) + (f" ({told})" if told else "")
 
 

@@ -245,7 +245,7 @@ class Queries(ABC):
                 try:
                     self._call(name, mileage, occurrence, side, byref(array))
                     return [Plate.of(row) for row in rows[:array.count]]
-                except KestoError as error:
-                    if error.status != Status.ARRAY_TOO_SMALL:
+                except KestoError:
+                    if array.count <= room:
                         raise
                 room = array.count

@@ -9,10 +9,9 @@ from typing import Any, NoReturn
 import numpy as np
 from numpy.typing import NDArray
 
-from ._codes import Status
 from ._failures import KestoError
 from ._native import call, library
-from ._queries import Number, Queries, Side, Whole
+from ._queries import Number, Queries, Whole
 from ._records import Stake
 
 
@@ -20,7 +19,8 @@ class FrozenRoad(Queries):
     """An immutable copy of a road, made by `Road.freeze()`, with the same answers to the last bit.
 
     Any number of threads may ask it at once, and they run side by side: a call holds no lock of Python's. A frozen road
-    keeps no failure, so its errors carry their status alone. A copy is the frozen road itself. It cannot be pickled: a
+    keeps no failure: its errors carry a status where an array of the same question tells one (`locate`, `at`, `height`),
+    and none otherwise. A copy is the frozen road itself. It cannot be pickled: a
     project file would round its numbers; pickle the road, or send its bytes, and freeze it on the other side.
     """
 
@@ -61,27 +61,12 @@ class FrozenRoad(Queries):
         if not call(name, self._handle, *arguments):
             raise KestoError(self._reason(name, *arguments))
 
-    def _reason(self, name: str, *given: Any) -> int:
-        """Why a query has no answer: the status that a batch of one row tells, or what is left where rows have one."""
-        if name.endswith("Batch"):
-            return Status.NULL_ARGUMENT
-        if name in ("FormatStake", "ParseStake"):
-            return Status.ARGUMENT_NOT_FINITE if name == "FormatStake" else Status.NO_MILEAGE_IN_TEXT
-        if name in ("GetMileageAndOffset", "GetNearbyStakeCoordinate"):
-            return int(self.locate([given[0]], [given[1]]).status[0]) or Status.NO_STAKES
-        if name == "GetMileAndOffsetInLim":
-            finite = all(np.isfinite(float(given[i])) for i in (0, 1, 2, 4))
-            return Status.NO_FOOT if finite else Status.ARGUMENT_NOT_FINITE
+    def _reason(self, name: str, *given: Any) -> int | None:
+        """Why a question has no answer, where a batch of one row answers the very same one; its status tells it."""
+        if name == "GetMileageAndOffset":
+            return int(self.locate([given[0]], [given[1]]).status[0])
         if name == "GetHeight":
             return int(self.height([given[0]], given[2], given[1]).status[0])
         if name == "GetPositionAndAzimuth":
             return int(self.at([given[0]], given[1], given[6], given[2]).status[0])
-        if name == "GetSrcMileage":
-            return int(self.at([given[0]._obj.value], 0, given[1]).status[0])
-        mileage, occurrence, side, array = given  # of a road side
-        if side not in tuple(Side):
-            return Status.UNKNOWN_SIDE
-        if array._obj.count > array._obj.capacity:
-            return Status.ARRAY_TOO_SMALL
-        status = int(self.height([mileage], 0, occurrence).status[0])
-        return status or (Status.NO_CROSS_SECTION if len(self.stakes) else Status.NO_STAKES)
+        return None

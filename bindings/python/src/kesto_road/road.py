@@ -2,12 +2,11 @@
 
 from __future__ import annotations
 
-import math
 import os
 import threading
 import weakref
 from contextlib import AbstractContextManager, suppress
-from ctypes import addressof, byref, c_double, c_int32, c_int64, c_uint8, create_string_buffer
+from ctypes import byref, c_double, c_int32, c_int64, create_string_buffer
 from enum import IntEnum
 from typing import Any, NamedTuple, Sequence, Union
 
@@ -68,9 +67,6 @@ class ChangeSection(NamedTuple):
 
 Path = Union[str, bytes, "os.PathLike[str]", "os.PathLike[bytes]"]
 _WATER = b".watx"
-_NOTHING = c_double(math.nan), c_double(), c_uint8()  # a mileage that no road has, and where its answer would go
-_ASK_NOTHING = (1, addressof(_NOTHING[0]), 0, *[None, 0] * 3, *[addressof(_NOTHING[1]), 0] * 3,
-                addressof(_NOTHING[2]), 0)
 
 
 class Road(Queries):
@@ -494,7 +490,7 @@ class Road(Queries):
 
     def _make_current(self) -> None:
         if not self._current:
-            self._call("GetPositionAndAzimuthBatch", *_ASK_NOTHING)
+            self._call("MakeCurrent")
             self._current = True
 
     def _note(self, name: str) -> None:
