@@ -149,6 +149,8 @@ TEST(FrozenRoads, RecordNoFailure) {
     EXPECT_FALSE(GetLastFailure(frozen, &failure));
     EXPECT_FALSE(GetLastFailure(road, &failure));
     EXPECT_FALSE(IsFrozenRoad(road));
+    EXPECT_FALSE(DeleteElement(road, 99));
+    EXPECT_FALSE(GetLastFailure(Road(FreezeRoad(road)), &failure)) << "nor does it keep the road's own";
 }
 
 }  // namespace
