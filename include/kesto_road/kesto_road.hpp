@@ -346,11 +346,13 @@ protected:
     /** @param made a handle that this object ends; null where the call that should have made it failed */
     explicit RoadQueries(RoadDesign* made) noexcept : handle(made) {}
 
+    /** The value where it was found, else empty. */
     template <class Value>
     static std::optional<Value> When(bool found, const Value& value) {
         return found ? std::optional<Value>(value) : std::nullopt;
     }
 
+    /** Throws Error with the status unless the condition holds. */
     static void Require(bool holds, std::int32_t status) {
         if (!holds) throw Error(status);
     }
